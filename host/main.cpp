@@ -1,0 +1,34 @@
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include "host/hostWindow.h"
+
+namespace {
+
+QString modulePath() {
+  return QApplication::applicationDirPath() + QStringLiteral("/EquipmentRecordPlugin" EQREC_MODULE_SUFFIX);
+}
+
+int runHost(const ThostFolders& folders) {
+  ThostWindow window(modulePath(), folders);
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);  // the main window is hidden while the plug-in's is open
+  const QString here = QApplication::applicationDirPath();
+  const QCommandLineOption program(QStringLiteral("program-folder"), QStringLiteral("Folder of settings and help."),
+                                   QStringLiteral("DIR"), here);
+  const QCommandLineOption working(QStringLiteral("working-folder"), QStringLiteral("Folder that holds DATA."),
+                                   QStringLiteral("DIR"), here);
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("A stand-in for the host application of the QT484."));
+  parser.addHelpOption();
+  parser.addOptions({program, working});
+  parser.process(application);
+  return runHost({parser.value(program), parser.value(working)});
+}

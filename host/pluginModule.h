@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QLibrary>
+#include <QString>
+#include <cstdint>
+
+class QWidget;
+class THostApplication;
+class Tqt484Frame;
+
+/// The plug-in module, loaded at run time and driven through its nine exported names. Loads and initializes it on
+/// construction, shuts it down and unloads it on destruction, when no frame of it may be left.
+class TpluginModule {
+ public:
+  explicit TpluginModule(const QString& path);
+  ~TpluginModule();
+  TpluginModule(const TpluginModule&) = delete;
+  TpluginModule& operator=(const TpluginModule&) = delete;
+
+  /// Whether the module was loaded and has all nine names; if not, `error` says why.
+  bool isUsable() const { return error_.isEmpty(); }
+  QString error() const { return error_; }
+
+  bool setup(THostApplication* application, Tqt484Frame* frame);
+  QString name() const;
+  QString buttonCaption() const;
+  /// A new main frame, the caller's own; null where it could not be built.
+  QWidget* createMainForm();
+
+ private:
+  template <typename Function>
+  void resolve(Function*& function, const char* name);
+
+  QLibrary library_;
+  QString error_;
+  void (*Initialize_)() = nullptr;
+  void (*Finalize_)() = nullptr;
+  const char* (*initialize_)(void*) = nullptr;
+  std::int32_t (*setup_)(THostApplication*, Tqt484Frame*) = nullptr;
+  const char* (*getMainButton_)() = nullptr;
+  const char* (*getConfigButton_)() = nullptr;
+  QWidget* (*getMainForm_)() = nullptr;
+  QWidget* (*getConfigForm_)() = nullptr;
+  std::int32_t (*pshutdown_)() = nullptr;
+};

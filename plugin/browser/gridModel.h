@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QAbstractTableModel>
+
+class TcolumnLayout;
+class Tview;
+
+/// The view and its columns as the grid shows them. Cell texts are made when they are asked for, so that a refill costs
+/// the same for ten rows and for 18432. An empty view has one row of empty cells.
+class TgridModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  /// View and columns must outlive the model.
+  TgridModel(const Tview& view, const TcolumnLayout& columns, QObject* parent);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  /// Takes over what view and columns hold now. Rows and columns come and go at the end, so that a selection stays on the
+  /// rows that still exist.
+  void refill();
+
+ private:
+  void resizeRows(int count);
+  void resizeColumns(int count);
+
+  const Tview& view_;
+  const TcolumnLayout& columns_;
+  int rowCount_ = 0;
+  int columnCount_ = 0;
+};

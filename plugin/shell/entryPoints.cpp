@@ -1,0 +1,72 @@
+#include "shell/entryPoints.h"
+
+#include <memory>
+
+#include "browser/EquipmentRecordPluginFrame.h"
+#include "shell/hostInterface.h"
+#include "support/recordString.h"
+
+namespace {
+
+/// The references that `setup` stored: all that the module keeps of its own.
+struct ThostReferences {
+  THostApplication* application = nullptr;
+  Tqt484Frame* frame = nullptr;
+};
+
+ThostReferences& hostReferences() {
+  static ThostReferences references;
+  return references;
+}
+
+std::unique_ptr<TEquipmentRecordPluginFrame> buildFrame(const ThostReferences& host) {
+  TframeContext context;
+  context.programFolder = toPath(host.application->programFolder());
+  context.workingFolder = toPath(host.application->workingFolder());
+  context.returnToMainWindow = [frame = host.frame] { frame->returnToMainWindow(); };
+  return std::make_unique<TEquipmentRecordPluginFrame>(std::move(context));
+}
+
+}  // namespace
+
+// Every unit of the module starts and ends with the module itself; nothing is left to do by hand.
+void Initialize() {}
+
+void Finalize() {
+  hostReferences() = {};
+}
+
+const char* initialize(void* /*host*/) {
+  return "EquipmentRecordPlugin";
+}
+
+std::int32_t setup(THostApplication* application, Tqt484Frame* frame) {
+  if (application == nullptr || frame == nullptr) return -1;
+  hostReferences() = {application, frame};
+  return 0;
+}
+
+const char* getMainButton() {
+  return "Equipment Record\nEditor";
+}
+
+const char* getConfigButton() {
+  return nullptr;
+}
+
+QWidget* getConfigForm() {
+  return nullptr;
+}
+
+TEquipmentRecordPluginFrame* getMainForm() {
+  try {
+    const ThostReferences host = hostReferences();
+    return host.application == nullptr ? nullptr : buildFrame(host).release();
+  } catch (...) {
+    return nullptr;  // whatever went wrong, the host lives on
+  }
+}
+
+std::int32_t pshutdown() {
+  return 0;
+}

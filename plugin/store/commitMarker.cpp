@@ -1,0 +1,44 @@
+#include "store/commitMarker.h"
+
+#include <boost/crc.hpp>
+#include <iomanip>
+#include <sstream>
+
+namespace {
+
+constexpr std::string_view heading = "EQCOMMIT1";
+
+std::string line(const std::string& name, const TfileSum& sum) {
+  std::ostringstream out;
+  out << std::dec << sum.length << ' ' << std::hex << std::setw(8) << std::setfill('0') << sum.crc << ' ' << name;
+  return out.str();
+}
+
+/// Reads what `line` writes; the marker as a whole is checked by writing it again.
+void readLine(std::istream& in, std::string& name, TfileSum& sum) {
+  in >> std::dec >> sum.length >> std::hex >> sum.crc >> std::ws;
+  std::getline(in, name);
+}
+
+}  // namespace
+
+TfileSum sumOf(std::string_view content) {
+  boost::crc_32_type crc;
+  crc.process_bytes(content.data(), content.size());
+  return {content.size(), crc.checksum()};
+}
+
+std::string TcommitMarker::toText() const {
+  const std::string text = std::string(heading) + '\n' + line(dataName, data) + '\n' + line(infoName, info) + '\n';
+  return text + line("end", sumOf(text)) + '\n';
+}
+
+std::optional<TcommitMarker> TcommitMarker::fromText(std::string_view text) {
+  std::istringstream in{std::string(text)};
+  std::string first;
+  std::getline(in, first);
+  TcommitMarker marker;
+  readLine(in, marker.dataName, marker.data);
+  readLine(in, marker.infoName, marker.info);
+  return in && marker.toText() == text ? std::optional(marker) : std::nullopt;
+}

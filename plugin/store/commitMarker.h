@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// How a file's content is told: its length in bytes and its CRC-32 (the one of zip).
+struct TfileSum {
+  std::uint64_t length = 0;
+  std::uint32_t crc = 0;
+
+  bool operator==(const TfileSum&) const = default;
+};
+
+TfileSum sumOf(std::string_view content);
+
+/// The small file that decides a save: it names both new record files and tells their content.
+struct TcommitMarker {
+  std::string dataName;
+  TfileSum data;
+  std::string infoName;
+  TfileSum info;
+
+  /// The marker as text; docs/file-formats.md shows it.
+  std::string toText() const;
+  /// The marker that `text` holds; nothing where it is not whole to the last byte.
+  static std::optional<TcommitMarker> fromText(std::string_view text);
+};

@@ -1,0 +1,60 @@
+#include "store/datastructs.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "store/erException.h"
+
+TequipRec::Tblock::Tblock() {
+  char* next = texts.data();
+  for (std::size_t id = 0; id < index.size(); ++id) {
+    index[id] = next;
+    next += fieldSizes[id];
+  }
+}
+
+TequipRec::TequipRec() : block_(std::make_unique<Tblock>()) {}
+
+TequipRec::TequipRec(const TequipRec& other) : TequipRec() {
+  block_->texts = other.block_->texts;
+  block_->testProc = other.block_->testProc;
+}
+
+TequipRec& TequipRec::operator=(const TequipRec& other) {
+  if (this != &other) *this = TequipRec(other);
+  return *this;
+}
+
+void TequipRec::clear() {
+  block_->texts.fill('\0');
+  block_->testProc = minTestProc;
+}
+
+bool TequipRec::setText(int fieldId, const char* text) {
+  if (text == nullptr) return false;
+  setText(fieldId, std::string_view(text));
+  return true;
+}
+
+void TequipRec::setText(int fieldId, std::string_view text) {
+  char* field = buffer(fieldId);
+  const std::size_t size = fieldSizes[static_cast<std::size_t>(fieldId)];
+  const std::size_t length = std::min(text.size(), size - 1);
+  std::memcpy(field, text.data(), length);
+  std::memset(field + length, 0, size - length);
+}
+
+const char* TequipRec::text(int fieldId) const {
+  return buffer(fieldId);
+}
+
+bool TequipRec::setTestProc(unsigned number) {
+  if (number < minTestProc || number > maxTestProc) return false;
+  block_->testProc = static_cast<std::uint16_t>(number);
+  return true;
+}
+
+char* TequipRec::buffer(int fieldId) const {
+  if (fieldId < 0 || fieldId >= fieldCount) throw TERException(ERINVALIDFIELD, "Invalid field id");
+  return block_->index[static_cast<std::size_t>(fieldId)];
+}

@@ -1,0 +1,89 @@
+#include "store/recordLoad.h"
+
+#include "store/datastructs.h"
+#include "store/pairing.h"
+#include "store/recordLines.h"
+#include "store/savedPair.h"
+#include "support/fileSystem.h"
+
+namespace {
+
+/// Reads one file into its list. Returns 0, 7 or 9, or `notOpened`.
+template <typename List, typename ReadLines>
+TERStatus readFile(TfileSystem& files, const std::filesystem::path& path, List& list, std::size_t recordLimit,
+                   ReadLines readLines, TERStatus notOpened) {
+  const auto result = files.read(path, list.content);
+  if (result == TfileSystem::TreadResult::notOpened) return notOpened;
+  if (result == TfileSystem::TreadResult::readFailed) throw TERException(EREXCEPTION, "fgets() failed");
+  try {
+    readLines(list, recordLimit);
+  } catch (const TERException& exception) {
+    if (exception.code() != ERDATAOVERFLOW) throw;
+    return ERDATAOVERFLOW;
+  }
+  if (result == TfileSystem::TreadResult::closeFailed) throw TERException(ERCLOSEFAILED, "fclose() failed");
+  return list.dropped ? ERINVALIDRECORDS : ERSUCCESS;
+}
+
+/// Whether a record made of the two lines holds all that they say.
+bool fits(const _EQDAT& data, const _EQINFO& info) {
+  if (data.controlNum != info.controlNum() || data.controlNum.size() >= fieldSizes[fieldControlNum]) return false;
+  for (std::size_t id = fieldDescription; id < fieldSizes.size(); ++id) {
+    if (info.texts[id].size() >= fieldSizes[id]) return false;
+  }
+  return true;
+}
+
+TequipRec makeRecord(const _EQDAT& data, const _EQINFO& info) {
+  TequipRec record;
+  record.setText(fieldControlNum, data.controlNum);
+  for (int id = fieldDescription; id < fieldCount; ++id) {
+    record.setText(id, info.texts[static_cast<std::size_t>(id)]);
+  }
+  record.setTestProc(data.testProc);
+  return record;
+}
+
+/// Appends a record for each pair. Returns whether each holds all that its lines say.
+bool merge(const Tpairing& pairing, const TdataList& data, const TinfoList& info, TequipRecTable& store) {
+  bool complete = true;
+  store.reserve(pairing.pairs.size());
+  for (const Tpair& pair : pairing.pairs) {
+    const _EQDAT& dataLine = data.entries[pair.data];
+    const _EQINFO& infoLine = info.entries[pair.info];
+    complete = fits(dataLine, infoLine) && complete;
+    store.append(makeRecord(dataLine, infoLine));
+  }
+  return complete;
+}
+
+/// What the load reports: an overflow of either file before anything that was left out.
+TERStatus worse(TERStatus data, TERStatus info, bool pairingComplete) {
+  if (data == ERDATAOVERFLOW || info == ERDATAOVERFLOW) return ERDATAOVERFLOW;
+  return data != ERSUCCESS || info != ERSUCCESS || !pairingComplete ? ERINVALIDRECORDS : ERSUCCESS;
+}
+
+}  // namespace
+
+TERStatus TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, const std::filesystem::path& dataPath,
+                            const std::filesystem::path& infoPath, TfileSystem& files, bool* complete) {
+  if (complete != nullptr) *complete = true;
+  if (store == nullptr || dataPath.empty() || infoPath.empty()) return ERINVALIDINPUT;
+  store->removeAll();
+  TsavedPair pair(files, dataPath, infoPath);
+  pair.recover();
+
+  TdataList data;
+  const TERStatus dataStatus =
+      readFile(files, pair.current(pair.data()), data, recordLimit, readDataLines, ER1STFILENOTFOUND);
+  if (dataStatus == ER1STFILENOTFOUND) return dataStatus;
+  TinfoList info;
+  const TERStatus infoStatus =
+      readFile(files, pair.current(pair.info()), info, recordLimit, readInfoLines, ER2NDFILENOTFOUND);
+  if (infoStatus == ER2NDFILENOTFOUND) return infoStatus;
+
+  const Tpairing pairing = pairLists(data, info);
+  const bool allHeld = merge(pairing, data, info, *store);
+  if (complete != nullptr) *complete = allHeld;
+  return worse(dataStatus, infoStatus, pairing.complete);
+}

@@ -1,0 +1,113 @@
+#include "store/savedPair.h"
+
+#include "store/erException.h"
+#include "support/fileSystem.h"
+#include "support/safeWrite.h"
+
+namespace {
+
+TsavedPair::Tfile withTemporary(const std::filesystem::path& target) {
+  TsavedPair::Tfile file{target, target};
+  file.temporary += ".new";
+  return file;
+}
+
+}  // namespace
+
+TsavedPair::TsavedPair(TfileSystem& files, const std::filesystem::path& dataPath,
+                       const std::filesystem::path& infoPath)
+    : files_(files),
+      data_(withTemporary(files.resolve(dataPath))),
+      info_(withTemporary(files.resolve(infoPath))),
+      marker_(withTemporary(dataPath.parent_path() / "eq.commit")) {}
+
+bool TsavedPair::recover() {
+  TcommitMarker marker;
+  const Tmarker found = readMarker(marker);
+  pending_ = found == Tmarker::unreadable;
+  if (pending_) return false;
+  if (found == Tmarker::whole && isAnywhere(data_, marker.data) && isAnywhere(info_, marker.info)) {
+    pending_ = !putInPlace(data_, marker.data) || !putInPlace(info_, marker.info) || !flushFolders();
+    if (pending_) return false;
+  }
+  withdraw();
+  return true;
+}
+
+std::filesystem::path TsavedPair::current(const Tfile& file) const {
+  return pending_ && files_.stamp(file.temporary) ? file.temporary : file.target;
+}
+
+void TsavedPair::commit(const TfileSum& data, const TfileSum& info) {
+  const TcommitMarker marker{data_.target.filename().string(), data, info_.target.filename().string(), info};
+  if (!decide(marker)) {
+    withdraw();
+    throw TERException(EREXCEPTION, "The commit marker could not be written");
+  }
+  if (!putInPlace(data_, data)) {
+    withdraw();
+    throw TERException(EREXCEPTION, "The new eq file could not be put into place");
+  }
+  if (!putInPlace(info_, info) || !flushFolders()) {
+    throw TERException(EREXCEPTION, "The new eq info file could not be put into place yet");
+  }
+  withdraw();
+}
+
+void TsavedPair::discard() {
+  files_.remove(data_.temporary);
+  files_.remove(info_.temporary);
+}
+
+TsavedPair::Tmarker TsavedPair::readMarker(TcommitMarker& marker) {
+  std::string text;
+  switch (files_.read(marker_.target, text)) {
+    case TfileSystem::TreadResult::notOpened:
+      return files_.stamp(marker_.target) ? Tmarker::unreadable : Tmarker::none;
+    case TfileSystem::TreadResult::done:
+      break;
+    default:
+      return Tmarker::unreadable;
+  }
+  const auto whole = TcommitMarker::fromText(text);
+  if (whole) marker = *whole;
+  return whole ? Tmarker::whole : Tmarker::none;
+}
+
+bool TsavedPair::holds(const std::filesystem::path& path, const TfileSum& sum) {
+  std::string content;
+  return files_.read(path, content) == TfileSystem::TreadResult::done && sumOf(content) == sum;
+}
+
+bool TsavedPair::isAnywhere(const Tfile& file, const TfileSum& sum) {
+  return holds(file.temporary, sum) || holds(file.target, sum);
+}
+
+bool TsavedPair::putInPlace(const Tfile& file, const TfileSum& sum) {
+  // Another process may have recovered this save meanwhile, or this recovery was itself interrupted.
+  const bool inPlace = !files_.stamp(file.temporary) && holds(file.target, sum);
+  return inPlace || files_.rename(file.temporary, file.target);
+}
+
+/// Brings the marker, and before it the names of both temporaries, to the disk.
+bool TsavedPair::decide(const TcommitMarker& marker) {
+  return writeFlushed(files_, marker_.temporary, data_.target, marker.toText()) && flushFolders() &&
+         files_.rename(marker_.temporary, marker_.target) && files_.flushFolder(marker_.target.parent_path());
+}
+
+/// Removes the marker, and once it is surely gone everything else that a save leaves behind.
+void TsavedPair::withdraw() {
+  const auto folder = marker_.target.parent_path();
+  const bool hadMarker = files_.stamp(marker_.target).has_value();
+  if (hadMarker && !(files_.remove(marker_.target) && files_.flushFolder(folder))) return;
+  files_.remove(marker_.temporary);
+  discard();
+}
+
+bool TsavedPair::flushFolders() {
+  const auto markerFolder = marker_.target.parent_path();
+  const auto dataFolder = data_.target.parent_path();
+  const auto infoFolder = info_.target.parent_path();
+  return files_.flushFolder(markerFolder) && (dataFolder == markerFolder || files_.flushFolder(dataFolder)) &&
+         (infoFolder == markerFolder || infoFolder == dataFolder || files_.flushFolder(infoFolder));
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+class TfileSystem;
+
+/// Creates the file at `path`, or empties it, and brings `content` to the disk, with the permissions of `like`.
+/// False: it did not get there whole; a part of it may stand.
+bool writeFlushed(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& like,
+                  std::string_view content);
+
+/// Replaces the content of one file, all or nothing, whatever happens meanwhile; keeps its permissions, and a symbolic
+/// link in its place. False: the old content stands.
+bool replaceFile(TfileSystem& files, const std::filesystem::path& path, std::string_view content);

@@ -1,0 +1,18 @@
+# Warnings, sanitizers and the compiler cache, for every target below.
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
+                    -Werror)
+add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(EQREC_SANITIZE)
+  add_compile_options(-fsanitize=${EQREC_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${EQREC_SANITIZE})
+endif()
+
+find_program(EQREC_CCACHE ccache)
+if(EQREC_CCACHE)
+  # The sloppiness is what the compiler cache needs to work with precompiled headers.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${EQREC_CCACHE})
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endif()
