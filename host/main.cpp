@@ -2,6 +2,7 @@
 #include <QCommandLineParser>
 
 #include "host/hostWindow.h"
+#include "host/tour/runTour.h"
 
 namespace {
 
@@ -25,10 +26,18 @@ int main(int argc, char** argv) {
                                    QStringLiteral("DIR"), here);
   const QCommandLineOption working(QStringLiteral("working-folder"), QStringLiteral("Folder that holds DATA."),
                                    QStringLiteral("DIR"), here);
+  const QCommandLineOption tour(QStringLiteral("tour"),
+                                QStringLiteral("Runs the guided tour on a copy of the list in the working folder (the "
+                                               "sample list where none is given), with its pictures in DIR."),
+                                QStringLiteral("DIR"));
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("A stand-in for the host application of the QT484."));
   parser.addHelpOption();
-  parser.addOptions({program, working});
+  parser.addOptions({program, working, tour});
   parser.process(application);
+  if (parser.isSet(tour)) {
+    const QString list = parser.isSet(working) ? parser.value(working) : here + QStringLiteral("/sample");
+    return runTour(modulePath(), list, parser.value(tour));
+  }
   return runHost({parser.value(program), parser.value(working)});
 }
