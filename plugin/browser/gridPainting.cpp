@@ -44,6 +44,17 @@ void TgridHeader::showSort(int column, bool ascending) {
   viewport()->update();
 }
 
+void TgridHeader::paintEvent(QPaintEvent* event) {
+  QHeaderView::paintEvent(event);
+  const int end = length() - offset();
+  QPainter(viewport()).fillRect(end, 0, width() - end, height(), silver);
+}
+
+/// The second press of a fast pair arrives as this event alone, and counts like any other.
+void TgridHeader::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+}
+
 void TgridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
   const QString text = model()->headerData(section, Qt::Horizontal).toString();
   painter->fillRect(rect, silver);

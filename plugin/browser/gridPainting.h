@@ -15,7 +15,9 @@ class TgridHeader : public QHeaderView {
   void showSort(int column, bool ascending);
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
   QPixmap sortUp_;

@@ -1,0 +1,112 @@
+#include "browser/settings.h"
+
+#include <QTest>
+
+#include "browser/columns.h"
+#include "support/iniFile.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+namespace {
+
+/// The column codes that a settings file leads to, as text.
+QByteArray columnsFor(const QByteArray& iniText) {
+  const TtestFolder folder;
+  if (!iniText.isNull()) writeBytes(folder / "e.ini", iniText);
+  TcolumnLayout columns;
+  columns.build(TbrowserSettings::load(TiniFile(folder / "e.ini")));
+  QByteArrayList ids;
+  for (int i = 0; i < columns.count(); ++i) ids << QByteArray::number(columns.id(i));
+  return ids.join(' ');
+}
+
+}  // namespace
+
+class TsettingsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void displayFlagsMakeColumns_data();
+  void displayFlagsMakeColumns();
+  void customNamesHeadColumns();
+  void sortOrderIsRead_data();
+  void sortOrderIsRead();
+  void widthsDefaultToSharesOfGrid();
+  void savedLayoutKeepsKeysOfOtherColumns();
+};
+EQREC_TEST(TsettingsTest);
+
+void TsettingsTest::displayFlagsMakeColumns_data() {
+  QTest::addColumn<QByteArray>("ini");
+  QTest::addColumn<QByteArray>("columns");
+  QTest::newRow("no file: defaults") << QByteArray() << QByteArray("997 0 1 2 3 998 999");
+  QTest::newRow("all off: three columns") << QByteArray("[DISPLAY]\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTITLE=0\n")
+                                          << QByteArray("997 0 998");
+  QTest::newRow("all on: ten columns") << QByteArray("[DISPLAY]\nCUSTOM1=1\nCUSTOM2=1\nCUSTOM3=1\n")
+                                       << QByteArray("997 0 1 2 3 998 999 4 5 6");
+  QTest::newRow("2 is not 1: hidden") << QByteArray("[DISPLAY]\nDESCRIPTION=2\nMODEL=-1\n")
+                                      << QByteArray("997 0 2 998 999");
+  QTest::newRow("no number: default") << QByteArray("[DISPLAY]\nTITLE=yes\nCUSTOM2=yes\n")
+                                      << QByteArray("997 0 1 2 3 998 999");
+}
+
+void TsettingsTest::displayFlagsMakeColumns() {
+  QFETCH(QByteArray, ini);
+  QTEST(columnsFor(ini), "columns");
+}
+
+void TsettingsTest::customNamesHeadColumns() {
+  const TtestFolder folder;
+  writeBytes(folder / "e.ini", "[CUSTOMFIELDS]\nFIELD1NAME=Ward & \xC5rea\nFIELD2NAME=\n");
+  TcolumnLayout columns;
+  columns.build(TbrowserSettings::load(TiniFile(folder / "e.ini")));
+  QCOMPARE(columns.header(4), "Ward & \xC5rea");
+  QCOMPARE(columns.header(5), "");
+  QCOMPARE(columns.header(6), "Custom 3");
+  QCOMPARE(columns.header(7), "Unknown");
+  QCOMPARE(columns.id(7), columnNotFound);
+  QCOMPARE(columns.id(-1), columnNotFound);
+  QCOMPARE(columns.index(998), 5);
+  QCOMPARE(columns.index(4), -1);
+}
+
+void TsettingsTest::sortOrderIsRead_data() {
+  QTest::addColumn<QByteArray>("ini");
+  QTest::addColumn<int>("column");
+  QTest::addColumn<bool>("ascending");
+  QTest::newRow("nothing stored: first column ascending") << QByteArray() << 0 << true;
+  QTest::newRow("stored order") << QByteArray("SORTCOL=4\nSORTASC=0\n") << 4 << false;
+  QTest::newRow("flag other than 1: descending") << QByteArray("SORTCOL=4\nSORTASC=3\n") << 4 << false;
+  QTest::newRow("column equal to the count: kept") << QByteArray("SORTCOL=10\nSORTASC=0\n") << 10 << false;
+  QTest::newRow("column above the count: reset") << QByteArray("SORTCOL=11\nSORTASC=0\n") << 0 << true;
+}
+
+void TsettingsTest::sortOrderIsRead() {
+  QFETCH(QByteArray, ini);
+  const TtestFolder folder;
+  writeBytes(folder / "e.ini", "[GRID]\n" + ini);
+  const auto layout = TgridLayout::load(TiniFile(folder / "e.ini"), "GRID", 770, 10);
+  QTEST(layout.sortColumn, "column");
+  QTEST(layout.sortAscending, "ascending");
+}
+
+void TsettingsTest::widthsDefaultToSharesOfGrid() {
+  const TtestFolder folder;
+  writeBytes(folder / "e.ini", "[GRID]\nCOL_2_WIDTH=123\nCOL_3_WIDTH=wide\n");
+  const auto layout = TgridLayout::load(TiniFile(folder / "e.ini"), "GRID", 779, 10);
+  QCOMPARE(layout.widths[0], 70);
+  QCOMPARE(layout.widths[2], 123);
+  QCOMPARE(layout.widths[3], 70);
+}
+
+void TsettingsTest::savedLayoutKeepsKeysOfOtherColumns() {
+  const TtestFolder folder;
+  writeBytes(folder / "e.ini", "[GRID]\nCOL_9_WIDTH=99\nSORTCOL=1\n[EDITGRID]\nSORTCOL=1\n");
+  TgridLayout layout;
+  layout.widths = {11, 22};
+  layout.sortAscending = false;
+  layout.save(TiniFile(folder / "e.ini"), "GRID", 2);
+  QCOMPARE(bytesOf(folder / "e.ini"),
+           "[GRID]\nCOL_9_WIDTH=99\nSORTCOL=0\nCOL_0_WIDTH=11\nCOL_1_WIDTH=22\nSORTASC=0\n[EDITGRID]\nSORTCOL=1\n");
+}
+
+#include "settingsTest.moc"

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+
+#include "support/messageBox.h"
+
+/// Takes the message boxes' place while it lives, remembers their captions and answers OK.
+class TmessageRecorder {
+ public:
+  TmessageRecorder() {
+    replaceMessageBox([this](QWidget*, const TmessageText& message, QMessageBox::StandardButtons) {
+      captions_ << QByteArray(message.caption);
+      return QMessageBox::Ok;
+    });
+  }
+  TmessageRecorder(const TmessageRecorder&) = delete;
+  TmessageRecorder& operator=(const TmessageRecorder&) = delete;
+  ~TmessageRecorder() { replaceMessageBox({}); }
+
+  /// The captions since the last call.
+  QByteArrayList takeCaptions() { return std::exchange(captions_, {}); }
+
+ private:
+  QByteArrayList captions_;
+};
