@@ -17,8 +17,8 @@ struct ThostFolders {
   QString working;  ///< holds `DATA`
 };
 
-/// The stand-in host's main window: it loads the plug-in, offers its launch button, and gives way to the plug-in's frame
-/// while that is open.
+/// The stand-in host's main window: it loads the plug-in, offers its launch button, and gives way to the plug-in's
+/// frame while that is open.
 class ThostWindow : public QWidget, public THostApplication, public Tqt484Frame {
   Q_OBJECT
 

@@ -32,10 +32,11 @@ int Ttour::run() {
   if (failures_ == 0) tourEmptyList();
   if (failures_ == 0) tourFullList();
   host_.reset();
-  print(failures_ == 0 ? QStringLiteral("%1 steps passed; pictures in %2").arg(stepCount_).arg(pictureFolder_.absolutePath())
-                       : QStringLiteral("The tour failed at step %1; pictures until then in %2")
-                             .arg(stepCount_)
-                             .arg(pictureFolder_.absolutePath()));
+  print(failures_ == 0
+            ? QStringLiteral("%1 steps passed; pictures in %2").arg(stepCount_).arg(pictureFolder_.absolutePath())
+            : QStringLiteral("The tour failed at step %1; pictures until then in %2")
+                  .arg(stepCount_)
+                  .arg(pictureFolder_.absolutePath()));
   return failures_ == 0 ? 0 : 1;
 }
 

@@ -59,6 +59,6 @@ class Ttour {
   QString list_;  ///< the folder being toured
   int stepCount_ = 0;
   int failures_ = 0;
-  int widened_ = 0;         ///< the width that a column was dragged to
+  int widened_ = 0;        ///< the width that a column was dragged to
   QStringList lastOrder_;  ///< the descriptions as they stood when the plug-in was left
 };

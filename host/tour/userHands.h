@@ -17,8 +17,8 @@ class TstepFailed : public std::runtime_error {
 /// Throws `TstepFailed` with `why` unless `holds`.
 void expect(bool holds, const QString& why);
 
-/// What a user does with windows: real mouse and key events, sent to the window as the platform sends them. Controls are
-/// found by name; a missing one fails the step with a list of those that are there.
+/// What a user does with windows: real mouse and key events, sent to the window as the platform sends them. Controls
+/// are found by name; a missing one fails the step with a list of those that are there.
 class TuserHands {
  public:
   explicit TuserHands(QWidget* window) : window_(window) {}

@@ -19,8 +19,8 @@ class TgridModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-  /// Takes over what view and columns hold now. Rows and columns come and go at the end, so that a selection stays on the
-  /// rows that still exist.
+  /// Takes over what view and columns hold now. Rows and columns come and go at the end, so that a selection stays on
+  /// the rows that still exist.
   void refill();
 
  private:

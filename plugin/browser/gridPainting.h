@@ -26,8 +26,8 @@ class TgridHeader : public QHeaderView {
   bool sortAscending_ = true;
 };
 
-/// The grid's cells: rows in turn white and light blue with dark text, selected ones in the palette's highlight, one line
-/// of text with an ellipsis where it does not fit.
+/// The grid's cells: rows in turn white and light blue with dark text, selected ones in the palette's highlight, one
+/// line of text with an ellipsis where it does not fit.
 class TgridDelegate : public QStyledItemDelegate {
   Q_OBJECT
 

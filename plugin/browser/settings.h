@@ -15,7 +15,8 @@ struct TdisplayFlags {
   std::array<bool, 3> custom = {false, false, false};
 };
 
-/// Whether confirmations are wanted before deleting: section `PROMPTS`. They are read, but the question is always asked.
+/// Whether confirmations are wanted before deleting: section `PROMPTS`. They are read, but the question is always
+/// asked.
 struct TpromptFlags {
   bool deleteSingle = true;
   bool deleteMultiple = true;

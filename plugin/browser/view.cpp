@@ -72,7 +72,8 @@ Tkeys sortedKeys(const std::vector<TrecordIndex>& indices, TcolumnId column, con
   if (column == columnTestProc) {
     keys = makeKeys(indices, [&](TrecordIndex i) { return records.at(i).testProc(); });
   } else if (column == columnTitle) {
-    keys = makeKeys(indices, [&, ranks = titleRanks(titles)](TrecordIndex i) { return ranks[records.at(i).testProc()]; });
+    keys =
+        makeKeys(indices, [&, ranks = titleRanks(titles)](TrecordIndex i) { return ranks[records.at(i).testProc()]; });
   } else {
     keys = makeKeys(indices, [](TrecordIndex i) { return i; });
   }

@@ -35,8 +35,8 @@ class Tview {
   /// Shows all records in table order.
   void showAll();
 
-  /// Sorts by what a column shows: texts byte by byte, numbers by value, each stable; descending is the ascending result
-  /// reversed, ties included. A code that no column has sorts by record index.
+  /// Sorts by what a column shows: texts byte by byte, numbers by value, each stable; descending is the ascending
+  /// result reversed, ties included. A code that no column has sorts by record index.
   void sort(TcolumnId column, bool ascending);
 
   /// What a column shows of the record at a position (Windows-1252), trimmed; "INVALID DATA" for a code that is none.

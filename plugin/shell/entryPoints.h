@@ -31,8 +31,8 @@ Q_DECL_EXPORT const char* getMainButton();
 Q_DECL_EXPORT const char* getConfigButton();
 Q_DECL_EXPORT QWidget* getConfigForm();
 
-/// Builds a new main frame, a parentless `QWidget` (its first base) that the host shows, owns and deletes. Null: it could
-/// not be built, or `setup` was not called.
+/// Builds a new main frame, a parentless `QWidget` (its first base) that the host shows, owns and deletes. Null: it
+/// could not be built, or `setup` was not called.
 Q_DECL_EXPORT TEquipmentRecordPluginFrame* getMainForm();
 
 /// Does nothing; 0.

@@ -7,7 +7,8 @@ class THostApplication {
  public:
   virtual ~THostApplication() = default;
 
-  /// The folder of the host's executable, with its trailing separator: both INI files, the export and the help lie here.
+  /// The folder of the host's executable, with its trailing separator: both INI files, the export and the help lie
+  /// here.
   virtual QString programFolder() const = 0;
   /// The folder that holds `DATA`.
   virtual QString workingFolder() const = 0;

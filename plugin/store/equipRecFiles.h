@@ -11,9 +11,9 @@ class TequipRecTable;
 
 /// The record files `DATA/eq.dat` and `DATA/eqinfo.dat` of a working folder, as one window works on them.
 ///
-/// Nothing that this window has not read is ever overwritten: after a load that was not clean, and when the files on the
-/// disk are no longer those that were loaded or last saved, the next save first keeps what it finds under a name of its
-/// own (`eq.dat.kept-1`, ...).
+/// Nothing that this window has not read is ever overwritten: after a load that was not clean, and when the files on
+/// the disk are no longer those that were loaded or last saved, the next save first keeps what it finds under a name of
+/// its own (`eq.dat.kept-1`, ...).
 class TequipRecFiles {
  public:
   explicit TequipRecFiles(std::filesystem::path workingFolder, TfileSystem& files = diskFileSystem());

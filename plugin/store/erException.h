@@ -9,15 +9,15 @@
 using TERStatus = signed char;
 
 inline constexpr TERStatus ERSUCCESS = 0;
-inline constexpr TERStatus EREXCEPTION = 1;         ///< general error
-inline constexpr TERStatus ER1STFILENOTFOUND = 2;   ///< the data file could not be opened
-inline constexpr TERStatus ER2NDFILENOTFOUND = 3;   ///< the information file could not be opened
-inline constexpr TERStatus ERINVALIDINPUT = 4;      ///< invalid arguments
-inline constexpr TERStatus ERDATAOVERFLOW = 7;      ///< more records than allowed
-inline constexpr TERStatus ERCLOSEFAILED = 8;       ///< a file could not be closed
-inline constexpr TERStatus ERINVALIDRECORDS = 9;    ///< one or more corrupt lines or records were left out
-inline constexpr TERStatus ERSUCCESSTOO = 10;       ///< success as well
-inline constexpr TERStatus ERINVALIDFIELD = 11;     ///< a field id that is none
+inline constexpr TERStatus EREXCEPTION = 1;        ///< general error
+inline constexpr TERStatus ER1STFILENOTFOUND = 2;  ///< the data file could not be opened
+inline constexpr TERStatus ER2NDFILENOTFOUND = 3;  ///< the information file could not be opened
+inline constexpr TERStatus ERINVALIDINPUT = 4;     ///< invalid arguments
+inline constexpr TERStatus ERDATAOVERFLOW = 7;     ///< more records than allowed
+inline constexpr TERStatus ERCLOSEFAILED = 8;      ///< a file could not be closed
+inline constexpr TERStatus ERINVALIDRECORDS = 9;   ///< one or more corrupt lines or records were left out
+inline constexpr TERStatus ERSUCCESSTOO = 10;      ///< success as well
+inline constexpr TERStatus ERINVALIDFIELD = 11;    ///< a field id that is none
 
 /// The record store's exception.
 class TERException : public TEqRecException {

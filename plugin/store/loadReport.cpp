@@ -17,8 +17,9 @@ std::optional<TmessageText> loadMessage(TERStatus status) {
       return TmessageText{"The equipment record data file could not be found.\nEquipment records were not loaded",
                           "ER1STFILENOTFOUND", TmessageIcon::error};
     case ER2NDFILENOTFOUND:
-      return TmessageText{"The equipment record information file could not be found.\nEquipment records were not loaded",
-                          "ER2NDFILENOTFOUND", TmessageIcon::error};
+      return TmessageText{
+          "The equipment record information file could not be found.\nEquipment records were not loaded",
+          "ER2NDFILENOTFOUND", TmessageIcon::error};
     case ERINVALIDINPUT:
       return TmessageText{"Invalid parameters passed to TequipRecFromFile()\nEquipment records were not loaded",
                           "ERINVALIDINPUT", TmessageIcon::error};

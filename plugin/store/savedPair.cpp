@@ -14,8 +14,7 @@ TsavedPair::Tfile withTemporary(const std::filesystem::path& target) {
 
 }  // namespace
 
-TsavedPair::TsavedPair(TfileSystem& files, const std::filesystem::path& dataPath,
-                       const std::filesystem::path& infoPath)
+TsavedPair::TsavedPair(TfileSystem& files, const std::filesystem::path& dataPath, const std::filesystem::path& infoPath)
     : files_(files),
       data_(withTemporary(files.resolve(dataPath))),
       info_(withTemporary(files.resolve(infoPath))),

@@ -33,7 +33,8 @@ class TsavedPair {
   std::filesystem::path current(const Tfile& file) const;
 
   /// Puts both temporaries, written and flushed to the disk with this content, into the place of the files. Throws
-  /// `TERException` with code 1 when that fails: then either both old files stand, or `recover` will bring both new ones.
+  /// `TERException` with code 1 when that fails: then either both old files stand, or `recover` will bring both new
+  /// ones.
   void commit(const TfileSum& data, const TfileSum& info);
 
   /// Removes the temporaries.

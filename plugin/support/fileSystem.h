@@ -37,8 +37,8 @@ class TfileSystem {
 
   virtual ~TfileSystem() = default;
 
-  /// Reads a whole file, byte for byte, into `content`. `notOpened` also stands for anything that is not a regular file.
-  /// After a failure `content` holds nothing of use.
+  /// Reads a whole file, byte for byte, into `content`. `notOpened` also stands for anything that is not a regular
+  /// file. After a failure `content` holds nothing of use.
   virtual TreadResult read(const std::filesystem::path& path, std::string& content) = 0;
 
   /// The stamp of a regular file; nothing where there is none.
@@ -48,8 +48,7 @@ class TfileSystem {
   virtual bool isWritable(const std::filesystem::path& path) = 0;
 
   /// Creates or empties a file for writing, with the permissions of `like` where that file exists. Null: not opened.
-  virtual std::unique_ptr<TfileWriter> create(const std::filesystem::path& path,
-                                              const std::filesystem::path& like) = 0;
+  virtual std::unique_ptr<TfileWriter> create(const std::filesystem::path& path, const std::filesystem::path& like) = 0;
 
   /// Gives `from` the name `to` in one step, in place of a file that may stand there.
   virtual bool rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;

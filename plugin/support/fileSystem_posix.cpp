@@ -1,10 +1,9 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "support/fileSystem.h"
 
@@ -130,9 +129,7 @@ class TdiskFileSystem final : public TfileSystem {
     return std::rename(from.c_str(), to.c_str()) == 0;
   }
 
-  bool remove(const std::filesystem::path& path) override {
-    return ::unlink(path.c_str()) == 0 || errno == ENOENT;
-  }
+  bool remove(const std::filesystem::path& path) override { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
 
   bool flushFolder(const std::filesystem::path& folder) override {
     const int descriptor = openRetrying(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY);

@@ -1,5 +1,4 @@
 #include <SimpleIni.h>
-
 #include <algorithm>
 #include <charconv>
 #include <optional>

@@ -10,7 +10,7 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 /// Where a key's line stands, or where it would have to be put.
 struct Tplace {
-  std::size_t begin = 0;  ///< offset of the line's first byte, or of the place for a new line
+  std::size_t begin = 0;   ///< offset of the line's first byte, or of the place for a new line
   std::size_t length = 0;  ///< of the line without its end; 0 for a new line
   bool keyFound = false;
 };

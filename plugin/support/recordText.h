@@ -8,5 +8,6 @@
 /// five bytes that Windows-1252 leaves undefined stay.
 std::string_view trimmedText(std::string_view text);
 
-/// Whether two names are the same but for the case of ASCII letters, as section names, keys and file names are compared.
+/// Whether two names are the same but for the case of ASCII letters, as section names, keys and file names are
+/// compared.
 bool sameName(std::string_view a, std::string_view b);

@@ -79,7 +79,8 @@ TtestProcLoad loadTestProcTable(TfileSystem& files, const std::filesystem::path&
   if (!std::filesystem::exists(path, error) && !error) return TtestProcLoad::missing;
   std::string content;
   TtestProcTable read;
-  if (files.read(path, content) != TfileSystem::TreadResult::done || !parse(content, read)) return TtestProcLoad::damaged;
+  if (files.read(path, content) != TfileSystem::TreadResult::done || !parse(content, read))
+    return TtestProcLoad::damaged;
   table = std::move(read);
   return TtestProcLoad::loaded;
 }

@@ -1,8 +1,7 @@
-#include "browser/settings.h"
-
 #include <QTest>
 
 #include "browser/columns.h"
+#include "browser/settings.h"
 #include "support/iniFile.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -39,8 +38,8 @@ void TsettingsTest::displayFlagsMakeColumns_data() {
   QTest::addColumn<QByteArray>("ini");
   QTest::addColumn<QByteArray>("columns");
   QTest::newRow("no file: defaults") << QByteArray() << QByteArray("997 0 1 2 3 998 999");
-  QTest::newRow("all off: three columns") << QByteArray("[DISPLAY]\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTITLE=0\n")
-                                          << QByteArray("997 0 998");
+  QTest::newRow("all off: three columns")
+      << QByteArray("[DISPLAY]\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTITLE=0\n") << QByteArray("997 0 998");
   QTest::newRow("all on: ten columns") << QByteArray("[DISPLAY]\nCUSTOM1=1\nCUSTOM2=1\nCUSTOM3=1\n")
                                        << QByteArray("997 0 1 2 3 998 999 4 5 6");
   QTest::newRow("2 is not 1: hidden") << QByteArray("[DISPLAY]\nDESCRIPTION=2\nMODEL=-1\n")

@@ -1,8 +1,7 @@
-#include "browser/view.h"
-
 #include <QTest>
 
 #include "browser/settings.h"
+#include "browser/view.h"
 #include "testproc/autosequenceFileStructs.h"
 #include "tools/testList.h"
 

@@ -1,0 +1,216 @@
+#include <QApplication>
+#include <QLibrary>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+#include <stdexcept>
+
+#include "shell/entryPoints.h"
+#include "shell/hostInterface.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+namespace {
+
+/// A host with a list of two records.
+class TtestHost : public THostApplication, public Tqt484Frame {
+ public:
+  explicit TtestHost(QString ending = QStringLiteral("/")) : ending_(std::move(ending)) {
+    writeBytes(folder_ / "DATA/eq.dat", "\"A1\",1\n\"A2\",2\n");
+    writeBytes(folder_ / "DATA/eqinfo.dat", R"("A1","","","","","","")"
+                                            "\n"
+                                            R"("A2","","","","","","")"
+                                            "\n");
+  }
+
+  QString programFolder() const override { return workingFolder(); }
+  QString workingFolder() const override {
+    if (throws) throw std::runtime_error("no folder");
+    return QString::fromStdString(folder_.path().string()) + ending_;
+  }
+  void returnToMainWindow() override { ++returns; }
+
+  bool throws = false;
+  int returns = 0;
+
+ private:
+  TtestFolder folder_;
+  QString ending_;
+};
+
+/// The module, loaded for one test and unloaded after it.
+class Tmodule {
+ public:
+  Tmodule() : library_(QStringLiteral(EQREC_MODULE)) {
+    if (!library_.load()) qFatal("%s", qPrintable(library_.errorString()));
+    function<decltype(Initialize)>("Initialize")();
+  }
+  Tmodule(const Tmodule&) = delete;
+  Tmodule& operator=(const Tmodule&) = delete;
+  ~Tmodule() {
+    function<decltype(Finalize)>("Finalize")();
+    library_.unload();
+  }
+
+  template <typename Function>
+  Function* function(const char* name) {
+    return reinterpret_cast<Function*>(library_.resolve(name));
+  }
+
+  std::int32_t setUp(THostApplication* application, Tqt484Frame* frame) {
+    return function<decltype(setup)>("setup")(application, frame);
+  }
+  std::unique_ptr<QWidget> mainForm() { return std::unique_ptr<QWidget>(function<QWidget*()>("getMainForm")()); }
+
+ private:
+  QLibrary library_;
+};
+
+const QTableView* gridOf(const QWidget* frame) {
+  return frame->findChild<QTableView*>(QStringLiteral("tblEqRec"));
+}
+
+}  // namespace
+
+class TmoduleTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void exportsNineNamesAndNoTenth();
+  void tellsNameAndCaption();
+  void offersNoConfiguration();
+  void setupRefusesNull();
+  void noFrameBeforeSetup();
+  void refusedSetupKeepsEarlierReferences();
+  void framesAreDistinctWithRecordsOfTheirOwn();
+  void folderMayLackItsSeparator();
+  void throwingHostGetsNoFrame();
+  void exitButtonReturnsToHost();
+  void loadProblemShowsBoxBeforeFrame();
+};
+EQREC_TEST(TmoduleTest);
+
+void TmoduleTest::exportsNineNamesAndNoTenth() {
+  QProcess lister;
+  lister.start(QStringLiteral(EQREC_SYMBOL_LISTER),
+               {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"), QStringLiteral("--format=just-symbols"),
+                QStringLiteral(EQREC_MODULE)});
+  QVERIFY2(lister.waitForFinished(), qPrintable(lister.errorString()));
+  QByteArrayList names = lister.readAllStandardOutput().split('\n');
+  names.removeAll({});
+  std::sort(names.begin(), names.end());
+  QCOMPARE(names.join(' '),
+           "Finalize Initialize getConfigButton getConfigForm getMainButton getMainForm initialize pshutdown setup");
+}
+
+void TmoduleTest::tellsNameAndCaption() {
+  Tmodule module;
+  QCOMPARE(module.function<decltype(initialize)>("initialize")(this), "EquipmentRecordPlugin");
+  const auto caption = module.function<decltype(getMainButton)>("getMainButton");
+  QCOMPARE(caption(), "Equipment Record\nEditor");
+  QCOMPARE(static_cast<const void*>(caption()), static_cast<const void*>(caption()));
+  QCOMPARE(module.function<decltype(pshutdown)>("pshutdown")(), 0);
+}
+
+void TmoduleTest::offersNoConfiguration() {
+  Tmodule module;
+  TtestHost host;
+  for (int round = 0; round < 2; ++round) {
+    QVERIFY(module.function<decltype(getConfigButton)>("getConfigButton")() == nullptr);
+    QVERIFY(module.function<decltype(getConfigForm)>("getConfigForm")() == nullptr);
+    QCOMPARE(module.setUp(&host, &host), 0);
+  }
+}
+
+void TmoduleTest::setupRefusesNull() {
+  Tmodule module;
+  TtestHost host;
+  QCOMPARE(module.setUp(nullptr, &host), -1);
+  QCOMPARE(module.setUp(&host, nullptr), -1);
+  QCOMPARE(module.setUp(&host, &host), 0);
+}
+
+void TmoduleTest::noFrameBeforeSetup() {
+  Tmodule module;
+  QVERIFY(module.mainForm() == nullptr);
+}
+
+void TmoduleTest::refusedSetupKeepsEarlierReferences() {
+  Tmodule module;
+  TtestHost host;
+  module.setUp(&host, &host);
+  module.setUp(nullptr, &host);
+  const auto frame = module.mainForm();
+  QVERIFY(frame != nullptr);
+  QCOMPARE(gridOf(frame.get())->model()->rowCount(), 2);
+}
+
+void TmoduleTest::framesAreDistinctWithRecordsOfTheirOwn() {
+  Tmodule module;
+  TtestHost host;
+  TtestHost other;
+  module.setUp(&host, &host);
+  const auto first = module.mainForm();
+  const auto second = module.mainForm();
+  QVERIFY(first != nullptr && second != nullptr && first != second);
+  QVERIFY(first->parentWidget() == nullptr && first->isWindow());
+  QVERIFY(gridOf(first.get())->model() != gridOf(second.get())->model());
+}
+
+void TmoduleTest::folderMayLackItsSeparator() {
+  Tmodule module;
+  TtestHost host(QStringLiteral(""));
+  module.setUp(&host, &host);
+  const auto frame = module.mainForm();
+  QVERIFY(frame != nullptr);
+  QCOMPARE(gridOf(frame.get())->model()->rowCount(), 2);
+}
+
+void TmoduleTest::throwingHostGetsNoFrame() {
+  Tmodule module;
+  TtestHost host;
+  module.setUp(&host, &host);
+  host.throws = true;
+  QVERIFY(module.mainForm() == nullptr);
+  host.throws = false;
+  const auto frame = module.mainForm();
+  host.throws = true;  // the folders are asked for while the frame is built, and not again
+  QVERIFY(frame != nullptr);
+}
+
+void TmoduleTest::exitButtonReturnsToHost() {
+  Tmodule module;
+  TtestHost host;
+  module.setUp(&host, &host);
+  const auto frame = module.mainForm();
+  frame->show();
+  auto* button = frame->findChild<QWidget*>(QStringLiteral("BtnExit"));
+  QVERIFY(button != nullptr);
+  QTest::mouseClick(button, Qt::LeftButton);
+  QCOMPARE(host.returns, 1);
+  QVERIFY(frame->isHidden());
+}
+
+void TmoduleTest::loadProblemShowsBoxBeforeFrame() {
+  Tmodule module;
+  TtestHost host;
+  module.setUp(&host, &host);
+  std::filesystem::remove(std::filesystem::path(host.workingFolder().toStdString()) / "DATA/eq.dat");
+  QStringList captions;
+  QTimer closer;
+  connect(&closer, &QTimer::timeout, this, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    captions << box->windowTitle();
+    box->accept();
+  });
+  closer.start(0);
+  const auto frame = module.mainForm();
+  QVERIFY(frame != nullptr);
+  QCOMPARE(captions, QStringList{QStringLiteral("ER1STFILENOTFOUND")});
+  QCOMPARE(gridOf(frame.get())->model()->rowCount(), 1);
+}
+
+#include "moduleTest.moc"
