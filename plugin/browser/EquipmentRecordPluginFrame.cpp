@@ -31,6 +31,7 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
       ini_(findPath(context_.programFolder, "EquipmentRecord.ini")),
       files_(context_.workingFolder),
       view_(records_, titles_),
+      model_(std::make_unique<TgridModel>(view_, columns_)),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {
   registerResources();
   setUpForm();
@@ -56,7 +57,7 @@ void TEquipmentRecordPluginFrame::setUpForm() {
   ui_->setupUi(this);
   ui_->BtnUpload->setText(QStringLiteral("Upload To\nQT484"));
   ui_->BtnExit->setText(QStringLiteral("Return To\nMain Window"));
-  ui_->tblEqRec->setModel(new TgridModel(view_, columns_, this));
+  ui_->tblEqRec->setModel(model_.get());
   ui_->tblEqRec->setFocus();
   layout()->activate();  // from here on the grid has the width of the opening size
   connect(ui_->tblEqRec, &TrecordGrid::headerPressed, this, &TEquipmentRecordPluginFrame::tblEqRecHeaderPressed);
@@ -93,7 +94,7 @@ void TEquipmentRecordPluginFrame::sort() {
 }
 
 void TEquipmentRecordPluginFrame::fill() {
-  static_cast<TgridModel*>(ui_->tblEqRec->model())->refill();
+  model_->refill();
   ui_->tblEqRec->showSort(sortOrder_.column, sortOrder_.ascending);
 }
 

@@ -66,5 +66,7 @@ class TEquipmentRecordPluginFrame : public QWidget {
   TsortOrder sortOrder_;
   Tview view_;
   bool savedByExit_ = false;
+  // Goes before what it shows: the grid, deleted later, then has an empty model of its own.
+  std::unique_ptr<TgridModel> model_;
   std::unique_ptr<Ui::TEquipmentRecordPluginFrame> ui_;
 };

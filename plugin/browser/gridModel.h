@@ -12,7 +12,7 @@ class TgridModel : public QAbstractTableModel {
 
  public:
   /// View and columns must outlive the model.
-  TgridModel(const Tview& view, const TcolumnLayout& columns, QObject* parent);
+  TgridModel(const Tview& view, const TcolumnLayout& columns);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
