@@ -29,7 +29,7 @@ ThostWindow::ThostWindow(const QString& modulePath, ThostFolders folders)
   } else {
     ui_->lblState->setText(QStringLiteral("The plug-in could not be loaded.\n%1").arg(pluginError()));
   }
-  ui_->lblFolder->setText(QStringLiteral("Records: %1").arg(workingFolder()));
+  ui_->lblFolder->setText(QStringLiteral("Records: %1").arg(withSeparator(folders_.working)));
   connect(ui_->btnLaunch, &QPushButton::clicked, this, &ThostWindow::btnLaunchClick);
 }
 

@@ -6,8 +6,7 @@
 #include "browser/view.h"
 #include "support/recordString.h"
 
-TgridModel::TgridModel(const Tview& view, const TcolumnLayout& columns)
-    : view_(view), columns_(columns) {}
+TgridModel::TgridModel(const Tview& view, const TcolumnLayout& columns) : view_(view), columns_(columns) {}
 
 int TgridModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rowCount_;

@@ -2,7 +2,5 @@
 
 #include <utility>
 
-TERException::TERException(TERStatus code, std::string message, const std::source_location& where)
-    : TEqRecException(std::move(message), "Plugins/Equipment Record Plugin/datastructs",
-                      static_cast<int>(where.line())),
-      code_(code) {}
+TERException::TERException(TERStatus code, std::string message, int line)
+    : TEqRecException(std::move(message), "Plugins/Equipment Record Plugin/datastructs", line), code_(code) {}

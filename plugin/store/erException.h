@@ -1,6 +1,5 @@
 #pragma once
 
-#include <source_location>
 #include <string>
 
 #include "support/errors.h"
@@ -22,8 +21,8 @@ inline constexpr TERStatus ERINVALIDFIELD = 11;    ///< a field id that is none
 /// The record store's exception.
 class TERException : public TEqRecException {
  public:
-  TERException(TERStatus code, std::string message,
-               const std::source_location& where = std::source_location::current());
+  /// `line` is the line that raises, unless it is given.
+  TERException(TERStatus code, std::string message, int line = __builtin_LINE());
 
   TERStatus code() const { return code_; }
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t bufferSize = 64 * 1024;
+constexpr std::size_t bufferSize = 65536;
 
 int openRetrying(const std::filesystem::path& path, int flags, mode_t mode = 0) {
   int descriptor = -1;

@@ -17,7 +17,7 @@ constexpr std::size_t titleOffset = 2;
 /// The little-endian number that `bytes` consists of.
 std::uint32_t littleEndian(std::string_view bytes) {
   std::uint32_t value = 0;
-  for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte) value = value << 8 | static_cast<unsigned char>(*byte);
+  for (std::size_t i = bytes.size(); i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
   return value;
 }
 
