@@ -1,6 +1,5 @@
 #include "store/datastructs.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "store/erException.h"
@@ -39,8 +38,7 @@ bool TequipRec::setText(int fieldId, const char* text) {
 void TequipRec::setText(int fieldId, std::string_view text) {
   char* field = buffer(fieldId);
   const std::size_t size = fieldSizes[static_cast<std::size_t>(fieldId)];
-  const std::size_t length = std::min(text.size(), size - 1);
-  std::memcpy(field, text.data(), length);
+  const std::size_t length = text.copy(field, size - 1);
   std::memset(field + length, 0, size - length);
 }
 

@@ -20,12 +20,10 @@ std::filesystem::path keptName(const std::filesystem::path& path, int number) {
 }
 
 /// Copies a file, if it is there, to a name that is not taken.
-void keep(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& kept) {
+bool keep(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& kept) {
   std::string content;
-  if (!files.stamp(path)) return;
-  if (files.read(path, content) != TfileSystem::TreadResult::done || !writeFlushed(files, kept, path, content)) {
-    throw TERException(EREXCEPTION, "The old files could not be kept");
-  }
+  return !files.stamp(path) ||
+         (files.read(path, content) == TfileSystem::TreadResult::done && writeFlushed(files, kept, path, content));
 }
 
 /// Runs a load or a save, and turns however it ended into its message.
@@ -77,19 +75,28 @@ TERStatus TequipRecFiles::loadFiles(TequipRecTable& table) {
 }
 
 TERStatus TequipRecFiles::saveFiles(const TequipRecTable& table) {
-  const TERStatus status =
-      TequipRecToFile(table, table.count(), dataPath(), infoPath(), files_, [this] { keepFilesIfUnread(); });
-  if (status == ERSUCCESS) known_ = stamps();
-  return status;
+  return TequipRecToFile(table, table.count(), dataPath(), infoPath(), files_, [this] {
+    keepFilesIfUnread();
+    // Renaming keeps a file's stamp: what is found in these places later is ours, whenever it gets there.
+    const TsavedPair pair(files_, dataPath(), infoPath());
+    written_ = {files_.stamp(pair.data().temporary), files_.stamp(pair.info().temporary)};
+  });
 }
 
 void TequipRecFiles::keepFilesIfUnread() {
   const Tstamps found = stamps();
-  if (allRead_ && found == known_) return;
+  const bool known = (found.data == known_.data || found.data == written_.data) &&
+                     (found.info == known_.info || found.info == written_.info);
+  if (allRead_ && known) return;
   int number = 1;
   while (files_.stamp(keptName(dataPath(), number)) || files_.stamp(keptName(infoPath(), number))) ++number;
-  keep(files_, dataPath(), keptName(dataPath(), number));
-  keep(files_, infoPath(), keptName(infoPath(), number));
+  const auto keptData = keptName(dataPath(), number);
+  const auto keptInfo = keptName(infoPath(), number);
+  if (!keep(files_, dataPath(), keptData) || !keep(files_, infoPath(), keptInfo)) {
+    files_.remove(keptData);
+    files_.remove(keptInfo);
+    throw TERException(EREXCEPTION, "The old files could not be kept");
+  }
   // A save that fails after this need not keep the same files once more.
   allRead_ = true;
   known_ = found;

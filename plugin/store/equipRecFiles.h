@@ -42,5 +42,6 @@ class TequipRecFiles {
   std::filesystem::path workingFolder_;
   TfileSystem& files_;
   bool allRead_ = false;  ///< the table holds all that the files with the stamps `known_` say
-  Tstamps known_;
+  Tstamps known_;         ///< of the files as they were loaded or kept
+  Tstamps written_;       ///< of the files as this window last wrote them
 };

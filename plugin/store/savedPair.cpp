@@ -26,7 +26,9 @@ bool TsavedPair::recover() {
   pending_ = found == Tmarker::unreadable;
   if (pending_) return false;
   if (found == Tmarker::whole && isAnywhere(data_, marker.data) && isAnywhere(info_, marker.info)) {
-    pending_ = !putInPlace(data_, marker.data) || !putInPlace(info_, marker.info) || !flushFolders();
+    // The marker may be there for this process and not yet on the disk: it must outlast the files' new names.
+    pending_ = !files_.flushFolder(marker_.target.parent_path()) || !putInPlace(data_, marker.data) ||
+               !putInPlace(info_, marker.info) || !flushFolders();
     if (pending_) return false;
   }
   withdraw();
@@ -68,9 +70,11 @@ TsavedPair::Tmarker TsavedPair::readMarker(TcommitMarker& marker) {
     default:
       return Tmarker::unreadable;
   }
-  const auto whole = TcommitMarker::fromText(text);
-  if (whole) marker = *whole;
-  return whole ? Tmarker::whole : Tmarker::none;
+  const auto found = TcommitMarker::fromText(text);
+  const bool ofThisPair = found && found->dataName == data_.target.filename().string() &&
+                          found->infoName == info_.target.filename().string();
+  if (ofThisPair) marker = *found;
+  return ofThisPair ? Tmarker::whole : Tmarker::none;
 }
 
 bool TsavedPair::holds(const std::filesystem::path& path, const TfileSum& sum) {
@@ -83,8 +87,9 @@ bool TsavedPair::isAnywhere(const Tfile& file, const TfileSum& sum) {
 }
 
 bool TsavedPair::putInPlace(const Tfile& file, const TfileSum& sum) {
-  // Another process may have recovered this save meanwhile, or this recovery was itself interrupted.
-  const bool inPlace = !files_.stamp(file.temporary) && holds(file.target, sum);
+  // It is in place already where another process has recovered this save, or an earlier recovery was interrupted. A
+  // temporary of other content is then the beginning of a later save.
+  const bool inPlace = !holds(file.temporary, sum) && holds(file.target, sum);
   return inPlace || files_.rename(file.temporary, file.target);
 }
 

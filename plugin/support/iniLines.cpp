@@ -15,10 +15,17 @@ struct Tplace {
   bool keyFound = false;
 };
 
+/// `text` without the blanks around it: the same that the INI reader passes over, and no other control characters.
+std::string_view withoutBlanks(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(blanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
 /// The line that begins at `offset`, without its end.
 std::string_view lineAt(std::string_view content, std::size_t offset) {
-  const auto line = content.substr(offset, content.find_first_of("\r\n", offset) - offset);
-  return line;
+  return content.substr(offset, content.find_first_of("\r\n", offset) - offset);
 }
 
 /// The offset of the line after the one that begins at `offset`; the length of `content` where that was the last.
@@ -31,17 +38,17 @@ std::size_t nextLine(std::string_view content, std::size_t offset) {
 /// The name in a section's heading line, or nothing where the line is none.
 std::optional<std::string_view> sectionName(std::string_view line) {
   if (line.starts_with(byteOrderMark)) line.remove_prefix(byteOrderMark.size());
-  line = trimmedText(line);
+  line = withoutBlanks(line);
   const std::size_t end = line.find(']');
   if (!line.starts_with('[') || end == std::string_view::npos) return std::nullopt;
-  return trimmedText(line.substr(1, end - 1));
+  return withoutBlanks(line.substr(1, end - 1));
 }
 
 bool holdsKey(std::string_view line, std::string_view key) {
-  line = trimmedText(line);
+  line = withoutBlanks(line);
   const std::size_t equals = line.find('=');
   const bool comment = line.starts_with(';') || line.starts_with('#');
-  return !comment && equals != std::string_view::npos && sameName(trimmedText(line.substr(0, equals)), key);
+  return !comment && equals != std::string_view::npos && sameName(withoutBlanks(line.substr(0, equals)), key);
 }
 
 /// The key's line in any section of that name, else the place after the last line of the first such section that says
@@ -57,7 +64,7 @@ std::optional<Tplace> findPlace(std::string_view content, std::string_view secti
       insideFirst = inside && !newLine;
     }
     if (inside && holdsKey(line, key)) return Tplace{offset, line.size(), true};
-    if (insideFirst && !trimmedText(line).empty()) newLine = Tplace{nextLine(content, offset), 0, false};
+    if (insideFirst && !withoutBlanks(line).empty()) newLine = Tplace{nextLine(content, offset), 0, false};
   }
   return newLine;
 }

@@ -11,5 +11,6 @@ bool writeFlushed(TfileSystem& files, const std::filesystem::path& path, const s
                   std::string_view content);
 
 /// Replaces the content of one file, all or nothing, whatever happens meanwhile; keeps its permissions, and a symbolic
-/// link in its place. False: the old content stands.
+/// link in its place. False: it failed; the file holds the old content or, where only the very last flush failed, the
+/// new one, and either whole.
 bool replaceFile(TfileSystem& files, const std::filesystem::path& path, std::string_view content);
