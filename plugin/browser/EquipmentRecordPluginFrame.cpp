@@ -1,28 +1,18 @@
 #include "browser/EquipmentRecordPluginFrame.h"
 
-#include <QHeaderView>
 #include <QPointer>
 #include <QPushButton>
-#include <algorithm>
 #include <utility>
 
 #include "browser/gridModel.h"
-#include "browser/recordGrid.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
+#include "support/sortedGrid.h"
 #include "ui_EquipmentRecordPluginFrame.h"
-
-/// The room is a static library, whose resources nobody registers unasked. (The macro does not work in a namespace.)
-static void registerResources() {
-  Q_INIT_RESOURCE(resources);
-}
 
 namespace {
 
 constexpr const char* layoutSection = "GRID";
-
-/// No column may be stored so wide that the others can no longer be reached.
-constexpr int widestColumn = 4096;
 
 }  // namespace
 
@@ -33,14 +23,13 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
       view_(records_, titles_),
       model_(std::make_unique<TgridModel>(view_, columns_)),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {
-  registerResources();
   setUpForm();
   loadLayout();
   loadSettings();
   loadData();
   clearSearch();
   sort();  // once more: ties of a descending order are thereby back in table order
-  applyColumnWidths();
+  ui_->tblEqRec->setColumnWidths(layout_);
 }
 
 TEquipmentRecordPluginFrame::~TEquipmentRecordPluginFrame() {
@@ -60,14 +49,13 @@ void TEquipmentRecordPluginFrame::setUpForm() {
   ui_->tblEqRec->setModel(model_.get());
   ui_->tblEqRec->setFocus();
   layout()->activate();  // from here on the grid has the width of the opening size
-  connect(ui_->tblEqRec, &TrecordGrid::headerPressed, this, &TEquipmentRecordPluginFrame::tblEqRecHeaderPressed);
+  connect(ui_->tblEqRec, &TsortedGrid::headerPressed, this, &TEquipmentRecordPluginFrame::tblEqRecHeaderPressed);
   connect(ui_->BtnExit, &QPushButton::clicked, this, &TEquipmentRecordPluginFrame::BtnExitClick);
 }
 
 /// Reads the layout for the grid's full set of columns: widths belong to column indices, whatever comes to stand there.
 void TEquipmentRecordPluginFrame::loadLayout() {
   layout_ = TgridLayout::load(ini_, layoutSection, ui_->tblEqRec->width(), TgridLayout::mostColumns);
-  sortOrder_ = {layout_.sortColumn, layout_.sortAscending};
 }
 
 void TEquipmentRecordPluginFrame::loadSettings() {
@@ -88,22 +76,14 @@ void TEquipmentRecordPluginFrame::clearSearch() {
 }
 
 void TEquipmentRecordPluginFrame::sort() {
-  const TcolumnId column = sortOrder_.columnIn(columns_);
-  view_.sort(column, sortOrder_.ascending);
+  const TcolumnId column = sortColumnId(layout_.sort, columns_);
+  view_.sort(column, layout_.sort.ascending);
   fill();
 }
 
 void TEquipmentRecordPluginFrame::fill() {
   model_->refill();
-  ui_->tblEqRec->showSort(sortOrder_.column, sortOrder_.ascending);
-}
-
-void TEquipmentRecordPluginFrame::applyColumnWidths() {
-  for (int column = 0; column < columns_.count(); ++column) {
-    const int least = ui_->tblEqRec->horizontalHeader()->minimumSectionSize();
-    const int width = layout_.widths[static_cast<std::size_t>(column)];
-    ui_->tblEqRec->setColumnWidth(column, std::clamp(width, least, widestColumn));
-  }
+  ui_->tblEqRec->showSort(layout_.sort);
 }
 
 void TEquipmentRecordPluginFrame::saveRecords() {
@@ -111,16 +91,12 @@ void TEquipmentRecordPluginFrame::saveRecords() {
 }
 
 void TEquipmentRecordPluginFrame::saveLayout() {
-  for (int column = 0; column < columns_.count(); ++column) {
-    layout_.widths[static_cast<std::size_t>(column)] = ui_->tblEqRec->columnWidth(column);
-  }
-  layout_.sortColumn = sortOrder_.column;
-  layout_.sortAscending = sortOrder_.ascending;
+  ui_->tblEqRec->readColumnWidths(layout_);
   layout_.save(ini_, layoutSection, columns_.count());
 }
 
 void TEquipmentRecordPluginFrame::tblEqRecHeaderPressed(int column) {
-  sortOrder_.click(column);
+  layout_.sort.press(column);
   sort();
 }
 

@@ -10,6 +10,7 @@
 #include "browser/view.h"
 #include "store/datastructs.h"
 #include "store/equipRecFiles.h"
+#include "support/gridLayout.h"
 #include "support/iniFile.h"
 #include "testproc/autosequenceFileStructs.h"
 
@@ -45,7 +46,6 @@ class TEquipmentRecordPluginFrame : public QWidget {
   void loadSettings();
   void loadLayout();
   void loadData();
-  void applyColumnWidths();
   void clearSearch();
   void sort();
   void fill();
@@ -63,7 +63,6 @@ class TEquipmentRecordPluginFrame : public QWidget {
   TbrowserSettings settings_;
   TgridLayout layout_;
   TcolumnLayout columns_;
-  TsortOrder sortOrder_;
   Tview view_;
   bool savedByExit_ = false;
   // Goes before what it shows: the grid, deleted later, then has an empty model of its own.

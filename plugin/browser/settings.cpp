@@ -2,18 +2,6 @@
 
 #include "support/iniFile.h"
 
-namespace {
-
-std::string widthKey(int column) {
-  return "COL_" + std::to_string(column) + "_WIDTH";
-}
-
-std::string flagText(bool flag) {
-  return flag ? "1" : "0";
-}
-
-}  // namespace
-
 TbrowserSettings TbrowserSettings::load(const TiniFile& ini) {
   TbrowserSettings settings;
   TdisplayFlags& display = settings.display;
@@ -29,29 +17,4 @@ TbrowserSettings TbrowserSettings::load(const TiniFile& ini) {
     settings.customNames[i] = ini.readString("CUSTOMFIELDS", "FIELD" + number + "NAME", settings.customNames[i]);
   }
   return settings;
-}
-
-TgridLayout TgridLayout::load(const TiniFile& ini, const std::string& section, int gridWidth, int columnCount) {
-  TgridLayout layout;
-  const int defaultWidth = gridWidth / (columnCount + 1);
-  for (int column = 0; column < columnCount; ++column) {
-    layout.widths.at(static_cast<std::size_t>(column)) = ini.readInteger(section, widthKey(column), defaultWidth);
-  }
-  layout.sortAscending = ini.readFlag(section, "SORTASC", true);
-  layout.sortColumn = ini.readInteger(section, "SORTCOL", 0);
-  if (layout.sortColumn > columnCount) {  // the count itself passes, and is then a column that is not there
-    layout.sortColumn = 0;
-    layout.sortAscending = true;
-  }
-  return layout;
-}
-
-void TgridLayout::save(const TiniFile& ini, const std::string& section, int columnCount) const {
-  TiniFile::Tentries entries;
-  for (int column = 0; column < columnCount; ++column) {
-    entries.emplace_back(widthKey(column), std::to_string(widths.at(static_cast<std::size_t>(column))));
-  }
-  entries.emplace_back("SORTCOL", std::to_string(sortColumn));
-  entries.emplace_back("SORTASC", flagText(sortAscending));
-  ini.write(section, entries);
 }

@@ -83,14 +83,9 @@ Tkeys sortedKeys(const std::vector<TrecordIndex>& indices, TcolumnId column, con
 
 }  // namespace
 
-void TsortOrder::click(int clickedColumn) {
-  ascending = clickedColumn != column || !ascending;
-  column = clickedColumn;
-}
-
-TcolumnId TsortOrder::columnIn(const TcolumnLayout& columns) {
-  if (columns.id(column) == columnNotFound) column = columns.index(columnNumber);
-  return columns.id(column);
+TcolumnId sortColumnId(TsortOrder& order, const TcolumnLayout& columns) {
+  if (columns.id(order.column) == columnNotFound) order.column = columns.index(columnNumber);
+  return columns.id(order.column);
 }
 
 void Tview::showAll() {

@@ -6,20 +6,13 @@
 
 #include "browser/columns.h"
 #include "store/datastructs.h"
+#include "support/gridLayout.h"
 
 class TtestProcTable;
 
-/// The column that the grid is sorted by, and the direction.
-struct TsortOrder {
-  int column = 0;  ///< column index; may be one that is not there until `columnIn` has looked
-  bool ascending = true;
-
-  /// A click on a column's heading: another column sorts ascending, the same one the other way round.
-  void click(int clickedColumn);
-
-  /// What the sort column shows. A column that is not there becomes column 0, the direction stays.
-  TcolumnId columnIn(const TcolumnLayout& columns);
-};
+/// What the sort column of a grid with these columns shows. A column that is not there becomes column 0; the direction
+/// stays.
+TcolumnId sortColumnId(TsortOrder& order, const TcolumnLayout& columns);
 
 /// The ordered list of record indices that the grid shows. Records and titles stay the browser's.
 class Tview {

@@ -2,6 +2,7 @@
 
 #include "browser/columns.h"
 #include "browser/settings.h"
+#include "support/gridLayout.h"
 #include "support/iniFile.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -84,8 +85,8 @@ void TsettingsTest::sortOrderIsRead() {
   const TtestFolder folder;
   writeBytes(folder / "e.ini", "[GRID]\n" + ini);
   const auto layout = TgridLayout::load(TiniFile(folder / "e.ini"), "GRID", 770, 10);
-  QTEST(layout.sortColumn, "column");
-  QTEST(layout.sortAscending, "ascending");
+  QTEST(layout.sort.column, "column");
+  QTEST(layout.sort.ascending, "ascending");
 }
 
 void TsettingsTest::widthsDefaultToSharesOfGrid() {
@@ -102,7 +103,7 @@ void TsettingsTest::savedLayoutKeepsKeysOfOtherColumns() {
   writeBytes(folder / "e.ini", "[GRID]\nCOL_9_WIDTH=99\nSORTCOL=1\n[EDITGRID]\nSORTCOL=1\n");
   TgridLayout layout;
   layout.widths = {11, 22};
-  layout.sortAscending = false;
+  layout.sort.ascending = false;
   layout.save(TiniFile(folder / "e.ini"), "GRID", 2);
   QCOMPARE(bytesOf(folder / "e.ini"),
            "[GRID]\nCOL_9_WIDTH=99\nSORTCOL=0\nCOL_0_WIDTH=11\nCOL_1_WIDTH=22\nSORTASC=0\n[EDITGRID]\nSORTCOL=1\n");

@@ -1,4 +1,4 @@
-#include "browser/gridPainting.h"
+#include "support/gridPainting.h"
 
 #include <QPainter>
 

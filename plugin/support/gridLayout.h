@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+class TiniFile;
+
+/// The column that a grid is sorted by, and the direction.
+struct TsortOrder {
+  int column = 0;  ///< column index; may be one that is not there
+  bool ascending = true;
+
+  /// A press on a column's heading: another column sorts ascending, the same one the other way round.
+  void press(int pressedColumn);
+};
+
+/// Column widths and sort order of a grid: section `GRID` for the record grid, `EDITGRID` for the editor's list.
+struct TgridLayout {
+  static constexpr std::size_t mostColumns = 10;
+
+  std::array<int, mostColumns> widths{};  ///< pixels, by column index
+  TsortOrder sort;
+
+  /// Reads the layout of a grid of `columnCount` columns (at most `mostColumns`) that is `gridWidth` pixels wide.
+  static TgridLayout load(const TiniFile& ini, const std::string& section, int gridWidth, int columnCount);
+
+  /// Writes the widths of the first `columnCount` columns and the sort order.
+  void save(const TiniFile& ini, const std::string& section, int columnCount) const;
+};

@@ -1,0 +1,64 @@
+#include "support/sortedGrid.h"
+
+#include <algorithm>
+
+#include "support/gridLayout.h"
+#include "support/gridPainting.h"
+
+/// The library is a static one, whose resources nobody registers unasked. (The macro does not work in a namespace.)
+static void registerResources() {
+  Q_INIT_RESOURCE(resources);
+}
+
+namespace {
+
+/// The heading row, once its pictures can be found.
+TgridHeader* makeHeader(QWidget* parent) {
+  registerResources();
+  return new TgridHeader(parent);
+}
+
+constexpr int defaultRowHeight = 18;
+constexpr int minimumColumnWidth = 12;
+constexpr int widestColumn = 4096;  // wider, and the others could no longer be reached
+
+}  // namespace
+
+TsortedGrid::TsortedGrid(QWidget* parent) : QTableView(parent), header_(makeHeader(this)) {
+  setHorizontalHeader(header_);
+  header_->setMinimumSectionSize(minimumColumnWidth);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  setPixelsPerRow(defaultRowHeight);
+  setItemDelegate(new TgridDelegate(this));
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ContiguousSelection);
+  setEditTriggers(NoEditTriggers);
+  setTabKeyNavigation(false);
+  setWordWrap(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  connect(header_, &QHeaderView::sectionPressed, this, &TsortedGrid::headerPressed);
+}
+
+void TsortedGrid::setPixelsPerRow(int pixels) {
+  header_->setFixedHeight(pixels);
+  verticalHeader()->setMinimumSectionSize(pixels);
+  verticalHeader()->setDefaultSectionSize(pixels);
+}
+
+void TsortedGrid::showSort(const TsortOrder& order) {
+  header_->showSort(order.column, order.ascending);
+}
+
+void TsortedGrid::setColumnWidths(const TgridLayout& layout) {
+  for (int column = 0; column < header_->count(); ++column) {
+    const int width = layout.widths.at(static_cast<std::size_t>(column));
+    setColumnWidth(column, std::clamp(width, minimumColumnWidth, widestColumn));
+  }
+}
+
+void TsortedGrid::readColumnWidths(TgridLayout& layout) const {
+  for (int column = 0; column < header_->count(); ++column) {
+    layout.widths.at(static_cast<std::size_t>(column)) = columnWidth(column);
+  }
+}

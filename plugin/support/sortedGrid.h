@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QTableView>
+
+class TgridHeader;
+struct TgridLayout;
+struct TsortOrder;
+
+/// A grid with a silver heading row: fixed row heights, whole-row selection of one range, columns that the user may
+/// resize. It sorts nothing itself; the press on a heading is told by `headerPressed`.
+class TsortedGrid : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit TsortedGrid(QWidget* parent);
+
+  /// Pixels a row, the heading row included; 18 unless it is told otherwise.
+  void setPixelsPerRow(int pixels);
+
+  /// Puts the sort arrow into a column's heading.
+  void showSort(const TsortOrder& order);
+
+  /// Applies stored widths, brought to what can be seen and reached, to the columns that are there; and reads them
+  /// back.
+  void setColumnWidths(const TgridLayout& layout);
+  void readColumnWidths(TgridLayout& layout) const;
+
+ signals:
+  /// The left mouse button was pressed on a column's heading (not on the edge that resizes it).
+  void headerPressed(int column);
+
+ private:
+  TgridHeader* header_;
+};
