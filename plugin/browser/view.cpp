@@ -4,48 +4,98 @@
 #include <array>
 #include <cstring>
 #include <numeric>
+#include <span>
+#include <utility>
 
 #include "support/recordText.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
 
-/// A record with what it is sorted by: a number, or the first bytes of a text as a number that orders the same way.
+/// A position of the view with what it is sorted by: a number, or eight bytes of a text as a number that orders the
+/// same way. Of equal values the lower position comes first, so that every sort here is stable.
 struct Tkey {
   std::uint64_t value;
-  TrecordIndex record;
+  std::uint32_t position;
+
+  bool operator<(const Tkey& other) const {
+    return value != other.value ? value < other.value : position < other.position;
+  }
 };
 
-using Tkeys = std::vector<Tkey>;
-constexpr std::size_t prefixLength = sizeof(std::uint64_t);
+using Tkeys = std::span<Tkey>;
+constexpr std::size_t wordLength = sizeof(std::uint64_t);
+constexpr int bitsPerDigit = 8;
+constexpr std::size_t digitCount = std::size_t{1} << bitsPerDigit;
 
-/// The first eight bytes of a field, most significant first. The field is zero-filled behind its text.
-std::uint64_t prefixOf(const char* field) {
-  std::uint64_t prefix = 0;
-  for (std::size_t i = 0; i < prefixLength; ++i) prefix = prefix << 8 | static_cast<unsigned char>(field[i]);
-  return prefix;
+unsigned digitOf(std::uint64_t value, int digit) {
+  return static_cast<unsigned>(value >> (bitsPerDigit * digit)) % digitCount;
 }
 
-template <typename ValueOf>
-Tkeys makeKeys(const std::vector<TrecordIndex>& indices, ValueOf valueOf) {
-  Tkeys keys;
-  keys.reserve(indices.size());
-  for (const TrecordIndex record : indices) keys.push_back({valueOf(record), record});
-  return keys;
+/// Sorts by one digit of the value. The keys come in the order of their lower digits.
+void sortByDigit(Tkeys keys, Tkeys sorted, int digit) {
+  std::array<std::uint32_t, digitCount> starts{};
+  for (const Tkey& key : keys) ++starts[digitOf(key.value, digit)];
+  std::exclusive_scan(starts.begin(), starts.end(), starts.begin(), std::uint32_t{0});
+  for (const Tkey& key : keys) sorted[starts[digitOf(key.value, digit)]++] = key;
 }
 
-void sortByNumber(Tkeys& keys) {
-  std::stable_sort(keys.begin(), keys.end(), [](const Tkey& a, const Tkey& b) { return a.value < b.value; });
+/// Sorts keys that stand in the order of their positions, by each digit in which they differ. `spare` has their size.
+void sortByValue(Tkeys keys, Tkeys spare) {
+  constexpr std::size_t fewKeys = 192;
+  if (keys.size() <= fewKeys) return std::sort(keys.begin(), keys.end());
+  std::uint64_t differing = 0;
+  for (const Tkey& key : keys) differing |= key.value ^ keys.front().value;
+  Tkeys from = keys;
+  Tkeys to = spare;
+  for (int digit = 0; digit < static_cast<int>(wordLength); ++digit) {
+    if (digitOf(differing, digit) == 0) continue;
+    sortByDigit(from, to, digit);
+    std::swap(from, to);
+  }
+  if (from.data() != keys.data()) std::copy(from.begin(), from.end(), keys.begin());
 }
 
-void sortByText(Tkeys& keys, const TequipRecTable& records, int field) {
-  const auto rest = [&](const Tkey& key) { return records.at(key.record).text(field) + prefixLength; };
-  std::stable_sort(keys.begin(), keys.end(), [&](const Tkey& a, const Tkey& b) {
-    if (a.value != b.value) return a.value < b.value;
-    const bool textEnded = (a.value & 0xFF) == 0;
-    return !textEnded && std::strcmp(rest(a), rest(b)) < 0;
-  });
-}
+/// Sorts a view's positions by a text field, eight bytes at a time.
+class TtextSorter {
+ public:
+  TtextSorter(const std::vector<TrecordIndex>& indices, const TequipRecTable& records, int field)
+      : indices_(indices), records_(records), field_(field), size_(fieldSizes[static_cast<std::size_t>(field)]) {}
+
+  /// Sorts keys whose texts are the same before `offset`, and which stand in the order of their positions.
+  void sort(Tkeys keys, Tkeys spare, std::size_t offset = 0) const {
+    for (Tkey& key : keys) key.value = word(key.position, offset);
+    sortByValue(keys, spare);
+    const std::size_t next = offset + wordLength;
+    if (next >= size_) return;
+    for (std::size_t first = 0, last = 0; first < keys.size(); first = last) {
+      const std::uint64_t value = keys[first].value;
+      while (last < keys.size() && keys[last].value == value) ++last;
+      const bool textEnded = value % digitCount == 0;
+      if (!textEnded && last - first > 1) sort(keys.subspan(first, last - first), spare.first(last - first), next);
+    }
+  }
+
+ private:
+  /// Eight bytes of a text, most significant first. The field is zero-filled behind its text.
+  std::uint64_t word(std::uint32_t position, std::size_t offset) const {
+    std::array<unsigned char, wordLength> bytes{};
+    const char* text = records_.at(indices_[position]).text(field_) + offset;
+    if (size_ - offset >= wordLength) {
+      std::memcpy(bytes.data(), text, wordLength);
+    } else {
+      std::memcpy(bytes.data(), text, size_ - offset);
+    }
+    std::uint64_t value = 0;
+    for (const unsigned char byte : bytes) value = value << 8 | byte;
+    return value;
+  }
+
+  const std::vector<TrecordIndex>& indices_;
+  const TequipRecTable& records_;
+  int field_;
+  std::size_t size_;
+};
 
 /// For each test procedure number the rank of its title among all titles; equal titles have equal ranks.
 std::array<std::uint16_t, maxTestProcNumber + 1> titleRanks(const TtestProcTable& titles) {
@@ -61,24 +111,11 @@ std::array<std::uint16_t, maxTestProcNumber + 1> titleRanks(const TtestProcTable
   return ranks;
 }
 
-Tkeys sortedKeys(const std::vector<TrecordIndex>& indices, TcolumnId column, const TequipRecTable& records,
-                 const TtestProcTable& titles) {
-  Tkeys keys;
-  if (column < fieldCount) {
-    keys = makeKeys(indices, [&](TrecordIndex i) { return prefixOf(records.at(i).text(column)); });
-    sortByText(keys, records, column);
-    return keys;
-  }
-  if (column == columnTestProc) {
-    keys = makeKeys(indices, [&](TrecordIndex i) { return records.at(i).testProc(); });
-  } else if (column == columnTitle) {
-    keys =
-        makeKeys(indices, [&, ranks = titleRanks(titles)](TrecordIndex i) { return ranks[records.at(i).testProc()]; });
-  } else {
-    keys = makeKeys(indices, [](TrecordIndex i) { return i; });
-  }
-  sortByNumber(keys);
-  return keys;
+/// What a column that shows no text of the record itself is sorted by.
+std::uint64_t numberOf(TrecordIndex record, TcolumnId column, const TequipRecTable& records,
+                       std::span<const std::uint16_t> ranks) {
+  if (column == columnTestProc) return records.at(record).testProc();
+  return column == columnTitle ? ranks[records.at(record).testProc()] : record;
 }
 
 }  // namespace
@@ -94,9 +131,22 @@ void Tview::showAll() {
 }
 
 void Tview::sort(TcolumnId column, bool ascending) {
-  const Tkeys keys = sortedKeys(indices_, column, records_, titles_);
-  std::transform(keys.begin(), keys.end(), indices_.begin(), [](const Tkey& key) { return key.record; });
-  if (!ascending) std::reverse(indices_.begin(), indices_.end());
+  std::vector<Tkey> keys(2 * count());
+  const Tkeys sorted = Tkeys(keys).first(count());
+  const Tkeys spare = Tkeys(keys).last(count());
+  for (std::uint32_t i = 0; i < sorted.size(); ++i) sorted[i].position = i;
+  if (column < fieldCount) {
+    TtextSorter(indices_, records_, column).sort(sorted, spare);
+  } else {
+    const auto ranks = titleRanks(titles_);
+    for (Tkey& key : sorted) key.value = numberOf(indices_[key.position], column, records_, ranks);
+    sortByValue(sorted, spare);
+  }
+  std::vector<TrecordIndex> indices(count());
+  std::transform(sorted.begin(), sorted.end(), indices.begin(),
+                 [this](const Tkey& key) { return indices_[key.position]; });
+  if (!ascending) std::reverse(indices.begin(), indices.end());
+  indices_ = std::move(indices);
 }
 
 std::string Tview::cellText(std::size_t position, TcolumnId column) const {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "browser/columns.h"
@@ -27,6 +28,11 @@ class Tview {
 
   /// Shows all records in table order.
   void showAll();
+
+  /// Shows these records, in this order.
+  void show(std::vector<TrecordIndex> indices) { indices_ = std::move(indices); }
+  /// Shows one record more, as the last.
+  void append(TrecordIndex index) { indices_.push_back(index); }
 
   /// Sorts by what a column shows: texts byte by byte, numbers by value, each stable; descending is the ascending
   /// result reversed, ties included. A code that no column has sorts by record index.

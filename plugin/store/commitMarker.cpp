@@ -1,8 +1,9 @@
 #include "store/commitMarker.h"
 
-#include <boost/crc.hpp>
 #include <iomanip>
 #include <sstream>
+
+#include "support/checksum.h"
 
 namespace {
 
@@ -23,9 +24,7 @@ void readLine(std::istream& in, std::string& name, TfileSum& sum) {
 }  // namespace
 
 TfileSum sumOf(std::string_view content) {
-  boost::crc_32_type crc;
-  crc.process_bytes(content.data(), content.size());
-  return {content.size(), crc.checksum()};
+  return {content.size(), crc32Of(content)};
 }
 
 std::string TcommitMarker::toText() const {

@@ -1,6 +1,7 @@
 #include "store/datastructs.h"
 
 #include <cstring>
+#include <utility>
 
 #include "store/erException.h"
 
@@ -55,4 +56,18 @@ bool TequipRec::setTestProc(unsigned number) {
 char* TequipRec::buffer(int fieldId) const {
   if (fieldId < 0 || fieldId >= fieldCount) throw TERException(ERINVALIDFIELD, "Invalid field id");
   return block_->index[static_cast<std::size_t>(fieldId)];
+}
+
+void TequipRecTable::remove(const std::vector<TrecordIndex>& indices) {
+  auto removed = indices.begin();
+  std::size_t kept = 0;
+  for (std::size_t index = 0; index < records_.size(); ++index) {
+    if (removed != indices.end() && *removed == index) {
+      ++removed;
+    } else {
+      if (kept != index) records_[kept] = std::move(records_[index]);
+      ++kept;
+    }
+  }
+  records_.resize(kept);
 }

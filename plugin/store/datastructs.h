@@ -90,6 +90,8 @@ class TequipRecTable {
   void append(TequipRec record) { records_.push_back(std::move(record)); }
   /// Removes one record; those behind it move up by one.
   void remove(TrecordIndex index) { records_.erase(records_.begin() + index); }
+  /// Removes several records in one pass; `indices` must be ascending, each at most once.
+  void remove(const std::vector<TrecordIndex>& indices);
   void removeAll() { records_.clear(); }
   /// Makes room for so many records in all.
   void reserve(std::size_t count) { records_.reserve(count); }

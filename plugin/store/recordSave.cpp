@@ -1,45 +1,67 @@
 #include "store/recordSave.h"
 
 #include <algorithm>
-#include <boost/crc.hpp>
 #include <string>
 #include <string_view>
 
 #include "store/datastructs.h"
 #include "store/savedPair.h"
+#include "support/checksum.h"
 #include "support/fileSystem.h"
 
 namespace {
 
-void appendQuoted(std::string& line, const char* text) {
-  line.append(1, '"').append(text).append(1, '"');
-}
+/// Bytes that are worth a write of their own.
+constexpr std::size_t pieceSize = 1048576;
 
-void formatDataLine(const TequipRec& record, std::string& line) {
-  appendQuoted(line, record.text(fieldControlNum));
-  line.append(1, ',').append(std::to_string(record.testProc())).append(1, '\n');
-}
+/// Lines being made, up to a piece. Behind that there is room for one line more, with all texts at their longest.
+class Tlines {
+ public:
+  Tlines() : bytes_(pieceSize + 512, '\0'), end_(bytes_.data()) {}
 
-void formatInfoLine(const TequipRec& record, std::string& line) {
-  for (int id = fieldControlNum; id < fieldCount; ++id) {
-    if (id != fieldControlNum) line.append(1, ',');
-    appendQuoted(line, record.text(id));
+  std::string_view text() const { return {bytes_.data(), static_cast<std::size_t>(end_ - bytes_.data())}; }
+  void clear() { end_ = bytes_.data(); }
+
+  void append(char character) { *end_++ = character; }
+  void append(std::string_view text) { end_ = std::copy(text.begin(), text.end(), end_); }
+  void appendQuoted(std::string_view text) {
+    append('"');
+    append(text);
+    append('"');
   }
-  line.append(1, '\n');
+
+ private:
+  std::string bytes_;
+  char* end_;
+};
+
+void appendDataLine(const TequipRec& record, Tlines& lines) {
+  lines.appendQuoted(record.text(fieldControlNum));
+  lines.append(',');
+  lines.append(std::to_string(record.testProc()));
+  lines.append('\n');
+}
+
+void appendInfoLine(const TequipRec& record, Tlines& lines) {
+  for (int id = fieldControlNum; id < fieldCount; ++id) {
+    if (id != fieldControlNum) lines.append(',');
+    lines.appendQuoted(record.text(id));
+  }
+  lines.append('\n');
 }
 
 /// What is different about the two files: how a record's line is made, and what failures are called.
 struct TfileKind {
-  void (*formatLine)(const TequipRec&, std::string&);
+  void (*appendLine)(const TequipRec&, Tlines&);
   const char* writeFailed;
   const char* writeAndCloseFailed;
   const char* closeFailed;
 };
 
 // The first text of the information file names the data file: established wording.
-constexpr TfileKind dataKind = {formatDataLine, "fprintf returned EOF on eq file where i=",
+constexpr TfileKind dataKind = {appendDataLine, "fprintf returned EOF on eq file where i=",
                                 "fprintf() returned EOF on eq file where i=", "fclose() failed on eq file"};
-constexpr TfileKind infoKind = {formatInfoLine, "fprintf returned EOF on eq file where i=",
+constexpr TfileKind infoKind = {appendInfoLine, "fprintf returned EOF on eq file where i=",
                                 "fprintf() returned EOF on eq info file where i=", "fclose() failed on eq info file"};
 
 [[noreturn]] void failWrite(TfileWriter& writer, const TfileKind& kind, std::size_t i) {
@@ -48,20 +70,19 @@ constexpr TfileKind infoKind = {formatInfoLine, "fprintf returned EOF on eq file
 }
 
 /// Writes one file whole, brings it to the disk and closes it. Returns what it then holds.
-TfileSum writeRecords(TfileWriter& writer, const TfileKind& kind, const TequipRecTable& store, std::size_t count) {
+TfileSum writeRecords(TfileWriter& writer, const TfileKind& kind, const TequipRecTable& store, std::size_t count,
+                      Tlines& lines) {
   TfileSum sum;
-  boost::crc_32_type crc;
-  std::string line;
-  for (std::size_t i = 0; i < count && i < store.count(); ++i) {
-    line.clear();
-    kind.formatLine(store.at(static_cast<TrecordIndex>(i)), line);
-    if (!writer.write(line)) failWrite(writer, kind, i);
-    crc.process_bytes(line.data(), line.size());
-    sum.length += line.size();
+  const std::size_t end = std::min(count, store.count());
+  for (std::size_t i = 0; i < end; ++i) {
+    kind.appendLine(store.at(static_cast<TrecordIndex>(i)), lines);
+    if (lines.text().size() < pieceSize && i + 1 < end) continue;
+    if (!writer.write(lines.text())) failWrite(writer, kind, i);
+    sum = {sum.length + lines.text().size(), crc32Of(lines.text(), sum.crc)};
+    lines.clear();
   }
   const bool flushed = writer.flush();
   if (!writer.close() || !flushed) throw TERException(ERCLOSEFAILED, kind.closeFailed);
-  sum.crc = crc.checksum();
   return sum;
 }
 
@@ -81,8 +102,9 @@ TERStatus writePair(TfileSystem& files, const TsavedPair& pair, const TequipRecT
   if (!data) return ER1STFILENOTFOUND;
   const auto info = openTemporary(files, pair.info());
   if (!info) return ER2NDFILENOTFOUND;
-  dataSum = writeRecords(*data, dataKind, store, count);
-  infoSum = writeRecords(*info, infoKind, store, count);
+  Tlines lines;
+  dataSum = writeRecords(*data, dataKind, store, count, lines);
+  infoSum = writeRecords(*info, infoKind, store, count, lines);
   return ERSUCCESS;
 }
 

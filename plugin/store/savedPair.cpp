@@ -45,11 +45,13 @@ void TsavedPair::commit(const TfileSum& data, const TfileSum& info) {
     withdraw();
     throw TERException(EREXCEPTION, "The commit marker could not be written");
   }
-  if (!putInPlace(data_, data)) {
+  // What was just written need not be read again, unless another process has recovered this save meanwhile.
+  if (!files_.rename(data_.temporary, data_.target) && !holds(data_.target, data)) {
     withdraw();
     throw TERException(EREXCEPTION, "The new eq file could not be put into place");
   }
-  if (!putInPlace(info_, info) || !flushFolders()) {
+  const bool renamed = files_.rename(info_.temporary, info_.target) || holds(info_.target, info);
+  if (!renamed || !flushFolders()) {
     throw TERException(EREXCEPTION, "The new eq info file could not be put into place yet");
   }
   withdraw();

@@ -51,7 +51,7 @@ TfileStamp stampOf(const struct stat& status) {
 
 class TdiskWriter final : public TfileWriter {
  public:
-  explicit TdiskWriter(int descriptor) : descriptor_(descriptor) { buffer_.reserve(bufferSize); }
+  explicit TdiskWriter(int descriptor) : descriptor_(descriptor) {}
   TdiskWriter(const TdiskWriter&) = delete;
   TdiskWriter& operator=(const TdiskWriter&) = delete;
   ~TdiskWriter() override {
@@ -60,7 +60,7 @@ class TdiskWriter final : public TfileWriter {
 
   bool write(std::string_view bytes) override {
     if (buffer_.size() + bytes.size() > bufferSize && !drain()) return false;
-    if (bytes.size() > bufferSize) return writeAll(descriptor_, bytes);
+    if (bytes.size() > bufferSize) return put(bytes);
     buffer_.append(bytes);
     return true;
   }
@@ -76,8 +76,15 @@ class TdiskWriter final : public TfileWriter {
 
  private:
   bool drain() {
-    const bool written = writeAll(descriptor_, buffer_);
+    const bool written = buffer_.empty() || put(buffer_);
     buffer_.clear();
+    return written;
+  }
+
+  bool put(std::string_view bytes) {
+    const bool written = writeAll(descriptor_, bytes);
+    // Lets the disk work while the next piece is made; `flush` tells what came of it.
+    if (written) ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
     return written;
   }
 

@@ -12,7 +12,27 @@ char lowerAscii(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+constexpr std::array<unsigned char, 256> makeLowerCaseTable() {
+  std::array<unsigned char, 256> table{};
+  for (unsigned byte = 0; byte < table.size(); ++byte) {
+    const bool ascii = byte >= 'A' && byte <= 'Z';
+    const bool latin = byte >= 0xC0 && byte <= 0xDE && byte != 0xD7;  // all but the multiplication sign
+    const bool caron = byte == 0x8A || byte == 0x8C || byte == 0x8E;  // S caron, OE, Z caron
+    table[byte] = static_cast<unsigned char>(ascii || latin ? byte + 0x20 : caron ? byte + 0x10 : byte);
+  }
+  table[0x9F] = 0xFF;  // Y diaeresis
+  return table;
+}
+
 }  // namespace
+
+const std::array<unsigned char, 256> lowerCaseTable = makeLowerCaseTable();
+
+std::string lowerCased(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = static_cast<char>(lowerCaseTable[static_cast<unsigned char>(c)]);
+  return lower;
+}
 
 std::string_view trimmedText(std::string_view text) {
   while (!text.empty() && isBlankOrControl(text.front())) text.remove_prefix(1);

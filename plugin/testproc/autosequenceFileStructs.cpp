@@ -1,10 +1,10 @@
 #include "testproc/autosequenceFileStructs.h"
 
 #include <algorithm>
-#include <boost/crc.hpp>
 #include <cstdint>
 #include <utility>
 
+#include "support/checksum.h"
 #include "support/fileSystem.h"
 
 namespace {
@@ -21,12 +21,6 @@ std::uint32_t littleEndian(std::string_view bytes) {
   return value;
 }
 
-std::uint32_t crc32(std::string_view bytes) {
-  boost::crc_32_type crc;
-  crc.process_bytes(bytes.data(), bytes.size());
-  return crc.checksum();
-}
-
 /// The entries of a list whose header is whole; nothing to hold where it is not.
 std::string_view checkedEntries(std::string_view content, bool& whole) {
   whole = false;
@@ -34,7 +28,7 @@ std::string_view checkedEntries(std::string_view content, bool& whole) {
   const std::size_t count = littleEndian(content.substr(6, 2));
   const std::string_view entries = content.substr(headerSize);
   whole = littleEndian(content.substr(4, 2)) == entrySize && entries.size() == count * entrySize &&
-          littleEndian(content.substr(8, 4)) == crc32(entries) && littleEndian(content.substr(12, 4)) == 0;
+          littleEndian(content.substr(8, 4)) == crc32Of(entries) && littleEndian(content.substr(12, 4)) == 0;
   return entries;
 }
 

@@ -138,14 +138,14 @@ void TsaveTest::failureIsNamedAndLeavesOldFiles_data() {
   row("data file not opened", {"create eq.dat.new 1"}, "2");
   row("information file not writable", {"isWritable eqinfo.dat 1"}, "3");
   row("information file not opened", {"create eqinfo.dat.new 1"}, "3");
-  row("data write", {"write eq.dat.new 2"}, "exception 1: fprintf returned EOF on eq file where i=1");
+  row("data write", {"write eq.dat.new 1"}, "exception 1: fprintf returned EOF on eq file where i=1");
   row("data write and close", {"write eq.dat.new 1", "close eq.dat.new 1"},
-      "exception 1: fprintf() returned EOF on eq file where i=0. And fclose failed");
+      "exception 1: fprintf() returned EOF on eq file where i=1. And fclose failed");
   row("data flush", {"flush eq.dat.new 1"}, "exception 8: fclose() failed on eq file");
   row("data close", {"close eq.dat.new 1"}, "exception 8: fclose() failed on eq file");
-  row("information write", {"write eqinfo.dat.new 2"}, "exception 1: fprintf returned EOF on eq file where i=1");
+  row("information write", {"write eqinfo.dat.new 1"}, "exception 1: fprintf returned EOF on eq file where i=1");
   row("information write and close", {"write eqinfo.dat.new 1", "close eqinfo.dat.new 1"},
-      "exception 1: fprintf() returned EOF on eq info file where i=0. And fclose failed");
+      "exception 1: fprintf() returned EOF on eq info file where i=1. And fclose failed");
   row("information flush", {"flush eqinfo.dat.new 1"}, "exception 8: fclose() failed on eq info file");
   row("information close", {"close eqinfo.dat.new 1"}, "exception 8: fclose() failed on eq info file");
   row("marker write", {"write eq.commit.new 1"}, "exception 1: The commit marker could not be written");

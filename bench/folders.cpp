@@ -1,0 +1,27 @@
+#include "bench/folders.h"
+
+#include "bench/measure.h"
+#include "store/datastructs.h"
+#include "store/recordLoad.h"
+#include "support/fileSystem.h"
+#include "testproc/autosequenceFileStructs.h"
+
+std::string contentOf(const std::filesystem::path& path) {
+  std::string content;
+  const auto result = diskFileSystem().read(path, content);
+  require(result == TfileSystem::TreadResult::done, path.string() + " cannot be read");
+  return content;
+}
+
+void loadFullList(const TbenchFolders& folders, TequipRecTable& records) {
+  bool complete = false;
+  const TERStatus status =
+      TequipRecFromFile(&records, equipRecLimit, folders.dataFile(), folders.infoFile(), diskFileSystem(), &complete);
+  require(status == ERSUCCESS && complete, "the list was not loaded whole, status " + std::to_string(status));
+  require(records.count() == equipRecLimit, "the list is not full");
+}
+
+void loadTitles(const TbenchFolders& folders, TtestProcTable& titles) {
+  const auto result = loadTestProcTable(diskFileSystem(), folders.data / "DATA/testProc.asq", titles);
+  require(result == TtestProcLoad::loaded, "the test procedure titles were not loaded");
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "bench/folders.h"
+#include "bench/measure.h"
+
+// The rows of each topic, in the order in which they are printed.
+
+std::vector<Trow> loadRows(const TbenchFolders& folders);
+std::vector<Trow> sortRows(const TbenchFolders& folders);
+std::vector<Trow> saveRows(const TbenchFolders& folders);
+std::vector<Trow> firstPaintRows(const TbenchFolders& folders);
+std::vector<Trow> pageRows(const TbenchFolders& folders);

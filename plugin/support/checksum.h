@@ -1,0 +1,7 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// The CRC-32 of zip and zlib over `bytes`; with `before` that of what came before them, over both.
+std::uint32_t crc32Of(std::string_view bytes, std::uint32_t before = 0);
