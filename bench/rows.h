@@ -12,3 +12,4 @@ std::vector<Trow> sortRows(const TbenchFolders& folders);
 std::vector<Trow> saveRows(const TbenchFolders& folders);
 std::vector<Trow> firstPaintRows(const TbenchFolders& folders);
 std::vector<Trow> pageRows(const TbenchFolders& folders);
+std::vector<Trow> commandRows(const TbenchFolders& folders);

@@ -1,14 +1,20 @@
 #include "browser/EquipmentRecordPluginFrame.h"
 
-#include <QPointer>
+#include <QItemSelectionModel>
 #include <QPushButton>
+#include <algorithm>
 #include <utility>
 
 #include "browser/gridModel.h"
+#include "browser/shortcuts.h"
+#include "editor/eqEditForm.h"
+#include "help/helpViewer.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
 #include "support/sortedGrid.h"
 #include "ui_EquipmentRecordPluginFrame.h"
+
+// How the frame begins and ends, and the grid as a picture of the list. What the buttons do is in frameCommands.cpp.
 
 namespace {
 
@@ -20,19 +26,25 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
     : context_(std::move(context)),
       ini_(findPath(context_.programFolder, "EquipmentRecord.ini")),
       files_(context_.workingFolder),
-      view_(records_, titles_),
-      model_(std::make_unique<TgridModel>(view_, columns_)),
+      help_(makeHelpViewer()),
+      model_(std::make_unique<TgridModel>(list_.view(), list_.columns())),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {
   setUpForm();
-  loadLayout();
-  loadSettings();
+  setUpGrid();
+  setUpKeys();
+  // Widths belong to column indices, whatever comes to stand there; they are read for the full set of columns.
+  layout_ = TgridLayout::load(ini_, layoutSection, ui_->tblEqRec->width(), TgridLayout::mostColumns);
+  settings_ = TbrowserSettings::load(ini_);
+  list_.buildColumns(settings_);
   loadData();
-  clearSearch();
+  btnClearSearchClick();
   sort();  // once more: ties of a descending order are thereby back in table order
   ui_->tblEqRec->setColumnWidths(layout_);
+  setCurrentRow(0);
 }
 
 TEquipmentRecordPluginFrame::~TEquipmentRecordPluginFrame() {
+  const std::unique_ptr<QWidget> openEditor(editor_.data());  // goes first: it knows this frame
   if (!savedByExit_) saveRecords();
   saveLayout();
 }
@@ -43,41 +55,66 @@ void TEquipmentRecordPluginFrame::showEvent(QShowEvent* event) {
 }
 
 void TEquipmentRecordPluginFrame::setUpForm() {
+  using Tframe = TEquipmentRecordPluginFrame;
   ui_->setupUi(this);
   ui_->BtnUpload->setText(QStringLiteral("Upload To\nQT484"));
   ui_->BtnExit->setText(QStringLiteral("Return To\nMain Window"));
-  ui_->tblEqRec->setModel(model_.get());
-  ui_->tblEqRec->setFocus();
+  connect(ui_->btnSearch, &QPushButton::clicked, this, &Tframe::btnSearchClick);
+  connect(ui_->btnClearSearch, &QPushButton::clicked, this, &Tframe::btnClearSearchClick);
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &Tframe::btnAddClick);
+  connect(ui_->btnCopy, &QPushButton::clicked, this, &Tframe::btnCopyClick);
+  connect(ui_->btnDelete, &QPushButton::clicked, this, &Tframe::btnDeleteClick);
+  connect(ui_->btnExport, &QPushButton::clicked, this, &Tframe::btnExportClick);
+  connect(ui_->btnOptions, &QPushButton::clicked, this, &Tframe::btnOptionsClick);
+  connect(ui_->BtnHelp, &QPushButton::clicked, this, &Tframe::BtnHelpClick);
+  connect(ui_->BtnExit, &QPushButton::clicked, this, &Tframe::BtnExitClick);
+  for (QLineEdit* edit : {ui_->txtDescSearch, ui_->txtManufacturerSearch, ui_->txtModelSearch, ui_->txtGeneralSearch}) {
+    connect(edit, &QLineEdit::returnPressed, this, &Tframe::btnSearchClick);
+  }
+}
+
+void TEquipmentRecordPluginFrame::setUpGrid() {
+  using Tframe = TEquipmentRecordPluginFrame;
+  TsortedGrid* grid = ui_->tblEqRec;
+  grid->setModel(model_.get());
+  grid->setFocus();
   layout()->activate();  // from here on the grid has the width of the opening size
-  connect(ui_->tblEqRec, &TsortedGrid::headerPressed, this, &TEquipmentRecordPluginFrame::tblEqRecHeaderPressed);
-  connect(ui_->BtnExit, &QPushButton::clicked, this, &TEquipmentRecordPluginFrame::BtnExitClick);
+  connect(grid, &TsortedGrid::headerPressed, this, &Tframe::tblEqRecHeaderPressed);
+  connect(grid, &TsortedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
+  connect(grid, &TsortedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
+  connect(grid, &TsortedGrid::deleteReleased, this, &Tframe::btnDeleteClick);
 }
 
-/// Reads the layout for the grid's full set of columns: widths belong to column indices, whatever comes to stand there.
-void TEquipmentRecordPluginFrame::loadLayout() {
-  layout_ = TgridLayout::load(ini_, layoutSection, ui_->tblEqRec->width(), TgridLayout::mostColumns);
-}
-
-void TEquipmentRecordPluginFrame::loadSettings() {
-  settings_ = TbrowserSettings::load(ini_);
-  columns_.build(settings_);
+void TEquipmentRecordPluginFrame::setUpKeys() {
+  auto* shortcuts = new Tshortcuts(this);
+  shortcuts->add(Qt::CTRL | Qt::Key_N, ui_->btnAdd);
+  shortcuts->add(Qt::CTRL | Qt::Key_D, ui_->btnCopy);
+  shortcuts->add(Qt::CTRL | Qt::Key_E, ui_->btnExport);
+  shortcuts->add(Qt::CTRL | Qt::Key_I, ui_->btnImport);
+  shortcuts->add(Qt::CTRL | Qt::Key_U, ui_->BtnUpload);
+  shortcuts->add(Qt::CTRL | Qt::Key_P, ui_->btnPrint);
+  shortcuts->add(Qt::Key_F1, ui_->BtnHelp);
+  shortcuts->add(Qt::CTRL | Qt::Key_F, this, [this] { goToSearch(); });
 }
 
 void TEquipmentRecordPluginFrame::loadData() {
-  if (const auto message = files_.load(records_)) showMessage(nullptr, *message);
+  if (const auto message = files_.load(list_.records())) showMessage(nullptr, *message);
   const auto loaded =
-      loadTestProcTable(diskFileSystem(), findPath(context_.workingFolder, "Data/testProc.asq"), titles_);
+      loadTestProcTable(diskFileSystem(), findPath(context_.workingFolder, "Data/testProc.asq"), list_.titles());
   if (loaded == TtestProcLoad::damaged) showMessage(nullptr, corruptTestProcList);
 }
 
-void TEquipmentRecordPluginFrame::clearSearch() {
-  view_.showAll();
-  sort();
+void TEquipmentRecordPluginFrame::saveRecords() {
+  if (const auto message = files_.save(list_.records())) showMessage(nullptr, *message);
+}
+
+void TEquipmentRecordPluginFrame::saveLayout() {
+  ui_->tblEqRec->readColumnWidths(layout_);
+  layout_.save(ini_, layoutSection, list_.columns().count());
 }
 
 void TEquipmentRecordPluginFrame::sort() {
-  const TcolumnId column = sortColumnId(layout_.sort, columns_);
-  view_.sort(column, layout_.sort.ascending);
+  list_.sort(layout_.sort);
   fill();
 }
 
@@ -86,18 +123,44 @@ void TEquipmentRecordPluginFrame::fill() {
   ui_->tblEqRec->showSort(layout_.sort);
 }
 
-void TEquipmentRecordPluginFrame::saveRecords() {
-  if (const auto message = files_.save(records_)) showMessage(nullptr, *message);
+/// The rows that a command works on; nothing where none is selected or none has a record.
+std::optional<TrowRange> TEquipmentRecordPluginFrame::selectedRows() const {
+  const QItemSelection ranges = ui_->tblEqRec->selectionModel()->selection();
+  if (ranges.isEmpty() || list_.view().isEmpty()) return std::nullopt;
+  int top = ranges.first().top();
+  int bottom = ranges.first().bottom();
+  for (const QItemSelectionRange& range : ranges) {
+    top = std::min(top, range.top());
+    bottom = std::max(bottom, range.bottom());
+  }
+  return TrowRange{static_cast<std::size_t>(top), static_cast<std::size_t>(bottom)};
 }
 
-void TEquipmentRecordPluginFrame::saveLayout() {
-  ui_->tblEqRec->readColumnWidths(layout_);
-  layout_.save(ini_, layoutSection, columns_.count());
+/// Selects rows, the last one current and at the bottom of what is in sight.
+void TEquipmentRecordPluginFrame::selectRows(const TrowRange& rows) {
+  const QModelIndex first = model_->index(static_cast<int>(rows.top), 0);
+  const QModelIndex last = model_->index(static_cast<int>(rows.bottom), model_->columnCount() - 1);
+  QItemSelectionModel* selection = ui_->tblEqRec->selectionModel();
+  selection->setCurrentIndex(last.siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+  selection->select(QItemSelection(first, last), QItemSelectionModel::ClearAndSelect);
+  ui_->tblEqRec->scrollTo(last.siblingAtColumn(0), QAbstractItemView::PositionAtBottom);
 }
 
-void TEquipmentRecordPluginFrame::tblEqRecHeaderPressed(int column) {
-  layout_.sort.press(column);
-  sort();
+std::size_t TEquipmentRecordPluginFrame::currentRow() const {
+  return static_cast<std::size_t>(std::max(0, ui_->tblEqRec->currentIndex().row()));
+}
+
+void TEquipmentRecordPluginFrame::setCurrentRow(std::size_t row) {
+  const int last = model_->rowCount() - 1;
+  const QModelIndex index = model_->index(std::min(static_cast<int>(row), last), 0);
+  ui_->tblEqRec->selectionModel()->setCurrentIndex(index,
+                                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  ui_->tblEqRec->scrollTo(index);
+}
+
+void TEquipmentRecordPluginFrame::goToSearch() {
+  ui_->txtGeneralSearch->setFocus(Qt::ShortcutFocusReason);
+  ui_->txtGeneralSearch->selectAll();
 }
 
 void TEquipmentRecordPluginFrame::BtnExitClick() {
@@ -107,6 +170,7 @@ void TEquipmentRecordPluginFrame::BtnExitClick() {
   if (self.isNull()) return;  // deleted while the message box was open
   savedByExit_ = true;
   saveLayout();
+  help_->closeAll();
   const auto returnToMainWindow = context_.returnToMainWindow;
   if (returnToMainWindow) returnToMainWindow();
   // The host may have deleted this frame: nothing may follow.

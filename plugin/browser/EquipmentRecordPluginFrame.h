@@ -1,20 +1,22 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 
-#include "browser/columns.h"
+#include "browser/recordList.h"
 #include "browser/settings.h"
-#include "browser/view.h"
-#include "store/datastructs.h"
+#include "editor/editorHost.h"
 #include "store/equipRecFiles.h"
 #include "support/gridLayout.h"
 #include "support/iniFile.h"
-#include "testproc/autosequenceFileStructs.h"
 
+class TfrmEqRecEditor;
 class TgridModel;
+class ThelpViewer;
 namespace Ui {
 class TEquipmentRecordPluginFrame;
 }
@@ -31,7 +33,7 @@ struct TframeContext {
 /// Owns the record table, the test procedure titles and the view for its whole life, on the user-interface thread. The
 /// constructor loads everything and shows a message box for each thing that could not be loaded. The records are saved
 /// by the exit button and, unless that has just been done, by the destructor; a failed save shows its message box.
-class TEquipmentRecordPluginFrame : public QWidget {
+class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   Q_OBJECT
 
  public:
@@ -42,30 +44,58 @@ class TEquipmentRecordPluginFrame : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
+  // Beginning and end
   void setUpForm();
-  void loadSettings();
-  void loadLayout();
+  void setUpGrid();
+  void setUpKeys();
   void loadData();
-  void clearSearch();
-  void sort();
-  void fill();
   void saveRecords();
   void saveLayout();
 
+  // The grid as a picture of the list
+  void sort();
+  void fill();
+  std::optional<TrowRange> selectedRows() const;
+  void selectRows(const TrowRange& rows);
+  void goToSearch();
+
+  // What the editor needs
+  TequipRecTable& records() override { return list_.records(); }
+  const TtestProcTable& testProcs() const override { return list_.titles(); }
+  std::size_t shownCount() const override { return list_.view().count(); }
+  TrecordIndex recordAt(std::size_t row) const override { return list_.view().at(row); }
+  std::size_t currentRow() const override;
+  void setCurrentRow(std::size_t row) override;
+  void refillGrid() override { fill(); }
+
+  /// Edits a record until the editor closes. Returns whether it was cancelled; nothing where the frame was deleted
+  /// meanwhile, after which nothing of it may be touched.
+  std::optional<bool> editRecord(TrecordIndex index);
+
+  // Commands
   void tblEqRecHeaderPressed(int column);
+  void tblEqRecDoubleClicked(const QModelIndex& index);
+  void tblEqRecEnterReleased();
+  void btnSearchClick();
+  void btnClearSearchClick();
+  void btnAddClick();
+  void btnCopyClick();
+  void btnDeleteClick();
+  void btnExportClick();
+  void btnOptionsClick();
+  void BtnHelpClick();
   void BtnExitClick();
 
   TframeContext context_;
   TiniFile ini_;
   TequipRecFiles files_;
-  TequipRecTable records_;
-  TtestProcTable titles_;
   TbrowserSettings settings_;
   TgridLayout layout_;
-  TcolumnLayout columns_;
-  Tview view_;
+  TrecordList list_;
   bool savedByExit_ = false;
+  std::unique_ptr<ThelpViewer> help_;
   // Goes before what it shows: the grid, deleted later, then has an empty model of its own.
   std::unique_ptr<TgridModel> model_;
   std::unique_ptr<Ui::TEquipmentRecordPluginFrame> ui_;
+  QPointer<TfrmEqRecEditor> editor_;  ///< while one is open
 };

@@ -2,6 +2,14 @@
 
 #include "support/iniFile.h"
 
+namespace {
+
+std::string flagText(bool flag) {
+  return flag ? "1" : "0";
+}
+
+}  // namespace
+
 TbrowserSettings TbrowserSettings::load(const TiniFile& ini) {
   TbrowserSettings settings;
   TdisplayFlags& display = settings.display;
@@ -17,4 +25,16 @@ TbrowserSettings TbrowserSettings::load(const TiniFile& ini) {
     settings.customNames[i] = ini.readString("CUSTOMFIELDS", "FIELD" + number + "NAME", settings.customNames[i]);
   }
   return settings;
+}
+
+void TbrowserSettings::saveOptions(const TiniFile& ini) const {
+  ini.write("DISPLAY", {{"DESCRIPTION", flagText(display.description)},
+                        {"MANUFACTURER", flagText(display.manufacturer)},
+                        {"MODEL", flagText(display.model)},
+                        {"TITLE", flagText(display.title)},
+                        {"CUSTOM1", flagText(display.custom[0])},
+                        {"CUSTOM2", flagText(display.custom[1])},
+                        {"CUSTOM3", flagText(display.custom[2])}});
+  ini.write("CUSTOMFIELDS",
+            {{"FIELD1NAME", customNames[0]}, {"FIELD2NAME", customNames[1]}, {"FIELD3NAME", customNames[2]}});
 }

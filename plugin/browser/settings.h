@@ -29,4 +29,6 @@ struct TbrowserSettings {
   std::array<std::string, 3> customNames = {"Custom 1", "Custom 2", "Custom 3"};
 
   static TbrowserSettings load(const TiniFile& ini);
+  /// Writes what the options dialog offers: the display flags and the captions.
+  void saveOptions(const TiniFile& ini) const;
 };

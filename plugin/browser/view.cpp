@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <numeric>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "support/recordText.h"
@@ -59,42 +59,44 @@ void sortByValue(Tkeys keys, Tkeys spare) {
 /// Sorts a view's positions by a text field, eight bytes at a time.
 class TtextSorter {
  public:
+  /// Copies the column's texts first, so that what follows stays within a piece of memory that is small and in order.
   TtextSorter(const std::vector<TrecordIndex>& indices, const TequipRecTable& records, int field)
-      : indices_(indices), records_(records), field_(field), size_(fieldSizes[static_cast<std::size_t>(field)]) {}
+      : wordCount_((fieldSizes[static_cast<std::size_t>(field)] + wordLength - 1) / wordLength) {
+    words_.reserve(indices.size() * wordCount_);
+    for (const TrecordIndex index : indices) appendWords(records.at(index).text(field));
+  }
 
-  /// Sorts keys whose texts are the same before `offset`, and which stand in the order of their positions.
-  void sort(Tkeys keys, Tkeys spare, std::size_t offset = 0) const {
-    for (Tkey& key : keys) key.value = word(key.position, offset);
+  /// Sorts keys whose texts are the same before word `index`, and which stand in the order of their positions.
+  void sort(Tkeys keys, Tkeys spare, std::size_t index = 0) const {
+    for (Tkey& key : keys) key.value = words_[key.position * wordCount_ + index];
     sortByValue(keys, spare);
-    const std::size_t next = offset + wordLength;
-    if (next >= size_) return;
+    if (index + 1 >= wordCount_) return;
     for (std::size_t first = 0, last = 0; first < keys.size(); first = last) {
       const std::uint64_t value = keys[first].value;
       while (last < keys.size() && keys[last].value == value) ++last;
       const bool textEnded = value % digitCount == 0;
-      if (!textEnded && last - first > 1) sort(keys.subspan(first, last - first), spare.first(last - first), next);
+      if (!textEnded && last - first > 1) sort(keys.subspan(first, last - first), spare.first(last - first), index + 1);
     }
   }
 
  private:
-  /// Eight bytes of a text, most significant first. The field is zero-filled behind its text.
-  std::uint64_t word(std::uint32_t position, std::size_t offset) const {
-    std::array<unsigned char, wordLength> bytes{};
-    const char* text = records_.at(indices_[position]).text(field_) + offset;
-    if (size_ - offset >= wordLength) {
-      std::memcpy(bytes.data(), text, wordLength);
-    } else {
-      std::memcpy(bytes.data(), text, size_ - offset);
+  /// A text as words, the first byte of each the most significant, with zeros behind its end.
+  void appendWords(std::string_view text) {
+    for (std::size_t i = 0; i < wordCount_; ++i, text.remove_prefix(std::min(text.size(), wordLength))) {
+      std::array<unsigned char, wordLength> bytes{};
+      std::copy_n(text.begin(), std::min(text.size(), wordLength), bytes.begin());
+      words_.push_back(wordOf(bytes));
     }
-    std::uint64_t value = 0;
-    for (const unsigned char byte : bytes) value = value << 8 | byte;
-    return value;
   }
 
-  const std::vector<TrecordIndex>& indices_;
-  const TequipRecTable& records_;
-  int field_;
-  std::size_t size_;
+  static std::uint64_t wordOf(const std::array<unsigned char, wordLength>& bytes) {
+    std::uint64_t word = 0;
+    for (const unsigned char byte : bytes) word = word << 8 | byte;
+    return word;
+  }
+
+  std::size_t wordCount_;
+  std::vector<std::uint64_t> words_;
 };
 
 /// For each test procedure number the rank of its title among all titles; equal titles have equal ranks.

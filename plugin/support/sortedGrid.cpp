@@ -1,6 +1,9 @@
 #include "support/sortedGrid.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <algorithm>
+#include <utility>
 
 #include "support/gridLayout.h"
 #include "support/gridPainting.h"
@@ -61,4 +64,36 @@ void TsortedGrid::readColumnWidths(TgridLayout& layout) const {
   for (int column = 0; column < header_->count(); ++column) {
     layout.widths.at(static_cast<std::size_t>(column)) = columnWidth(column);
   }
+}
+
+void TsortedGrid::keyPressEvent(QKeyEvent* event) {
+  pressedKey_ = event->key();
+  QTableView::keyPressEvent(event);
+}
+
+void TsortedGrid::keyReleaseEvent(QKeyEvent* event) {
+  QTableView::keyReleaseEvent(event);
+  if (event->isAutoRepeat() || std::exchange(pressedKey_, 0) != event->key()) return;
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      emit enterReleased();
+      break;
+    case Qt::Key_Delete:
+      emit deleteReleased();
+      break;
+    default:
+      break;
+  }
+}
+
+void TsortedGrid::focusOutEvent(QFocusEvent* event) {
+  pressedKey_ = 0;
+  QTableView::focusOutEvent(event);
+}
+
+void TsortedGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (event->button() == Qt::LeftButton && index.isValid()) emit cellDoubleClicked(index);
 }

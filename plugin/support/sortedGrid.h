@@ -29,6 +29,21 @@ class TsortedGrid : public QTableView {
   /// The left mouse button was pressed on a column's heading (not on the edge that resizes it).
   void headerPressed(int column);
 
+  /// A key was pressed and released here. One that was pressed elsewhere, to answer a message box for example, and only
+  /// comes up over the grid is not told.
+  void enterReleased();
+  void deleteReleased();
+
+  /// A cell was double-clicked with the left button. Whoever is told by this or by the keys may delete the grid.
+  void cellDoubleClicked(const QModelIndex& index);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+
  private:
   TgridHeader* header_;
+  int pressedKey_ = 0;
 };

@@ -42,17 +42,17 @@ void TframeTest::controlsArePlaced_data() {
   QTest::addColumn<bool>("enabled");
   const QSize small(84, 25);
   const QSize large(105, 41);
-  QTest::newRow("btnSearch") << QByteArray("Search") << QSize() << false;
-  QTest::newRow("btnClearSearch") << QByteArray("Clear") << QSize() << false;
-  QTest::newRow("btnAdd") << QByteArray("New") << small << false;
-  QTest::newRow("btnCopy") << QByteArray("Copy") << small << false;
-  QTest::newRow("btnDelete") << QByteArray("Delete") << small << false;
-  QTest::newRow("btnExport") << QByteArray("Export") << small << false;
-  QTest::newRow("btnOptions") << QByteArray("Options") << large << false;
+  QTest::newRow("btnSearch") << QByteArray("Search") << QSize() << true;
+  QTest::newRow("btnClearSearch") << QByteArray("Clear") << QSize() << true;
+  QTest::newRow("btnAdd") << QByteArray("New") << small << true;
+  QTest::newRow("btnCopy") << QByteArray("Copy") << small << true;
+  QTest::newRow("btnDelete") << QByteArray("Delete") << small << true;
+  QTest::newRow("btnExport") << QByteArray("Export") << small << true;
+  QTest::newRow("btnOptions") << QByteArray("Options") << large << true;
   QTest::newRow("btnPrint") << QByteArray("Print") << large << false;
   QTest::newRow("BtnUpload") << QByteArray("Upload To\nQT484") << large << false;
   QTest::newRow("btnImport") << QByteArray("Import") << large << false;
-  QTest::newRow("BtnHelp") << QByteArray("Help") << large << false;
+  QTest::newRow("BtnHelp") << QByteArray("Help") << large << true;
   QTest::newRow("BtnExit") << QByteArray("Return To\nMain Window") << large << true;
 }
 

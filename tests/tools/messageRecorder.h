@@ -5,13 +5,13 @@
 
 #include "support/messageBox.h"
 
-/// Takes the message boxes' place while it lives, remembers their captions and answers OK.
+/// Takes the message boxes' place while it lives, remembers their captions and answers.
 class TmessageRecorder {
  public:
   TmessageRecorder() {
     replaceMessageBox([this](QWidget*, const TmessageText& message, QMessageBox::StandardButtons) {
       captions_ << QByteArray(message.caption);
-      return QMessageBox::Ok;
+      return answer;
     });
   }
   TmessageRecorder(const TmessageRecorder&) = delete;
@@ -20,6 +20,8 @@ class TmessageRecorder {
 
   /// The captions since the last call.
   QByteArrayList takeCaptions() { return std::exchange(captions_, {}); }
+
+  QMessageBox::StandardButton answer = QMessageBox::Ok;
 
  private:
   QByteArrayList captions_;

@@ -1,0 +1,112 @@
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "bench/rows.h"
+#include "browser/csvExport.h"
+#include "browser/recordList.h"
+#include "browser/search.h"
+#include "support/recordText.h"
+
+namespace {
+
+constexpr std::size_t manyRows = 9000;
+constexpr std::size_t fewRows = 1000;
+constexpr double growthBound = 1.5 * manyRows / fewRows;  // in step with the rows, and some room
+constexpr double mostMilliseconds = 50;
+
+std::shared_ptr<TrecordList> fullList(const TbenchFolders& folders) {
+  auto list = std::make_shared<TrecordList>();
+  loadFullList(folders, list->records());
+  loadTitles(folders, list->titles());
+  list->clearSearch();
+  return list;
+}
+
+/// Copies rows of a list that just has room for as many as the larger copy makes.
+double copyRows(const TbenchFolders& folders, std::size_t count) {
+  const auto list = fullList(folders);
+  list->remove({0, manyRows - 1});
+  return millisecondsOf([&] { list->copy({0, count - 1}); });
+}
+
+/// Deletes rows from the middle of a full list.
+double deleteRows(const TbenchFolders& folders, std::size_t count) {
+  const auto list = fullList(folders);
+  return millisecondsOf([&] { list->remove({100, 100 + count - 1}); });
+}
+
+/// All searchable texts in lower case, one behind the other, as a scan of bytes would like them best.
+std::string loweredTexts(const TrecordList& list) {
+  std::string texts;
+  for (TrecordIndex i = 0; i < list.records().count(); ++i) {
+    const TequipRec& record = list.records().at(i);
+    for (int field = 0; field < fieldCount; ++field) texts += lowerCased(record.text(field));
+    texts += lowerCased(list.titles().title(record.testProc()));
+  }
+  return texts;
+}
+
+std::size_t occurrences(const std::string& texts, const std::string& needle) {
+  std::size_t count = 0;
+  const char* from = texts.data();
+  const char* const end = from + texts.size();
+  while (const void* found = memmem(from, static_cast<std::size_t>(end - from), needle.data(), needle.size())) {
+    from = static_cast<const char*>(found) + 1;
+    ++count;
+  }
+  return count;
+}
+
+Tsides prepareSearch(const TbenchFolders& folders, const std::string& needle) {
+  const auto list = fullList(folders);
+  const auto texts = std::make_shared<std::string>(loweredTexts(*list));
+  const auto found = std::make_shared<std::size_t>();
+  const auto ours = [=] {
+    return millisecondsOf([&] { *found = findRecords(list->records(), list->titles(), {"", "", "", needle}).size(); });
+  };
+  const auto scan = [=] { return millisecondsOf([&] { *found = occurrences(*texts, needle); }); };
+  ours();
+  const bool foundByUs = *found > 0;
+  scan();
+  require(foundByUs == (*found > 0), "the two sides find differently");
+  return {ours, scan};
+}
+
+Tsides prepareExport(const TbenchFolders& folders) {
+  const auto list = fullList(folders);
+  const auto ours = folders.scratch / "ours.csv";
+  const auto plain = folders.scratch / "plain.csv";
+  require(exportRecords(list->view(), list->titles(), ours) == TexportResult::done, "the export failed");
+  const auto bytes = std::make_shared<std::string>(contentOf(ours));
+  const auto writeOnce = [=] {
+    std::FILE* file = std::fopen(plain.c_str(), "w");
+    require(file != nullptr, "the plain file cannot be opened");
+    const bool written = std::fwrite(bytes->data(), 1, bytes->size(), file) == bytes->size();
+    require(std::fclose(file) == 0 && written, "the plain file cannot be written");
+  };
+  return {[=] { return millisecondsOf([&] { exportRecords(list->view(), list->titles(), ours); }); },
+          [=] { return millisecondsOf(writeOnce); }};
+}
+
+}  // namespace
+
+std::vector<Trow> commandRows(const TbenchFolders& folders) {
+  using Tmeasure = double (*)(const TbenchFolders&, std::size_t);
+  const auto growth = [folders](Tmeasure measure) {
+    return [=] {
+      return Tsides{[=] { return measure(folders, manyRows); }, [=] { return measure(folders, fewRows); }};
+    };
+  };
+  const auto limit = [folders](Tmeasure measure) {
+    return [=] { return Tsides{[=] { return measure(folders, manyRows); }, [] { return mostMilliseconds; }}; };
+  };
+  const auto search = [folders](const char* needle) { return [=] { return prepareSearch(folders, needle); }; };
+  return {{"copy-9000", "ms", 1.0, 7, limit(copyRows)},
+          {"copy-growth-1000-to-9000", "ms", growthBound, 7, growth(copyRows)},
+          {"delete-9000", "ms", 1.0, 7, limit(deleteRows)},
+          {"delete-growth-1000-to-9000", "ms", growthBound, 7, growth(deleteRows)},
+          {"search-found", "ms", 3.0, 25, search("pump")},
+          {"search-not-found", "ms", 3.0, 25, search("xylophone")},
+          {"export", "ms", 5.0, 25, [folders] { return prepareExport(folders); }}};
+}

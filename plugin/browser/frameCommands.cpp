@@ -1,0 +1,142 @@
+#include <QPushButton>
+#include <memory>
+
+#include "browser/EquipmentRecordPluginFrame.h"
+#include "browser/csvExport.h"
+#include "browser/gridModel.h"
+#include "browser/messages.h"
+#include "browser/optionsForm.h"
+#include "editor/eqEditForm.h"
+#include "help/helpViewer.h"
+#include "support/messageBox.h"
+#include "support/paths.h"
+#include "support/recordString.h"
+#include "support/recordText.h"
+#include "support/sortedGrid.h"
+#include "ui_EquipmentRecordPluginFrame.h"
+
+// What the frame's buttons, keys and clicks do. The rules are TrecordList's.
+
+namespace {
+
+/// A search box's text as it is sought. One with a character that no record can hold finds nothing.
+std::string searchText(const QLineEdit* edit) {
+  const auto text = toRecordText(edit->text());
+  const std::string foundNowhere("x\0x", 3);
+  return text ? std::string(trimmedText(*text)) : foundNowhere;
+}
+
+}  // namespace
+
+void TEquipmentRecordPluginFrame::tblEqRecHeaderPressed(int column) {
+  layout_.sort.press(column);
+  sort();
+}
+
+void TEquipmentRecordPluginFrame::tblEqRecDoubleClicked(const QModelIndex& index) {
+  if (list_.view().isEmpty() || editor_) return;
+  editRecord(list_.view().at(static_cast<std::size_t>(index.row())));
+}
+
+void TEquipmentRecordPluginFrame::tblEqRecEnterReleased() {
+  const auto rows = selectedRows();
+  if (!rows || rows->count() != 1 || editor_) return;
+  editRecord(list_.view().at(currentRow()));
+}
+
+std::optional<bool> TEquipmentRecordPluginFrame::editRecord(TrecordIndex index) {
+  const QPointer<TEquipmentRecordPluginFrame> self(this);
+  editor_ = new TfrmEqRecEditor(*this, ini_, this);
+  editor_->showRecord(static_cast<std::int32_t>(index));
+  editor_->exec();
+  if (self.isNull()) return std::nullopt;
+  const std::unique_ptr<TfrmEqRecEditor> closed(editor_.data());
+  editor_.clear();
+  ui_->tblEqRec->setFocus();
+  return closed->isCancelled();
+}
+
+void TEquipmentRecordPluginFrame::btnSearchClick() {
+  const TsearchTexts texts = {searchText(ui_->txtDescSearch), searchText(ui_->txtManufacturerSearch),
+                              searchText(ui_->txtModelSearch), searchText(ui_->txtGeneralSearch)};
+  if (list_.search(texts)) sort();
+}
+
+void TEquipmentRecordPluginFrame::btnClearSearchClick() {
+  for (QLineEdit* edit : {ui_->txtDescSearch, ui_->txtManufacturerSearch, ui_->txtModelSearch, ui_->txtGeneralSearch}) {
+    edit->clear();
+  }
+  list_.clearSearch();
+  sort();
+}
+
+void TEquipmentRecordPluginFrame::btnAddClick() {
+  if (!list_.hasRoomFor(1)) {
+    showMessage(this, tooManyRecords);
+    return;
+  }
+  if (editor_) return;
+  const TrecordIndex added = list_.addBlank();
+  fill();
+  setCurrentRow(list_.view().count() - 1);
+  if (!editRecord(added).value_or(false)) return;
+  list_.removeAdded(added);
+  sort();
+  setCurrentRow(currentRow());
+}
+
+void TEquipmentRecordPluginFrame::btnCopyClick() {
+  const auto rows = selectedRows();
+  if (!rows) return;
+  if (!list_.hasRoomFor(rows->count())) {
+    showMessage(this, tooManyRecords);
+    return;
+  }
+  const TrowRange copies = list_.copy(*rows);
+  fill();
+  selectRows(copies);
+  ui_->tblEqRec->setFocus();
+}
+
+void TEquipmentRecordPluginFrame::btnDeleteClick() {
+  const auto rows = selectedRows();
+  if (!rows) return;
+  const QPointer<TEquipmentRecordPluginFrame> self(this);
+  const auto answer = showMessage(this, deleteRecords, QMessageBox::Yes | QMessageBox::No);
+  if (answer != QMessageBox::Yes || self.isNull()) return;
+  list_.remove(*rows);
+  sort();
+  // What was selected is gone; that nothing else be deleted by the next key, one row alone is selected.
+  setCurrentRow(rows->top);
+}
+
+void TEquipmentRecordPluginFrame::btnExportClick() {
+  switch (exportRecords(list_.view(), list_.titles(), findPath(context_.programFolder, "export.csv"))) {
+    case TexportResult::notOpened:
+      showMessage(this, exportNotOpened);
+      break;
+    case TexportResult::nothingToExport:
+      showMessage(this, nothingToExport);
+      break;
+    case TexportResult::done:
+      break;
+  }
+}
+
+void TEquipmentRecordPluginFrame::btnOptionsClick() {
+  const QPointer<TEquipmentRecordPluginFrame> self(this);
+  const QPointer<TfrmOptions> form = new TfrmOptions(ini_, this);
+  const int result = form->exec();
+  if (self.isNull()) return;
+  const std::unique_ptr<TfrmOptions> closed(form.data());
+  if (result != QDialog::Accepted) return;
+  ui_->tblEqRec->readColumnWidths(layout_);
+  settings_ = TbrowserSettings::load(ini_);
+  list_.changeColumns(settings_, layout_.sort);
+  sort();
+  ui_->tblEqRec->setColumnWidths(layout_);
+}
+
+void TEquipmentRecordPluginFrame::BtnHelpClick() {
+  help_->show(context_.programFolder, this);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "support/messages.h"
+
+/// What the browser's commands say.
+
+inline constexpr TmessageText tooManyRecords = {
+    "Cannot add equipment records. Equipment record limit has been reached.\nDelete equipment records and try again.",
+    "Too Many Equipment Records", TmessageIcon::warning};
+
+inline constexpr TmessageText deleteRecords = {"Do you want to delete the selected equipment records?",
+                                               "Delete Records?", TmessageIcon::warning};
+
+inline constexpr TmessageText exportNotOpened = {"Could not open export file.", "Error", TmessageIcon::error};
+
+inline constexpr TmessageText nothingToExport = {"There is no information to export", "No Data",
+                                                 TmessageIcon::information};

@@ -1,0 +1,77 @@
+#include "editor/recordEdit.h"
+
+#include <QClipboard>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include "editor/recordInput.h"
+#include "support/recordString.h"
+
+TrecordEdit::TrecordEdit(QWidget* parent) : QLineEdit(parent) {}
+
+void TrecordEdit::setRecordText(std::string_view bytes) {
+  setText(fromRecordText(bytes));
+  setCursorPosition(0);  // where it is too long for the box, its beginning is shown
+}
+
+std::string TrecordEdit::recordText() const {
+  return recordBytes(text());
+}
+
+void TrecordEdit::paste() {
+  enter(QGuiApplication::clipboard()->text());
+}
+
+void TrecordEdit::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Paste)) {
+    paste();
+    return;
+  }
+  QKeyEvent cleaned = cleanedKey(*event, maxLength());
+  QLineEdit::keyPressEvent(&cleaned);
+  event->setAccepted(cleaned.isAccepted());
+}
+
+void TrecordEdit::inputMethodEvent(QInputMethodEvent* event) {
+  TcleanedCommit cleaned(*event, maxLength());
+  QLineEdit::inputMethodEvent(&cleaned);
+  event->setAccepted(cleaned.isAccepted());
+}
+
+/// The middle button pastes what is selected elsewhere, on systems that have such a thing.
+void TrecordEdit::mouseReleaseEvent(QMouseEvent* event) {
+  const QClipboard* clipboard = QGuiApplication::clipboard();
+  if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
+    deselect();
+    enter(clipboard->text(QClipboard::Selection));
+  } else {
+    QLineEdit::mouseReleaseEvent(event);
+  }
+}
+
+void TrecordEdit::dropEvent(QDropEvent* event) {
+  QMimeData text;
+  text.setText(cleanedInput(event->mimeData()->text(), maxLength()));
+  QDropEvent cleaned(event->position(), event->possibleActions(), &text, event->buttons(), event->modifiers());
+  cleaned.setDropAction(event->dropAction());
+  QLineEdit::dropEvent(&cleaned);
+  event->setDropAction(cleaned.dropAction());
+  event->setAccepted(cleaned.isAccepted());
+}
+
+void TrecordEdit::enter(const QString& text) {
+  const QString cleaned = cleanedInput(text, maxLength());
+  if (cleaned.isEmpty()) return;
+  endUndoStep();
+  insert(cleaned);
+  endUndoStep();
+}
+
+/// Undo takes typing back in one step up to the last move of the cursor.
+void TrecordEdit::endUndoStep() {
+  if (hasSelectedText()) return;
+  const int position = cursorPosition();
+  setCursorPosition(position > 0 ? position - 1 : 1);
+  setCursorPosition(position);
+}

@@ -1,0 +1,59 @@
+#include "editor/recordInput.h"
+
+#include "support/recordString.h"
+
+namespace {
+
+constexpr QChar closingQuote(0x201D);
+
+bool isLineBreak(QChar character) {
+  return character == u'\n' || character == u'\r' || character == QChar::LineSeparator ||
+         character == QChar::ParagraphSeparator;
+}
+
+bool fitsRecord(QChar character) {
+  return !character.isNull() && toRecordText(QString(character)).has_value();
+}
+
+QChar entering(QChar character) {
+  if (isLineBreak(character)) return u' ';
+  return character == u'"' ? closingQuote : character;
+}
+
+/// Keys such as Backspace bring a control character along, which is not typed.
+bool isTyped(const QString& text) {
+  return !text.isEmpty() && text.front() >= u' ' && text.front() != QChar(0x7F);
+}
+
+}  // namespace
+
+QString cleanedInput(const QString& text, qsizetype room) {
+  QString cleaned;
+  QChar previous;
+  for (const QChar character : text) {
+    if (cleaned.size() >= room) break;
+    const bool endOfBreak = previous == u'\r' && character == u'\n';
+    previous = character;
+    if (!endOfBreak && fitsRecord(entering(character))) cleaned += entering(character);
+  }
+  return cleaned;
+}
+
+QKeyEvent cleanedKey(const QKeyEvent& event, qsizetype room) {
+  const QString text = isTyped(event.text()) ? cleanedInput(event.text(), room) : event.text();
+  return {event.type(), event.key(),          event.modifiers(),
+          text,         event.isAutoRepeat(), static_cast<quint16>(event.count())};
+}
+
+TcleanedCommit::TcleanedCommit(const QInputMethodEvent& event, qsizetype room)
+    : QInputMethodEvent(event.preeditString(), event.attributes()) {
+  setCommitString(cleanedInput(event.commitString(), room), event.replacementStart(), event.replacementLength());
+}
+
+std::string recordBytes(const QString& text) {
+  std::string bytes;
+  for (const QChar character : text) {
+    if (fitsRecord(character)) bytes += *toRecordText(QString(character));
+  }
+  return bytes;
+}

@@ -1,0 +1,53 @@
+#include "editor/testProcGrid.h"
+
+#include <QHeaderView>
+
+namespace {
+
+constexpr int pixelsPerRow = 15;
+constexpr int pixelsForText = 13;  ///< a row without what lies above its text
+
+/// The largest size of the font, at most its own, that fits into a row.
+QFont fittingFont(QFont font) {
+  int size = QFontInfo(font).pixelSize();
+  while (size > 8 && QFontMetrics(font).height() > pixelsForText) font.setPixelSize(--size);
+  return font;
+}
+
+}  // namespace
+
+TtestProcGrid::TtestProcGrid(QWidget* parent) : TsortedGrid(parent) {
+  setSelectionMode(SingleSelection);
+  setPixelsPerRow(pixelsPerRow);
+  setFont(fittingFont(font()));
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+}
+
+std::optional<std::size_t> TtestProcGrid::markedRow() const {
+  const QModelIndexList rows = selectionModel()->selectedRows();
+  if (rows.isEmpty()) return std::nullopt;
+  return static_cast<std::size_t>(rows.front().row());
+}
+
+void TtestProcGrid::mark(std::size_t row) {
+  selectRow(static_cast<int>(row));
+  scrollTo(model()->index(static_cast<int>(row), 0), PositionAtTop);
+}
+
+void TtestProcGrid::resizeEvent(QResizeEvent* event) {
+  TsortedGrid::resizeEvent(event);
+  const int last = horizontalHeader()->count() - 1;
+  const int before = horizontalHeader()->sectionPosition(last);
+  setColumnWidth(last, viewport()->width() - before);
+}
+
+/// Where nothing is marked, the first key marks the first row, which has the focus, instead of passing over it.
+void TtestProcGrid::keyPressEvent(QKeyEvent* event) {
+  if (!selectionModel()->hasSelection()) selectionModel()->clearCurrentIndex();
+  TsortedGrid::keyPressEvent(event);
+}
+
+void TtestProcGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  TsortedGrid::selectionChanged(selected, deselected);
+  emit markChanged();
+}

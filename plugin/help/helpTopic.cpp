@@ -1,0 +1,12 @@
+#include "help/helpTopic.h"
+
+#include <system_error>
+
+std::filesystem::path helpTopic(const std::filesystem::path& programFolder) {
+  std::error_code noCurrentFolder;  // the path is then taken as it stands
+  const auto given = programFolder / "EquipmentRecord.chm";
+  const auto full = std::filesystem::absolute(given, noCurrentFolder);
+  auto topic = (noCurrentFolder ? given : full).lexically_normal().make_preferred();
+  topic += "::/EquipmentRecord.html";
+  return topic;
+}

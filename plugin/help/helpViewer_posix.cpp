@@ -1,0 +1,30 @@
+#include <QApplication>
+
+#include "help/helpViewer.h"
+#include "help/helpWindow.h"
+
+namespace {
+
+class TwindowHelpViewer : public ThelpViewer {
+ public:
+  void show(const std::filesystem::path& /*programFolder*/, QWidget* owner) override {
+    if (window_ == nullptr) window_ = std::make_unique<ThelpWindow>();
+    window_->showInFrontOf(owner);
+  }
+
+  void closeAll() override {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+      if (qobject_cast<ThelpWindow*>(window) != nullptr) window->close();
+    }
+  }
+
+ private:
+  std::unique_ptr<ThelpWindow> window_;  // without a parent, so that no owner takes it away
+};
+
+}  // namespace
+
+std::unique_ptr<ThelpViewer> makeHelpViewer() {
+  return std::make_unique<TwindowHelpViewer>();
+}

@@ -1,0 +1,73 @@
+#include <QWidget>
+#include <string>
+#include <windows.h>
+
+#include "help/helpTopic.h"
+#include "help/helpViewer.h"
+
+namespace {
+
+constexpr UINT displayTopic = 0x0000;
+constexpr UINT closeAllWindows = 0x0012;
+
+using ThtmlHelp = HWND(WINAPI*)(HWND owner, const char* file, UINT command, DWORD_PTR data);
+
+/// The system's help function; null where the system has none. The library stays loaded: it has a thread of its own,
+/// which ends some time after its last window.
+ThtmlHelp htmlHelp() {
+  static const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  if (library == nullptr) return nullptr;
+  return reinterpret_cast<ThtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpA")));
+}
+
+/// In the system's code page; a letter that it lacks sets `lossy`.
+std::string narrow(const std::wstring& text, BOOL& lossy) {
+  const int wide = static_cast<int>(text.size());
+  std::string bytes(4 * text.size(), '\0');
+  const int length = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), wide, bytes.data(),
+                                         static_cast<int>(bytes.size()), nullptr, &lossy);
+  bytes.resize(length);
+  return bytes;
+}
+
+/// The folder by its short name, which has no letters that a code page lacks; itself where it has none.
+std::filesystem::path shortName(const std::filesystem::path& folder) {
+  std::wstring name(MAX_PATH, L'\0');
+  const DWORD length = GetShortPathNameW(folder.c_str(), name.data(), MAX_PATH);
+  if (length == 0 || length > MAX_PATH) return folder;
+  name.resize(length);
+  return name;
+}
+
+std::string topicBytes(const std::filesystem::path& programFolder) {
+  BOOL lossy = FALSE;
+  const std::string bytes = narrow(helpTopic(programFolder).native(), lossy);
+  return lossy ? narrow(helpTopic(shortName(programFolder)).native(), lossy) : bytes;
+}
+
+class TsystemHelpViewer : public ThelpViewer {
+ public:
+  ~TsystemHelpViewer() override { TsystemHelpViewer::closeAll(); }
+
+  void show(const std::filesystem::path& programFolder, QWidget* owner) override {
+    const ThtmlHelp help = htmlHelp();
+    if (help == nullptr) return;
+    shown_ = true;
+    const auto window = owner == nullptr ? nullptr : reinterpret_cast<HWND>(owner->window()->winId());
+    help(window, topicBytes(programFolder).c_str(), displayTopic, 0);
+  }
+
+  void closeAll() override {
+    if (shown_) htmlHelp()(nullptr, nullptr, closeAllWindows, 0);
+    shown_ = false;
+  }
+
+ private:
+  bool shown_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<ThelpViewer> makeHelpViewer() {
+  return std::make_unique<TsystemHelpViewer>();
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QHash>
+#include <QImage>
+#include <QTextBrowser>
+
+/// Shows a page of the guide. Pictures wider than the view are shown as wide as the view.
+class TpageView : public QTextBrowser {
+  Q_OBJECT
+
+ public:
+  explicit TpageView(QWidget* parent);
+
+  QVariant loadResource(int type, const QUrl& name) override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QImage fitted(const QImage& picture) const;
+
+  QHash<QUrl, QImage> pictures_;  // as they are in the guide
+};

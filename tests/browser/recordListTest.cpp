@@ -1,0 +1,180 @@
+#include <QTest>
+
+#include "browser/csvExport.h"
+#include "browser/recordList.h"
+#include "browser/settings.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+namespace {
+
+/// The control numbers shown, without anything between them.
+QByteArray shown(const TrecordList& list) {
+  QByteArray text;
+  for (std::size_t i = 0; i < list.view().count(); ++i) text += list.view().cellText(i, fieldControlNum).c_str();
+  return text;
+}
+
+void add(TrecordList& list, const char* controlNum, const char* description, const char* manufacturer,
+         unsigned testProc) {
+  TequipRec& record = list.records().at(list.addBlank());
+  record.setText(fieldControlNum, controlNum);
+  record.setText(fieldDescription, description);
+  record.setText(fieldManufacturer, manufacturer);
+  record.setTestProc(testProc);
+}
+
+void fill(TrecordList& list) {
+  list.titles().set(123, "Lamp, class 9");
+  add(list, "a", "Cable", "Nord", 1);
+  add(list, "b", "ABC pump",
+      "S\xDC"
+      "D",
+      123);
+  add(list, "c", "",
+      "s\xFC"
+      "d & co",
+      2);
+  add(list, "d", "Bed", "Lampe AG", 123);
+  list.records().at(2).setText(fieldCustom3, "near 123");
+}
+
+}  // namespace
+
+class TrecordListTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void searchShowsUnion_data();
+  void searchShowsUnion();
+  void searchThatFoundNothingHoldsUntilCleared();
+  void removeKeepsSearchInForce();
+  void cancelledAddShowsAll();
+  void copiesGoToTheEndWithoutControlNumber();
+  void roomEndsAtLimit();
+  void sortColumnFollowsItsMeaning_data();
+  void sortColumnFollowsItsMeaning();
+  void exportIsWrittenToTheLetter();
+};
+EQREC_TEST(TrecordListTest);
+
+void TrecordListTest::searchShowsUnion_data() {
+  QTest::addColumn<QByteArrayList>("texts");  // description, manufacturer, model, general
+  QTest::addColumn<QByteArray>("found");
+  QTest::newRow("inside a word, any case") << QByteArrayList{"aB", "", "", ""} << QByteArray("ab");
+  QTest::newRow("letters beyond ASCII, any case") << QByteArrayList{"",
+                                                                    "\xFC"
+                                                                    "D",
+                                                                    "", ""}
+                                                  << QByteArray("bc");
+  QTest::newRow("two boxes are alternatives, first box's records first")
+      << QByteArrayList{"bed", "nord", "", ""} << QByteArray("da");
+  QTest::newRow("general: title and custom field, not the number")
+      << QByteArrayList{"", "", "", "123"} << QByteArray("c");
+  QTest::newRow("general: manufacturer, then titles") << QByteArrayList{"", "", "", "lamp"} << QByteArray("db");
+  QTest::newRow("general leaves out the field with a text of its own")
+      << QByteArrayList{"zzz", "", "", "bed"} << QByteArray("");
+  QTest::newRow("all empty: unchanged") << QByteArrayList{"", "", "", ""} << QByteArray("abcd");
+}
+
+void TrecordListTest::searchShowsUnion() {
+  QFETCH(QByteArrayList, texts);
+  TrecordList list;
+  fill(list);
+  QVERIFY(
+      list.search({texts[0].toStdString(), texts[1].toStdString(), texts[2].toStdString(), texts[3].toStdString()}));
+  QTEST(shown(list), "found");
+}
+
+void TrecordListTest::searchThatFoundNothingHoldsUntilCleared() {
+  TrecordList list;
+  fill(list);
+  list.search({"nowhere", "", "", ""});
+  QVERIFY(!list.search({"bed", "", "", ""}));
+  QCOMPARE(shown(list), "");
+  list.clearSearch();
+  QCOMPARE(shown(list), "abcd");
+}
+
+void TrecordListTest::removeKeepsSearchInForce() {
+  TrecordList list;
+  fill(list);
+  list.search({"",
+               "s\xFC"
+               "d",
+               "", "lamp"});
+  QCOMPARE(shown(list), "bcd");  // d by its title
+  list.remove({0, 0});
+  QCOMPARE(shown(list), "cd");
+}
+
+void TrecordListTest::cancelledAddShowsAll() {
+  TrecordList list;
+  fill(list);
+  list.search({"bed", "", "", ""});
+  const TrecordIndex added = list.addBlank();
+  QCOMPARE(list.view().count(), 2U);
+  list.removeAdded(added);
+  QCOMPARE(shown(list), "abcd");
+}
+
+void TrecordListTest::copiesGoToTheEndWithoutControlNumber() {
+  TrecordList list;
+  fill(list);
+  const TrowRange copies = list.copy({1, 3});
+  QCOMPARE(copies.top, 4U);
+  QCOMPARE(copies.bottom, 6U);
+  QCOMPARE(shown(list), "abcd");
+  QCOMPARE(list.view().cellText(4, fieldDescription), "ABC pump");
+  QCOMPARE(list.view().cellText(4, columnTestProc), "123");
+  list.records().at(4).setText(fieldDescription, "changed");
+  QCOMPARE(list.view().cellText(1, fieldDescription), "ABC pump");
+}
+
+void TrecordListTest::roomEndsAtLimit() {
+  TrecordList list;
+  while (list.records().count() < equipRecLimit - 1) list.addBlank();
+  QVERIFY(list.hasRoomFor(1) && !list.hasRoomFor(2));
+  list.addBlank();
+  QVERIFY(!list.hasRoomFor(1));
+  list.addBlank();  // a file may hold one more than the limit
+  QVERIFY(!list.hasRoomFor(1));
+}
+
+void TrecordListTest::sortColumnFollowsItsMeaning_data() {
+  QTest::addColumn<int>("before");
+  QTest::addColumn<int>("after");
+  QTest::addColumn<bool>("ascending");
+  QTest::newRow("column moved: followed, direction kept") << 6 << 5 << false;
+  QTest::newRow("column gone: first, ascending") << 2 << 0 << true;
+}
+
+void TrecordListTest::sortColumnFollowsItsMeaning() {
+  QFETCH(int, before);
+  TbrowserSettings settings;
+  TrecordList list;
+  list.buildColumns(settings);
+  TsortOrder order{before, false};
+  settings.display.description = false;
+  list.changeColumns(settings, order);
+  QTEST(order.column, "after");
+  QTEST(order.ascending, "ascending");
+}
+
+void TrecordListTest::exportIsWrittenToTheLetter() {
+  const TtestFolder folder;
+  TrecordList list;
+  fill(list);
+  list.search({"", "", "", "near"});
+  add(list, "x,1", "\"q\" \xE4", "", 500);
+  QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::done);
+  QCOMPARE(bytesOf(folder / "e.csv"),
+           "<index>,<control nun>,<description>,<manufacturer>,<model>,<test procedure num>,<test procedure title>,"
+           "<custom1>,<custom2>,<custom3>\n2,c,,s\xFC"
+           "d & co,,2,,,,near 123\n4,x,1,\"q\" \xE4,,,500,,,,\n");
+  list.search({"nowhere", "", "", ""});
+  QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::nothingToExport);
+  QCOMPARE(bytesOf(folder / "e.csv"), "");
+  QVERIFY(exportRecords(list.view(), list.titles(), folder.path()) == TexportResult::notOpened);
+}
+
+#include "recordListTest.moc"
