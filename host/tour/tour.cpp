@@ -29,6 +29,7 @@ Ttour::Ttour(QString modulePath, const QString& sample, const QString& pictures)
 
 int Ttour::run() {
   if (failures_ == 0) tourSampleList();
+  if (failures_ == 0) tourEditing();
   if (failures_ == 0) tourEmptyList();
   if (failures_ == 0) tourFullList();
   host_.reset();
@@ -103,6 +104,16 @@ void Ttour::leave() {
   expect(QTest::qWaitFor([this] { return host_->pluginFrame() == nullptr; }, patience),
          QStringLiteral("the plug-in's window stays"));
   expect(QTest::qWaitForWindowActive(host_.get(), patience), QStringLiteral("the host's window does not come back"));
+}
+
+int Ttour::rows() const {
+  return grid()->model()->rowCount();
+}
+
+void Ttour::selectFirstRows(int count) {
+  frame().tabTo(grid());
+  frame().press(Qt::Key_Home, Qt::ControlModifier);
+  for (int i = 1; i < count; ++i) frame().press(Qt::Key_Down, Qt::ShiftModifier);
 }
 
 QStringList Ttour::columnTexts(int column) const {

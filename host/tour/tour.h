@@ -34,9 +34,12 @@ class Ttour {
   QTableView* grid() const;
   void launch();
   void leave();
+  int rows() const;
+  void selectFirstRows(int count);
   QStringList columnTexts(int column) const;
 
   void tourSampleList();
+  void tourEditing();
   void tourEmptyList();
   void tourFullList();
 
@@ -48,6 +51,16 @@ class Ttour {
   QString widenColumn();
   QString leaveWithKeyboard();
   QString openAgain();
+  QString searchPumps();
+  QString clearSearch();
+  QString editWithNextAndPrevious();
+  QString addRecord();
+  QString copyRecords();
+  QString deleteRecords();
+  QString changeColumns();
+  QString exportList();
+  QString openHelp();
+  QString findItAllAgain();
   QString showEmpty();
   QString showFull();
 
@@ -60,5 +73,5 @@ class Ttour {
   int stepCount_ = 0;
   int failures_ = 0;
   int widened_ = 0;        ///< the width that a column was dragged to
-  QStringList lastOrder_;  ///< the descriptions as they stood when the plug-in was left
+  QStringList lastOrder_;  ///< the descriptions, later the control numbers, as they stood when the plug-in was left
 };

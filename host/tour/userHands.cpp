@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTest>
 #include <QWindow>
+#include <exception>
 
 namespace {
 
@@ -43,6 +44,10 @@ void TuserHands::dragColumnEdge(QTableView* grid, int column, int pixels) const 
   QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, from + QPoint(pixels, 0));
 }
 
+void TuserHands::type(const QString& text) const {
+  for (const QChar character : text) QTest::keyClick(window_->windowHandle(), character.toLatin1());
+}
+
 void TuserHands::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
   QTest::keyClick(window_->windowHandle(), key, modifiers);
 }
@@ -62,6 +67,34 @@ QString TuserHands::controlNames() const {
 
 QPoint TuserHands::inWindow(QWidget* widget, QPoint position) const {
   return widget->mapTo(window_, position);
+}
+
+void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
+                       const std::function<void(const TuserHands&)>& act) {
+  constexpr int often = 10;
+  std::exception_ptr failure;
+  bool acted = false;
+  QWidget* opener = QApplication::activeWindow();
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    QWidget* window = QApplication::activeModalWidget();
+    const bool found = window != nullptr && (window->objectName() == dialog || window->inherits(qPrintable(dialog)));
+    if (acted || !found || !window->isActiveWindow()) return;
+    acted = true;
+    try {
+      act(TuserHands(window));
+    } catch (const TstepFailed&) {
+      failure = std::current_exception();
+      window->close();
+    }
+  });
+  timer.start(often);
+  open();
+  if (failure) std::rethrow_exception(failure);
+  // What a window manager does, and a platform without one does not.
+  if (QApplication::activeWindow() == nullptr) opener->activateWindow();
+  expect(QTest::qWaitForWindowActive(opener), QStringLiteral("the window before %1 does not come back").arg(dialog));
+  expect(acted, QStringLiteral("%1 does not open").arg(dialog));
 }
 
 QString cellText(const QTableView* grid, int row, int column) {

@@ -6,6 +6,7 @@
 #include <QTableView>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 #include <stdexcept>
 
 /// A step of the tour did not find what it looked for.
@@ -36,6 +37,7 @@ class TuserHands {
   void clickHeading(QTableView* grid, int column) const;
   /// Drags the right edge of a column's heading by so many pixels.
   void dragColumnEdge(QTableView* grid, int column, int pixels) const;
+  void type(const QString& text) const;
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
   /// Presses Tab until `widget` has the focus.
   void tabTo(QWidget* widget) const;
@@ -47,6 +49,11 @@ class TuserHands {
   QWidget* window_;
 };
 
+/// Opens a modal dialog by `open`, which returns when it is closed, and meanwhile lets `act` work on it. The dialog is
+/// known by its name or class. A failure in `act` closes the dialog and fails the step.
+void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
+                       const std::function<void(const TuserHands&)>& act);
+
 /// The text of a grid's cell, and of a column's heading.
 QString cellText(const QTableView* grid, int row, int column);
 QString headingText(const QTableView* grid, int column);
@@ -57,6 +64,10 @@ int columnOf(const QTableView* grid, const QString& heading);
 class TboxWatcher : public QObject {
  public:
   TboxWatcher();
+
+  /// A box is expected, and somebody else will close it.
+  void pause() { timer_.stop(); }
+  void resume() { timer_.start(); }
 
   /// What was said since the last call.
   QString takeText();

@@ -19,7 +19,7 @@ bool TrecordList::search(const TsearchTexts& texts) {
   if (view_.isEmpty()) return false;
   searchTexts_ = texts;
   searchActive_ = true;
-  if (!texts.isEmpty()) view_.show(findRecords(records_, titles_, texts));
+  if (!texts.isEmpty()) view_.show(search_.find(texts));
   return true;
 }
 
@@ -63,6 +63,6 @@ void TrecordList::remove(const TrowRange& rows) {
   records_.remove(indices);
   view_.showAll();
   if (searchActive_ && !view_.isEmpty() && !searchTexts_.isEmpty()) {
-    view_.show(findRecords(records_, titles_, searchTexts_));
+    view_.show(search_.find(searchTexts_));
   }
 }

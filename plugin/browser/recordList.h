@@ -60,6 +60,7 @@ class TrecordList {
   TtestProcTable titles_;
   Tview view_{records_, titles_};
   TcolumnLayout columns_;
+  TrecordSearch search_{records_, titles_};
   TsearchTexts searchTexts_;
   bool searchActive_ = false;
 };

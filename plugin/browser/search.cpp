@@ -1,52 +1,20 @@
 #include "browser/search.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
+#include <functional>
+#include <utility>
 
 #include "support/recordText.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
 
-/// A text that is sought in fields, without regard to case.
-class Tneedle {
- public:
-  explicit Tneedle(const std::string& text) : lower_(lowerCased(text)) {
-    for (std::size_t byte = 1; byte < startsOrEnds_.size(); ++byte) {
-      startsOrEnds_[byte] = lowerCaseTable[byte] == static_cast<unsigned char>(lower_.front());
-    }
-    startsOrEnds_[0] = true;
-  }
+constexpr int titleField = -1;
 
-  /// Whether the needle occurs in a zero-terminated text.
-  bool occursIn(const char* text) const {
-    for (;; ++text) {
-      // Most of a search's time goes into this loop.
-      while (!startsOrEnds_[static_cast<unsigned char>(*text)]) ++text;
-      if (*text == '\0') return false;
-      if (startsAt(text)) return true;
-    }
-  }
-
- private:
-  bool startsAt(const char* text) const {
-    return std::all_of(lower_.begin(), lower_.end(), [&text](char c) {
-      return lowerCaseTable[static_cast<unsigned char>(*text++)] == static_cast<unsigned char>(c);
-    });
-  }
-
-  std::string lower_;
-  std::array<bool, 256> startsOrEnds_{};
-};
-
-/// One text sought in one field, or in the titles, with the records that it was found in.
+/// One text, in lower case, that is sought in one field or in the titles.
 struct TfieldSearch {
-  static constexpr int titleField = -1;
-
   int field;
-  Tneedle needle;
-  std::vector<TrecordIndex> found = {};
+  std::string needle;
 };
 
 /// The searches that the texts lead to, in the order in which their results are shown.
@@ -55,42 +23,17 @@ std::vector<TfieldSearch> searchesFor(const TsearchTexts& texts) {
       {{fieldDescription, &texts.description}, {fieldManufacturer, &texts.manufacturer}, {fieldModel, &texts.model}}};
   std::vector<TfieldSearch> searches;
   for (const auto& [field, text] : own) {
-    if (!text->empty()) searches.push_back({field, Tneedle(*text)});
+    if (!text->empty()) searches.push_back({field, lowerCased(*text)});
   }
   if (texts.general.empty()) return searches;
-  const Tneedle general(texts.general);
+  const std::string general = lowerCased(texts.general);
   for (const auto& [field, text] : own) {
     if (text->empty()) searches.push_back({field, general});
   }
-  for (const int field : {fieldControlNum, TfieldSearch::titleField, fieldCustom1, fieldCustom2, fieldCustom3}) {
+  for (const int field : {fieldControlNum, titleField, fieldCustom1, fieldCustom2, fieldCustom3}) {
     searches.push_back({field, general});
   }
   return searches;
-}
-
-/// For each test procedure number whether its title matches.
-std::vector<bool> matchingTitles(const TtestProcTable& titles, const Tneedle& needle) {
-  std::vector<bool> matches;
-  for (unsigned number = 0; number <= maxTestProcNumber; ++number) {
-    matches.push_back(needle.occursIn(std::string(titles.title(number)).c_str()));
-  }
-  return matches;
-}
-
-/// Runs all searches, each record once for all of them, so that its memory is walked through once.
-void run(std::vector<TfieldSearch>& searches, const TequipRecTable& records, const TtestProcTable& titles) {
-  std::vector<bool> titleMatches;
-  for (const TfieldSearch& search : searches) {
-    if (search.field == TfieldSearch::titleField) titleMatches = matchingTitles(titles, search.needle);
-  }
-  for (TrecordIndex index = 0; index < records.count(); ++index) {
-    const TequipRec& record = records.at(index);
-    for (TfieldSearch& search : searches) {
-      const bool matches = search.field == TfieldSearch::titleField ? titleMatches[record.testProc()]
-                                                                    : search.needle.occursIn(record.text(search.field));
-      if (matches) search.found.push_back(index);
-    }
-  }
 }
 
 }  // namespace
@@ -99,17 +42,61 @@ bool TsearchTexts::isEmpty() const {
   return description.empty() && manufacturer.empty() && model.empty() && general.empty();
 }
 
-std::vector<TrecordIndex> findRecords(const TequipRecTable& records, const TtestProcTable& titles,
-                                      const TsearchTexts& texts) {
-  std::vector<TfieldSearch> searches = searchesFor(texts);
-  run(searches, records, titles);
+std::vector<TrecordIndex> TrecordSearch::find(const TsearchTexts& texts) {
+  refresh();
   std::vector<TrecordIndex> united;
-  std::vector<bool> taken(records.count());
-  for (const TfieldSearch& search : searches) {
-    for (const TrecordIndex index : search.found) {
+  std::vector<bool> taken(records_.count());
+  for (const TfieldSearch& search : searchesFor(texts)) {
+    const auto found = search.field == titleField
+                           ? findTitle(search.needle)
+                           : columns_[static_cast<std::size_t>(search.field)].find(search.needle);
+    for (const TrecordIndex index : found) {
       if (!taken[index]) united.push_back(index);
       taken[index] = true;
     }
   }
   return united;
+}
+
+void TrecordSearch::Tcolumn::append(std::string_view text) {
+  starts.push_back(static_cast<std::uint32_t>(texts.size()));
+  for (const char c : text) texts += static_cast<char>(lowerCaseTable[static_cast<unsigned char>(c)]);
+  texts += '\0';
+}
+
+std::vector<TrecordIndex> TrecordSearch::Tcolumn::find(const std::string& needle) const {
+  std::vector<TrecordIndex> found;
+  if (needle.find('\0') != std::string::npos) return found;  // no text holds a zero byte
+  const std::boyer_moore_horspool_searcher searcher(needle.begin(), needle.end());
+  auto next = starts.begin();
+  for (auto from = texts.begin(); from != texts.end();) {
+    const auto hit = std::search(from, texts.end(), searcher);
+    if (hit == texts.end()) break;
+    next = std::upper_bound(next, starts.end(), static_cast<std::uint32_t>(hit - texts.begin()));
+    found.push_back(static_cast<TrecordIndex>(next - starts.begin() - 1));
+    from = next == starts.end() ? texts.end() : texts.begin() + *next;
+  }
+  return found;
+}
+
+void TrecordSearch::refresh() {
+  if (revision_ == records_.revision()) return;
+  for (std::size_t field = 0; field < columns_.size(); ++field) {
+    Tcolumn& column = columns_[field];
+    column = Tcolumn();
+    for (TrecordIndex i = 0; i < records_.count(); ++i) column.append(records_.at(i).text(static_cast<int>(field)));
+  }
+  revision_ = records_.revision();
+}
+
+std::vector<TrecordIndex> TrecordSearch::findTitle(const std::string& needle) const {
+  std::vector<bool> matches;
+  for (unsigned number = 0; number <= maxTestProcNumber; ++number) {
+    matches.push_back(lowerCased(titles_.title(number)).find(needle) != std::string::npos);
+  }
+  std::vector<TrecordIndex> found;
+  for (TrecordIndex i = 0; i < records_.count(); ++i) {
+    if (matches[records_.at(i).testProc()]) found.push_back(i);
+  }
+  return found;
 }

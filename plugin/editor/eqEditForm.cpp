@@ -82,8 +82,8 @@ void TfrmEqRecEditor::connectControls() {
 }
 
 void TfrmEqRecEditor::nameCustomFields() {
-  const std::pair<QLabel*, QWidget*> customs[] = {
-      {ui_->lblCustom1, ui_->txtCustom1}, {ui_->lblCustom2, ui_->txtCustom2}, {ui_->lblCustom3, ui_->txtCustom3}};
+  const std::array<std::pair<QLabel*, QWidget*>, 3> customs = {
+      {{ui_->lblCustom1, ui_->txtCustom1}, {ui_->lblCustom2, ui_->txtCustom2}, {ui_->lblCustom3, ui_->txtCustom3}}};
   int number = 0;
   for (const auto& [label, box] : customs) {
     const std::string digit = std::to_string(++number);

@@ -39,7 +39,6 @@ class TfrmEqRecEditor : public QDialog {
   bool isCancelled() const { return cancelled_; }
   void clearCancelled() { cancelled_ = false; }
 
- public slots:
   /// Stores place and size on every way out.
   void done(int result) override;
   /// Esc and the close box.

@@ -16,9 +16,8 @@ class TrecordEdit : public QLineEdit {
   void setRecordText(std::string_view bytes);
   std::string recordText() const;
 
- public slots:
   /// Takes the slot's place in the context menu, too, which looks it up by name.
-  void paste();
+  Q_SLOT void paste();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -59,6 +59,7 @@ char* TequipRec::buffer(int fieldId) const {
 }
 
 void TequipRecTable::remove(const std::vector<TrecordIndex>& indices) {
+  ++revision_;
   auto removed = indices.begin();
   std::size_t kept = 0;
   for (std::size_t index = 0; index < records_.size(); ++index) {

@@ -84,18 +84,23 @@ using TrecordIndex = std::uint32_t;
 class TequipRecTable {
  public:
   std::size_t count() const { return records_.size(); }
-  TequipRec& at(TrecordIndex index) { return records_[index]; }
+  /// A number that is another one after each change, or chance of one, by any of the functions below.
+  std::uint64_t revision() const { return revision_; }
+
+  /// A record to be changed now: the reference is not for keeping.
+  TequipRec& at(TrecordIndex index) { return ++revision_, records_[index]; }
   const TequipRec& at(TrecordIndex index) const { return records_[index]; }
 
-  void append(TequipRec record) { records_.push_back(std::move(record)); }
+  void append(TequipRec record) { ++revision_, records_.push_back(std::move(record)); }
   /// Removes one record; those behind it move up by one.
-  void remove(TrecordIndex index) { records_.erase(records_.begin() + index); }
+  void remove(TrecordIndex index) { ++revision_, records_.erase(records_.begin() + index); }
   /// Removes several records in one pass; `indices` must be ascending, each at most once.
   void remove(const std::vector<TrecordIndex>& indices);
-  void removeAll() { records_.clear(); }
+  void removeAll() { ++revision_, records_.clear(); }
   /// Makes room for so many records in all.
   void reserve(std::size_t count) { records_.reserve(count); }
 
  private:
   std::vector<TequipRec> records_;
+  std::uint64_t revision_ = 0;
 };

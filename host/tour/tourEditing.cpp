@@ -1,0 +1,167 @@
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QTest>
+
+#include "host/tour/listFolders.h"
+#include "host/tour/tour.h"
+
+namespace {
+
+constexpr int controlNum = 1;  ///< the column of control numbers
+const QString editorName = QStringLiteral("TfrmEqRecEditor");
+const QString optionsName = QStringLiteral("TfrmOptions");
+
+QLineEdit* edit(const TuserHands& hands, const char* name) {
+  return hands.control<QLineEdit>(QString::fromLatin1(name));
+}
+
+QAbstractButton* button(const TuserHands& hands, const char* name) {
+  return hands.control<QAbstractButton>(QString::fromLatin1(name));
+}
+
+QWidget* helpWindow() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == QStringLiteral("ThelpWindow") && window->isVisible()) return window;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void Ttour::tourEditing() {
+  step(QStringLiteral("search"), [this] { return searchPumps(); });
+  step(QStringLiteral("clear"), [this] { return clearSearch(); });
+  step(QStringLiteral("edit"), [this] { return editWithNextAndPrevious(); });
+  step(QStringLiteral("new"), [this] { return addRecord(); });
+  step(QStringLiteral("copy"), [this] { return copyRecords(); });
+  step(QStringLiteral("delete"), [this] { return deleteRecords(); });
+  step(QStringLiteral("options"), [this] { return changeColumns(); });
+  step(QStringLiteral("export"), [this] { return exportList(); });
+  step(QStringLiteral("help"), [this] { return openHelp(); });
+  step(QStringLiteral("find it all again"), [this] { return findItAllAgain(); });
+}
+
+QString Ttour::searchPumps() {
+  launch();
+  const QString sought = QStringLiteral("PUMP");
+  const int column = columnOf(grid(), QStringLiteral("Description"));
+  const auto matching = columnTexts(column).filter(sought, Qt::CaseInsensitive);
+  frame().click(edit(frame(), "txtDescSearch"));
+  frame().type(sought);
+  frame().press(Qt::Key_Return);
+  expect(columnTexts(column) == matching, QStringLiteral("not the records whose description has it"));
+  picture(frame().window(), QStringLiteral("frame-search"));
+  return QStringLiteral("%1 records with 'pump' in their description").arg(rows());
+}
+
+QString Ttour::clearSearch() {
+  const auto all = fileContent(list_, QStringLiteral("DATA/eq.dat")).count('\n');
+  frame().click(button(frame(), "btnClearSearch"));
+  expect(rows() == all, QStringLiteral("%1 rows of %2").arg(rows()).arg(all));
+  frame().clickHeading(grid(), 0);
+  return QStringLiteral("all %1 records again, sorted by number").arg(all);
+}
+
+QString Ttour::editWithNextAndPrevious() {
+  selectFirstRows(1);
+  const QString before = cellText(grid(), 0, controlNum);
+  whileDialogIsOpen(
+      editorName, [this] { frame().press(Qt::Key_Return); },
+      [&](const TuserHands& editor) {
+        picture(editor.window(), QStringLiteral("editor"));
+        editor.press(Qt::Key_End);
+        editor.type(QStringLiteral("-T"));
+        editor.click(button(editor, "btnNext"));
+        expect(edit(editor, "txtControlNum")->text() == cellText(grid(), 1, controlNum),
+               QStringLiteral("not the next"));
+        editor.click(button(editor, "btnPrev"));
+        expect(edit(editor, "txtControlNum")->text() == before + QStringLiteral("-T"), QStringLiteral("not stored"));
+        editor.click(button(editor, "btnOk"));
+      });
+  expect(cellText(grid(), 0, controlNum) == before + QStringLiteral("-T"), QStringLiteral("not in the grid"));
+  return QStringLiteral("'%1' became '%2', kept over Next and Previous").arg(before, cellText(grid(), 0, controlNum));
+}
+
+QString Ttour::addRecord() {
+  const int before = rows();
+  whileDialogIsOpen(
+      editorName, [this] { frame().press(Qt::Key_N, Qt::ControlModifier); },
+      [](const TuserHands& editor) {
+        editor.type(QStringLiteral("TOUR-1"));
+        editor.press(Qt::Key_Return);  // as a barcode scanner ends
+        editor.click(button(editor, "btnOk"));
+      });
+  expect(rows() == before + 1 && cellText(grid(), before, controlNum) == QStringLiteral("TOUR-1"),
+         QStringLiteral("not at the end of the list"));
+  return QStringLiteral("record %1, typed as a scanner types").arg(rows());
+}
+
+QString Ttour::copyRecords() {
+  selectFirstRows(2);
+  const int before = rows();
+  frame().press(Qt::Key_D, Qt::ControlModifier);
+  expect(rows() == before + 2 && cellText(grid(), before, controlNum).isEmpty(), QStringLiteral("not two copies"));
+  expect(grid()->selectionModel()->selectedRows().size() == 2, QStringLiteral("the copies are not selected"));
+  picture(frame().window(), QStringLiteral("frame-copied"));
+  return QStringLiteral("two records, without control numbers, selected at the end");
+}
+
+QString Ttour::deleteRecords() {
+  const int before = rows();
+  boxes_.pause();
+  whileDialogIsOpen(
+      QStringLiteral("QMessageBox"), [this] { frame().press(Qt::Key_Delete); },
+      [this](const TuserHands& box) {
+        picture(box.window(), QStringLiteral("delete-question"));
+        box.press(Qt::Key_Y, Qt::AltModifier);
+      });
+  boxes_.resume();
+  expect(rows() == before - 2, QStringLiteral("%1 rows").arg(rows()));
+  return QStringLiteral("the two copies, after the question");
+}
+
+QString Ttour::changeColumns() {
+  const int before = grid()->model()->columnCount();
+  whileDialogIsOpen(
+      optionsName, [this] { frame().click(button(frame(), "btnOptions")); },
+      [this](const TuserHands& options) {
+        options.tabTo(options.control<QCheckBox>(QStringLiteral("chkCustom3")));
+        options.press(Qt::Key_Space);
+        options.tabTo(edit(options, "txtCustom3"));
+        options.type(QStringLiteral("Notes & more"));
+        picture(options.window(), QStringLiteral("options"));
+        options.click(button(options, "btnOK"));
+      });
+  expect(grid()->model()->columnCount() == before + 1, QStringLiteral("no column more"));
+  return QStringLiteral("column %1 is '%2'").arg(before + 1).arg(headingText(grid(), before));
+}
+
+QString Ttour::exportList() {
+  frame().press(Qt::Key_E, Qt::ControlModifier);
+  const QByteArray file = fileContent(list_, QStringLiteral("export.csv"));
+  expect(file.startsWith("<index>,<control nun>,") && file.count('\n') == rows() + 1, QStringLiteral("not all lines"));
+  return QStringLiteral("export.csv with a heading and %1 lines").arg(rows());
+}
+
+QString Ttour::openHelp() {
+  frame().press(Qt::Key_F1);
+  expect(QTest::qWaitFor([] { return helpWindow() != nullptr; }), QStringLiteral("no help window"));
+  picture(helpWindow(), QStringLiteral("help"));
+  frame().window()->activateWindow();
+  expect(QTest::qWaitForWindowActive(frame().window()), QStringLiteral("the plug-in's window stays behind the help"));
+  return QStringLiteral("the user's guide in a window of its own");
+}
+
+QString Ttour::findItAllAgain() {
+  lastOrder_ = columnTexts(controlNum);
+  const QString heading = headingText(grid(), grid()->model()->columnCount() - 1);
+  leave();
+  expect(helpWindow() == nullptr, QStringLiteral("the help window stays"));
+  launch();
+  expect(columnTexts(controlNum) == lastOrder_, QStringLiteral("the records are others"));
+  expect(headingText(grid(), grid()->model()->columnCount() - 1) == heading, QStringLiteral("the column is lost"));
+  leave();
+  return QStringLiteral("%1 records, the new one and the changed one among them").arg(lastOrder_.size());
+}
