@@ -52,6 +52,7 @@ std::optional<bool> TEquipmentRecordPluginFrame::editRecord(TrecordIndex index) 
   if (self.isNull()) return std::nullopt;
   const std::unique_ptr<TfrmEqRecEditor> closed(editor_.data());
   editor_.clear();
+  fill();  // also after Cancel: Next and Previous may have stored something
   ui_->tblEqRec->setFocus();
   return closed->isCancelled();
 }

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <memory>
+#include <vector>
+
+#include "editor/editorHost.h"
+#include "editor/eqEditForm.h"
+#include "testproc/autosequenceFileStructs.h"
+#include "tools/testFiles.h"
+
+/// A browser window's stand-in: the rows that it shows, and what it was asked to do.
+class TeditorBrowser final : public QWidget, public TeditorHost {
+ public:
+  TequipRecTable& records() override { return records_; }
+  const TtestProcTable& testProcs() const override { return titles; }
+  std::size_t shownCount() const override { return rows.size(); }
+  TrecordIndex recordAt(std::size_t row) const override { return rows.at(row); }
+  std::size_t currentRow() const override { return current; }
+  void setCurrentRow(std::size_t row) override { current = row; }
+  void refillGrid() override { ++refills; }
+
+  TtestProcTable titles;
+  std::vector<TrecordIndex> rows;
+  std::size_t current = 0;
+  int refills = 0;
+
+ private:
+  TequipRecTable records_;
+};
+
+/// An editor opened on a browser with three records, shown in the order 2, 0, 1. They are called r0, r1 and r2, and
+/// have the test procedures 3, 7 (titled "(UNUSED)") and 5.
+class TeditorFixture {
+ public:
+  TeditorFixture();
+
+  /// Opens the editor on a row of the browser's and waits until it is there.
+  void open(std::size_t row = 1);
+
+  template <typename Control>
+  Control* control(const char* name) const {
+    auto* found = editor->findChild<Control*>(QString::fromLatin1(name));
+    if (found == nullptr) qFatal("no control %s", name);
+    return found;
+  }
+  void click(const char* button) const { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); }
+  /// Presses a key in the control that has the focus.
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+  /// Types into a box behind what it holds.
+  void type(const char* box, const QString& text) const;
+  void paste(const char* box, const QString& text) const;
+  /// The text of a label, a line or a memo.
+  QString text(const char* name) const;
+  const char* field(TrecordIndex record, int id) const { return browser->records().at(record).text(id); }
+
+  /// The numbers in the list, joined by blanks.
+  QString listed() const;
+  /// The number that is marked in the list; 0 for none.
+  int marked() const;
+  void clickListed(int row) const;
+  QTableView* list() const { return control<QTableView>("lstTestProc"); }
+
+  QByteArray ini() const { return bytesOf(folder / "e.ini"); }
+
+  TtestFolder folder;
+  std::unique_ptr<TeditorBrowser> browser = std::make_unique<TeditorBrowser>();
+  std::unique_ptr<TfrmEqRecEditor> editor;
+};
