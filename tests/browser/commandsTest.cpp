@@ -1,6 +1,5 @@
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QTest>
 #include <QTimer>
 
@@ -13,13 +12,11 @@ class TcommandsTest : public QObject {
  private slots:
   void searchNarrowsUntilCleared();
   void deleteKeyAsksThenDeletes();
-  void keyReleasedOverGridAloneDoesNothing();
   void copySelectsTheCopies();
   void newRecordIsEditedAndKept();
   void cancelledNewRecordGoes();
   void fullListTakesNoMore();
   void optionsChangeColumns();
-  void cancelledOptionsWriteNothing();
   void exportSaysWhatWentWrong();
   void shortcutsReachCommandsFromSearchBox();
   void frameDeletedWhileEditorIsOpen();
@@ -77,6 +74,8 @@ void TcommandsTest::searchNarrowsUntilCleared() {
 void TcommandsTest::deleteKeyAsksThenDeletes() {
   TframeFixture f;
   f.open();
+  QTest::keyRelease(f.grid(), Qt::Key_Delete);  // pressed elsewhere
+  QCOMPARE(f.messages.takeCaptions(), {});
   press(f, Qt::Key_Down, Qt::ShiftModifier);
   f.messages.answer = QMessageBox::No;
   press(f, Qt::Key_Delete);
@@ -92,15 +91,6 @@ void TcommandsTest::deleteKeyAsksThenDeletes() {
   QCOMPARE(f.messages.takeCaptions().size(), 1);
   f.exitButton()->click();
   QCOMPARE(f.data(), "");
-}
-
-void TcommandsTest::keyReleasedOverGridAloneDoesNothing() {
-  TframeFixture f;
-  f.open();
-  QTest::keyRelease(f.grid(), Qt::Key_Delete);
-  QTest::keyRelease(f.grid(), Qt::Key_Return);
-  QCOMPARE(f.messages.takeCaptions(), {});
-  QVERIFY(QApplication::activeModalWidget() == nullptr);
 }
 
 void TcommandsTest::copySelectsTheCopies() {
@@ -166,7 +156,14 @@ void TcommandsTest::fullListTakesNoMore() {
 void TcommandsTest::optionsChangeColumns() {
   TframeFixture f;
   f.writeIni("[GRID]\nSORTCOL=6\nSORTASC=0\nCOL_2_WIDTH=140\n");
+  const QByteArray before = f.ini();
   f.open();
+  whenOpen("TfrmOptions", [](QWidget* options) {
+    in<QCheckBox>(options, "chkModel")->click();
+    in<QAbstractButton>(options, "btnCancel")->click();
+  });
+  f.control<QAbstractButton>("btnOptions")->click();
+  QCOMPARE(f.ini(), before);
   whenOpen("TfrmOptions", [](QWidget* options) {
     in<QCheckBox>(options, "chkDescription")->click();
     in<QCheckBox>(options, "chkCustom2")->click();
@@ -184,18 +181,6 @@ void TcommandsTest::optionsChangeColumns() {
   for (const char* line : {"DESCRIPTION=0\n", "CUSTOM2=1\n", "FIELD1NAME=\n", "FIELD2NAME=R&D\n", "SORTCOL=5\n"}) {
     QVERIFY2(f.ini().contains(line), line);
   }
-}
-
-void TcommandsTest::cancelledOptionsWriteNothing() {
-  TframeFixture f;
-  f.open();
-  whenOpen("TfrmOptions", [](QWidget* options) {
-    in<QCheckBox>(options, "chkModel")->click();
-    in<QAbstractButton>(options, "btnCancel")->click();
-  });
-  f.control<QAbstractButton>("btnOptions")->click();
-  QVERIFY(f.ini().isNull());
-  QCOMPARE(f.grid()->model()->columnCount(), 7);
 }
 
 void TcommandsTest::exportSaysWhatWentWrong() {

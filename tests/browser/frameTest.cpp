@@ -1,5 +1,3 @@
-#include <QLabel>
-#include <QLineEdit>
 #include <QTest>
 
 #include "browser/frameFixture.h"
@@ -19,9 +17,7 @@ class TframeTest : public QObject {
   void hostMayDeleteFrameFromReturn_data();
   void hostMayDeleteFrameFromReturn();
   void destructionSavesUnlessExitDid();
-  void frameShownAgainSavesAgain();
   void failedSaveShowsOneBoxAndReturns();
-  void twoFramesOnSameFilesLoseNothing();
   void everyByteSurvivesTheFrame();
 };
 EQREC_TEST(TframeTest);
@@ -77,14 +73,10 @@ void TframeTest::problemsShowOneBoxEach_data() {
   const QString all = QStringLiteral("c a b");
   QTest::newRow("no data file: empty") << QByteArray("DATA/eq.dat") << QByteArray()
                                        << QByteArrayList{"ER1STFILENOTFOUND"} << QString();
-  QTest::newRow("no information file: empty")
-      << QByteArray("DATA/eqinfo.dat") << QByteArray() << QByteArrayList{"ER2NDFILENOTFOUND"} << QString();
   QTest::newRow("corrupt line: the others") << QByteArray("DATA/eq.dat") << QByteArray("\"c\",1\n\"a\",501\n\"b\",3\n")
                                             << QByteArrayList{"ERINVALIDRECORDS"} << QStringLiteral("c b");
   QTest::newRow("damaged procedures: all records")
       << QByteArray("Data/TestProc.ASQ") << QByteArray("ASQ2") << QByteArrayList{"Test Procedure Error"} << all;
-  QTest::newRow("no procedures: all records without a word")
-      << QByteArray("DATA/testProc.asq") << QByteArray() << QByteArrayList() << all;
 }
 
 void TframeTest::problemsShowOneBoxEach() {
@@ -149,16 +141,14 @@ void TframeTest::destructionSavesUnlessExitDid() {
   std::filesystem::remove(f.folder / "DATA/eq.dat");
   f.frame.reset();
   QVERIFY2(f.data().isNull(), "saved a second time");
-}
 
-void TframeTest::frameShownAgainSavesAgain() {
-  TframeFixture f;
+  writeRecords(f.folder.path(), {"c"}, {""});
   f.open();
   f.exitButton()->click();
-  f.frame->show();
+  f.frame->show();  // there may be new work to save
   std::filesystem::remove(f.folder / "DATA/eq.dat");
   f.frame.reset();
-  QVERIFY(f.data().startsWith("\"c\",1\n"));
+  QCOMPARE(f.data(), "\"c\",1\n");
 }
 
 void TframeTest::failedSaveShowsOneBoxAndReturns() {
@@ -171,15 +161,6 @@ void TframeTest::failedSaveShowsOneBoxAndReturns() {
   f.frame.reset();
   QCOMPARE(returns, 1);
   QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"ER1STFILENOTFOUND"});
-}
-
-void TframeTest::twoFramesOnSameFilesLoseNothing() {
-  TframeFixture f;
-  f.open();
-  writeRecords(f.folder.path(), {"other"}, {"list"});
-  f.exitButton()->click();
-  QVERIFY(f.data().startsWith("\"c\",1\n"));
-  QCOMPARE(bytesOf(f.folder / "DATA/eq.dat.kept-1"), "\"other\",1\n");
 }
 
 void TframeTest::everyByteSurvivesTheFrame() {

@@ -2,7 +2,6 @@
 
 #include "browser/columns.h"
 #include "browser/settings.h"
-#include "support/gridLayout.h"
 #include "support/iniFile.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -28,10 +27,6 @@ class TsettingsTest : public QObject {
   void displayFlagsMakeColumns_data();
   void displayFlagsMakeColumns();
   void customNamesHeadColumns();
-  void sortOrderIsRead_data();
-  void sortOrderIsRead();
-  void widthsDefaultToSharesOfGrid();
-  void savedLayoutKeepsKeysOfOtherColumns();
 };
 EQREC_TEST(TsettingsTest);
 
@@ -67,46 +62,6 @@ void TsettingsTest::customNamesHeadColumns() {
   QCOMPARE(columns.id(-1), columnNotFound);
   QCOMPARE(columns.index(998), 5);
   QCOMPARE(columns.index(4), -1);
-}
-
-void TsettingsTest::sortOrderIsRead_data() {
-  QTest::addColumn<QByteArray>("ini");
-  QTest::addColumn<int>("column");
-  QTest::addColumn<bool>("ascending");
-  QTest::newRow("nothing stored: first column ascending") << QByteArray() << 0 << true;
-  QTest::newRow("stored order") << QByteArray("SORTCOL=4\nSORTASC=0\n") << 4 << false;
-  QTest::newRow("flag other than 1: descending") << QByteArray("SORTCOL=4\nSORTASC=3\n") << 4 << false;
-  QTest::newRow("column equal to the count: kept") << QByteArray("SORTCOL=10\nSORTASC=0\n") << 10 << false;
-  QTest::newRow("column above the count: reset") << QByteArray("SORTCOL=11\nSORTASC=0\n") << 0 << true;
-}
-
-void TsettingsTest::sortOrderIsRead() {
-  QFETCH(QByteArray, ini);
-  const TtestFolder folder;
-  writeBytes(folder / "e.ini", "[GRID]\n" + ini);
-  const auto layout = TgridLayout::load(TiniFile(folder / "e.ini"), "GRID", 770, 10);
-  QTEST(layout.sort.column, "column");
-  QTEST(layout.sort.ascending, "ascending");
-}
-
-void TsettingsTest::widthsDefaultToSharesOfGrid() {
-  const TtestFolder folder;
-  writeBytes(folder / "e.ini", "[GRID]\nCOL_2_WIDTH=123\nCOL_3_WIDTH=wide\n");
-  const auto layout = TgridLayout::load(TiniFile(folder / "e.ini"), "GRID", 779, 10);
-  QCOMPARE(layout.widths[0], 70);
-  QCOMPARE(layout.widths[2], 123);
-  QCOMPARE(layout.widths[3], 70);
-}
-
-void TsettingsTest::savedLayoutKeepsKeysOfOtherColumns() {
-  const TtestFolder folder;
-  writeBytes(folder / "e.ini", "[GRID]\nCOL_9_WIDTH=99\nSORTCOL=1\n[EDITGRID]\nSORTCOL=1\n");
-  TgridLayout layout;
-  layout.widths = {11, 22};
-  layout.sort.ascending = false;
-  layout.save(TiniFile(folder / "e.ini"), "GRID", 2);
-  QCOMPARE(bytesOf(folder / "e.ini"),
-           "[GRID]\nCOL_9_WIDTH=99\nSORTCOL=0\nCOL_0_WIDTH=11\nCOL_1_WIDTH=22\nSORTASC=0\n[EDITGRID]\nSORTCOL=1\n");
 }
 
 #include "settingsTest.moc"

@@ -1,6 +1,5 @@
 #include <QTest>
 
-#include "browser/settings.h"
 #include "browser/view.h"
 #include "testproc/autosequenceFileStructs.h"
 #include "tools/testList.h"
@@ -50,10 +49,7 @@ class TviewTest : public QObject {
   void sortsStably_data();
   void sortsStably();
   void sortsUpperBytesLast();
-  void sortStartsFromOrderShown();
   void cellsShowWhatColumnsSay();
-  void clicksTurnOrder();
-  void missingSortColumnBecomesFirst();
 };
 EQREC_TEST(TviewTest);
 
@@ -92,14 +88,6 @@ void TviewTest::sortsUpperBytesLast() {
   QCOMPARE(list.order(), "wzyx");
 }
 
-void TviewTest::sortStartsFromOrderShown() {
-  Tlist list;
-  addRecords(list);
-  list.view.sort(fieldDescription, false);
-  list.view.sort(fieldDescription, false);  // the ties turn back
-  QCOMPARE(list.order(), "afbdec");
-}
-
 void TviewTest::cellsShowWhatColumnsSay() {
   Tlist list;
   list.titles.set(7, " \tLamp\xA0 ");
@@ -108,26 +96,6 @@ void TviewTest::cellsShowWhatColumnsSay() {
       {{997, "1"}, {0, "A\xA0 1"}, {1, "\"quoted\""}, {2, ""}, {998, "7"}, {999, "Lamp\xA0"}, {1001, "INVALID DATA"}}};
   for (const auto& [column, text] : expected) {
     QCOMPARE(list.view.cellText(0, static_cast<TcolumnId>(column)), text);
-  }
-}
-
-void TviewTest::clicksTurnOrder() {
-  TsortOrder order{3, false};
-  order.press(5);
-  QVERIFY(order.column == 5 && order.ascending);
-  order.press(5);
-  QVERIFY(order.column == 5 && !order.ascending);
-  order.press(5);
-  QVERIFY(order.column == 5 && order.ascending);
-}
-
-void TviewTest::missingSortColumnBecomesFirst() {
-  TcolumnLayout columns;
-  columns.build(TbrowserSettings());
-  for (const int missing : {7, 10, -3}) {
-    TsortOrder order{missing, false};
-    QCOMPARE(sortColumnId(order, columns), columnNumber);
-    QVERIFY(order.column == 0 && !order.ascending);
   }
 }
 
