@@ -1,6 +1,7 @@
 #include <cstring>
 #include <fstream>
 #include <string_view>
+#include <utility>
 
 #include "bench/program.h"
 #include "bench/rows.h"
@@ -24,10 +25,11 @@ std::string_view takeUntil(char mark, std::string_view& rest) {
 void splitLine(std::string_view line, Tfields& fields) {
   while (!line.empty()) {
     const std::string_view separator = takeUntil('"', line);
-    if (!line.empty())
+    if (!line.empty()) {
       fields.emplace_back(takeUntil('"', line));
-    else if (separator.size() > 1)
+    } else if (separator.size() > 1) {
       fields.emplace_back(separator.substr(1));
+    }
   }
 }
 

@@ -1,3 +1,4 @@
+#include <array>
 #include <fstream>
 #include <memory>
 
@@ -15,16 +16,16 @@ struct TsortColumn {
   TcolumnId id;
 };
 
-constexpr TsortColumn sortColumns[] = {{"number", columnNumber},
-                                       {"control-number", fieldControlNum},
-                                       {"description", fieldDescription},
-                                       {"manufacturer", fieldManufacturer},
-                                       {"model", fieldModel},
-                                       {"test-procedure", columnTestProc},
-                                       {"title", columnTitle},
-                                       {"custom-1", fieldCustom1},
-                                       {"custom-2", fieldCustom2},
-                                       {"custom-3", fieldCustom3}};
+constexpr std::array<TsortColumn, 10> sortColumns = {{{"number", columnNumber},
+                                                      {"control-number", fieldControlNum},
+                                                      {"description", fieldDescription},
+                                                      {"manufacturer", fieldManufacturer},
+                                                      {"model", fieldModel},
+                                                      {"test-procedure", columnTestProc},
+                                                      {"title", columnTitle},
+                                                      {"custom-1", fieldCustom1},
+                                                      {"custom-2", fieldCustom2},
+                                                      {"custom-3", fieldCustom3}}};
 
 /// The full list, and a view of it to sort.
 struct TsortedList {

@@ -40,7 +40,7 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
   btnClearSearchClick();
   sort();  // once more: ties of a descending order are thereby back in table order
   ui_->tblEqRec->setColumnWidths(layout_);
-  setCurrentRow(0);
+  selectRows({0, 0});
 }
 
 TEquipmentRecordPluginFrame::~TEquipmentRecordPluginFrame() {

@@ -81,7 +81,7 @@ class TdiskWriter final : public TfileWriter {
     return written;
   }
 
-  bool put(std::string_view bytes) {
+  bool put(std::string_view bytes) const {
     const bool written = writeAll(descriptor_, bytes);
     // Lets the disk work while the next piece is made; `flush` tells what came of it.
     if (written) ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
