@@ -13,6 +13,7 @@ class TgridHeader : public QHeaderView {
 
   /// Moves the sort arrow. A column that is not there has none.
   void showSort(int column, bool ascending);
+  int sortColumn() const { return sortColumn_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

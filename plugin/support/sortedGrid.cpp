@@ -23,6 +23,7 @@ TgridHeader* makeHeader(QWidget* parent) {
 
 constexpr int defaultRowHeight = 18;
 constexpr int minimumColumnWidth = 12;
+constexpr int widthStep = 10;
 constexpr int widestColumn = 4096;  // wider, and the others could no longer be reached
 
 }  // namespace
@@ -66,8 +67,25 @@ void TsortedGrid::readColumnWidths(TgridLayout& layout) const {
   }
 }
 
+/// Does what a key means together with Ctrl. False: it is none of the headings'.
+bool TsortedGrid::useHeadingKey(int key) {
+  const int column = key == Qt::Key_0 ? 9 : key - Qt::Key_1;
+  if (key >= Qt::Key_0 && key <= Qt::Key_9) {
+    if (column < header_->count()) emit headerPressed(column);
+  } else if (key == Qt::Key_Left || key == Qt::Key_Right) {
+    const int sorted = header_->sortColumn();
+    const int change = key == Qt::Key_Left ? -widthStep : widthStep;
+    if (sorted < header_->count()) setColumnWidth(sorted, std::max(minimumColumnWidth, columnWidth(sorted) + change));
+  } else {
+    return false;
+  }
+  return true;
+}
+
 void TsortedGrid::keyPressEvent(QKeyEvent* event) {
   pressedKey_ = event->key();
+  const bool control = (event->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
+  if (control && useHeadingKey(event->key())) return;
   QTableView::keyPressEvent(event);
 }
 

@@ -8,6 +8,9 @@ struct TsortOrder;
 
 /// A grid with a silver heading row: fixed row heights, whole-row selection of one range, columns that the user may
 /// resize. It sorts nothing itself; the press on a heading is told by `headerPressed`.
+///
+/// Without a mouse: Ctrl+1 to Ctrl+9 and Ctrl+0 press the headings of the first to the tenth column, Ctrl+Right and
+/// Ctrl+Left make the sort column wider and narrower.
 class TsortedGrid : public QTableView {
   Q_OBJECT
 
@@ -26,7 +29,7 @@ class TsortedGrid : public QTableView {
   void readColumnWidths(TgridLayout& layout) const;
 
  signals:
-  /// The left mouse button was pressed on a column's heading (not on the edge that resizes it).
+  /// The left mouse button was pressed on a column's heading (not on the edge that resizes it), or its key was.
   void headerPressed(int column);
 
   /// A key was pressed and released here. One that was pressed elsewhere, to answer a message box for example, and only
@@ -44,6 +47,8 @@ class TsortedGrid : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
+  bool useHeadingKey(int key);
+
   TgridHeader* header_;
   int pressedKey_ = 0;
 };

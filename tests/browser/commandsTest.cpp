@@ -76,6 +76,9 @@ void TcommandsTest::deleteKeyAsksThenDeletes() {
   f.open();
   QTest::keyRelease(f.grid(), Qt::Key_Delete);  // pressed elsewhere
   QCOMPARE(f.messages.takeCaptions(), {});
+  press(f, Qt::Key_A, Qt::ControlModifier);
+  QCOMPARE(f.selectedRows(), QList<int>({0, 1, 2}));
+  press(f, Qt::Key_Home, Qt::ControlModifier);
   press(f, Qt::Key_Down, Qt::ShiftModifier);
   f.messages.answer = QMessageBox::No;
   press(f, Qt::Key_Delete);

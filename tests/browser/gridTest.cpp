@@ -70,6 +70,12 @@ void TgridTest::headingPressesSort() {
   const QPoint heading = f.grid()->horizontalHeader()->viewport()->mapTo(f.frame.get(), QPoint(8, 8));
   QTest::mouseDClick(f.frame->windowHandle(), Qt::LeftButton, Qt::NoModifier, heading);
   QCOMPARE(f.column(0), QStringLiteral("1 2 3"));  // two presses, fast: there and back
+  QTest::keyClick(f.grid(), Qt::Key_2, Qt::ControlModifier);
+  QCOMPARE(f.column(1), QStringLiteral("a b c"));
+  QTest::keyClick(f.grid(), Qt::Key_0, Qt::ControlModifier);  // there is no tenth column
+  const int before = f.grid()->columnWidth(1);
+  QTest::keyClick(f.grid(), Qt::Key_Right, Qt::ControlModifier);
+  QCOMPARE(f.grid()->columnWidth(1), before + 10);
 }
 
 void TgridTest::draggingAnEdgeResizesWithoutSorting() {
