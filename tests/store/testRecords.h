@@ -1,30 +1,61 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <filesystem>
-#include <initializer_list>
 
 #include "store/datastructs.h"
+#include "store/recordLoad.h"
+#include "store/recordSave.h"
 #include "support/fileSystem.h"
 
-struct TtestRecord {
-  const char* controlNum;
-  unsigned testProc;
-  const char* description;
-};
+/// Records by control number, test procedure and description, told as "A1 7 Pump, B2 1 Lamp".
+inline TequipRecTable tableOf(const QByteArray& text) {
+  TequipRecTable table;
+  for (const QByteArray& told : QByteArray(text).replace(", ", ",").split(',')) {
+    const QByteArrayList parts = told.split(' ');
+    TequipRec record;
+    record.setText(fieldControlNum, parts[0].constData());
+    record.setTestProc(parts[1].toUInt());
+    record.setText(fieldDescription, parts[2].constData());
+    table.append(record);
+  }
+  return table;
+}
 
-TequipRecTable tableOf(std::initializer_list<TtestRecord> records);
-
-/// The records as "A1 7 Pump, B2 1 Lamp".
-QByteArray textOf(const TequipRecTable& table);
+inline QByteArray textOf(const TequipRecTable& table) {
+  QByteArrayList records;
+  for (TrecordIndex i = 0; i < table.count(); ++i) {
+    const TequipRec& record = table.at(i);
+    records << QByteArray(record.text(fieldControlNum)) + ' ' + QByteArray::number(record.testProc()) + ' ' +
+                   record.text(fieldDescription);
+  }
+  return records.join(", ");
+}
 
 /// A line of each file, with its line feed.
-QByteArray dataLine(const QByteArray& controlNum, unsigned testProc);
-QByteArray infoLine(const QByteArray& controlNum, const QByteArray& description);
+inline QByteArray dataLine(const QByteArray& controlNum, unsigned testProc) {
+  return '"' + controlNum + "\"," + QByteArray::number(testProc) + '\n';
+}
+inline QByteArray infoLine(const QByteArray& controlNum, const QByteArray& description) {
+  return '"' + controlNum + "\",\"" + description + "\",\"\",\"\",\"\",\"\",\"\"\n";
+}
 
 /// How a load or a save of eq.dat and eqinfo.dat in `folder` ends: "9: A1 7 Pump" for a status (a save has no records
 /// to tell), "exception 8: fclose() failed" for an exception.
-QByteArray loadText(const std::filesystem::path& folder, TfileSystem& files = diskFileSystem(),
-                    std::size_t recordLimit = equipRecLimit);
-QByteArray saveText(const TequipRecTable& table, const std::filesystem::path& folder,
-                    TfileSystem& files = diskFileSystem());
+inline QByteArray loadText(const std::filesystem::path& folder, TfileSystem& files = diskFileSystem()) {
+  TequipRecTable table = tableOf("stale 1 ");
+  try {
+    const TERStatus status = TequipRecFromFile(&table, equipRecLimit, folder / "eq.dat", folder / "eqinfo.dat", files);
+    return QByteArray::number(status) + ": " + textOf(table);
+  } catch (const TERException& exception) {
+    return "exception " + QByteArray::number(exception.code()) + ": " + exception.what() + textOf(table);
+  }
+}
+inline QByteArray saveText(const TequipRecTable& table, const std::filesystem::path& folder,
+                           TfileSystem& files = diskFileSystem()) {
+  try {
+    return QByteArray::number(TequipRecToFile(table, table.count(), folder / "eq.dat", folder / "eqinfo.dat", files));
+  } catch (const TERException& exception) {
+    return "exception " + QByteArray::number(exception.code()) + ": " + exception.what();
+  }
+}

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <filesystem>
+#include <QByteArrayList>
 #include <map>
 #include <set>
-#include <string>
+#include <utility>
 #include <vector>
 
 #include "support/fileSystem.h"
@@ -13,30 +13,11 @@ using TfileMap = std::map<std::string, std::string>;
 
 /// A disk with what has reached it for good and what has not. Values: a copy is a disk of its own.
 ///
-/// Of a file that was written since it was last flushed, a loss of power leaves the bytes of then, none, half or all of
-/// the new ones. Of the names made, changed and removed since their folder was last flushed, each lasts or is lost
+/// Of files that were written since they were last flushed, a loss of power leaves the bytes of then, none, half or all
+/// of the new ones. Of the names made, changed and removed since their folder was last flushed, each lasts or is lost
 /// independently of the others; a rename is one such change.
-class TsimulatedDisk {
- public:
-  explicit TsimulatedDisk(const TfileMap& files = {});
-
-  /// Everything that a loss of power now may leave.
-  std::set<TfileMap> afterPowerLoss() const;
-
-  bool exists(const std::string& path) const { return names_.contains(path); }
-  const std::string& content(const std::string& path) const { return nodes_[names_.at(path)].content; }
-  std::size_t node(const std::string& path) const { return names_.at(path); }
-
-  std::size_t create(const std::string& path);
-  void append(std::size_t node, std::string_view bytes) { nodes_[node].content += bytes; }
-  void flush(std::size_t node) { nodes_[node].flushed = nodes_[node].content; }
-  void rename(const std::string& from, const std::string& to);
-  void remove(const std::string& path);
-  void flushFolder(const std::string& folder);
-
- private:
+struct TsimulatedDisk {
   using Tnames = std::map<std::string, std::size_t>;
-
   struct Tnode {
     std::string content;
     std::string flushed;
@@ -45,49 +26,150 @@ class TsimulatedDisk {
   struct Tchange {
     std::string removed;
     std::string added;
-    std::size_t node;
+    std::size_t node = 0;
   };
 
-  static void apply(const Tchange& change, Tnames& names);
-  void change(const Tchange& change);
-  void addContents(const Tnames& names, Tnames::const_iterator next, TfileMap files, std::set<TfileMap>& result) const;
+  explicit TsimulatedDisk(const TfileMap& files = {}) {
+    for (const auto& [path, content] : files) {
+      names[path] = nodes.size();
+      nodes.push_back({content, content});
+    }
+    flushedNames = names;
+  }
 
-  std::vector<Tnode> nodes_;
-  Tnames names_;                  ///< as programs see them
-  Tnames flushedNames_;           ///< as they are on the disk for good
-  std::vector<Tchange> changes_;  ///< from the latter to the former
+  static void apply(const Tchange& change, Tnames& names) {
+    names.erase(change.removed);
+    if (!change.added.empty()) names[change.added] = change.node;
+  }
+  void change(const Tchange& change) {
+    apply(change, names);
+    changes.push_back(change);
+  }
+  void flushFolder(const std::filesystem::path& folder) {
+    std::erase_if(changes, [&](const Tchange& change) {
+      const std::filesystem::path changed = change.added.empty() ? change.removed : change.added;
+      if (changed.parent_path() == folder) apply(change, flushedNames);
+      return changed.parent_path() == folder;
+    });
+  }
+
+  const std::string& contentOf(const std::string& path) const { return nodes[names.at(path)].content; }
+
+  /// Everything that a loss of power now may leave.
+  std::set<TfileMap> afterPowerLoss() const {
+    std::set<Tnames> survivors{flushedNames};
+    for (const Tchange& change : changes) {
+      for (Tnames survivor : std::set(survivors)) {
+        apply(change, survivor);
+        survivors.insert(survivor);
+      }
+    }
+    std::set<TfileMap> result;
+    for (const Tnames& survivor : survivors) {
+      for (const std::size_t halves : {0, 1, 2, 3}) {
+        TfileMap files;
+        for (const auto& [path, number] : survivor) {
+          const auto& [content, flushed] = nodes[number];
+          files[path] = halves == 3 || content == flushed ? flushed : content.substr(0, content.size() * halves / 2);
+        }
+        result.insert(files);
+      }
+    }
+    return result;
+  }
+
+  std::vector<Tnode> nodes;
+  Tnames names;                  ///< as programs see them
+  Tnames flushedNames;           ///< as they are on the disk for good
+  std::vector<Tchange> changes;  ///< from the latter to the former
 };
 
-/// A file system on a simulated disk that remembers the disk before and after each operation.
+/// A file system on a simulated disk that remembers the disk before and after each operation. Operations fail as told,
+/// and then do nothing; they are named by what they do, the file and which one of that name they are: "write eq.dat 2".
 class TsimulatedFiles final : public TfileSystem {
  public:
-  explicit TsimulatedFiles(const TsimulatedDisk& disk) : disk_(disk), history_{disk} {}
+  using Tpath = std::filesystem::path;
 
-  /// Makes a symbolic link.
-  void link(const std::filesystem::path& path, const std::filesystem::path& target) { links_[path] = target; }
-  /// Makes the flush with this number, counted from 1, of a file or a folder, do nothing.
-  void leaveOutFlush(int number) { leftOut_ = number; }
+  explicit TsimulatedFiles(const TsimulatedDisk& disk, const std::map<Tpath, Tpath>& links = {})
+      : history{disk}, links_(links) {}
 
-  const std::vector<TsimulatedDisk>& history() const { return history_; }
+  std::vector<TsimulatedDisk> history;
+  QByteArrayList failing;      ///< the names of the operations to fail
+  qsizetype firstFailing = 0;  ///< the numbers of the operations to fail, counted from 1 over all of them
+  qsizetype lastFailing = 0;
+  int leftOutFlush = 0;       ///< the number of the flush, of a file or a folder, that does nothing and does not tell
+  QByteArrayList operations;  ///< those that there were
 
-  TreadResult read(const std::filesystem::path& path, std::string& content) override;
-  std::optional<TfileStamp> stamp(const std::filesystem::path& path) override;
-  bool isWritable(const std::filesystem::path&) override { return true; }
-  std::unique_ptr<TfileWriter> create(const std::filesystem::path& path, const std::filesystem::path& like) override;
-  bool rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
-  bool remove(const std::filesystem::path& path) override;
-  bool flushFolder(const std::filesystem::path& folder) override;
-  std::filesystem::path resolve(const std::filesystem::path& path) override;
+  TreadResult read(const Tpath& path, std::string& content) override {
+    if (!stamp(path)) return TreadResult::notOpened;
+    if (fails("read", path)) return TreadResult::readFailed;
+    content = disk().contentOf(path);
+    return fails("closeRead", path) ? TreadResult::closeFailed : TreadResult::done;
+  }
+  std::optional<TfileStamp> stamp(const Tpath& path) override {
+    return disk().names.contains(path) ? std::optional(TfileStamp{disk().names.at(path)}) : std::nullopt;
+  }
+  bool isWritable(const Tpath& path) override { return !fails("isWritable", path); }
+  std::unique_ptr<TfileWriter> create(const Tpath& path, const Tpath&) override {
+    if (fails("create", path)) return nullptr;
+    if (!stamp(path)) disk().change({"", path, disk().nodes.size()});
+    const std::size_t node = disk().names[path];
+    disk().nodes.resize(std::max(disk().nodes.size(), node + 1));
+    disk().nodes[node].content.clear();
+    return std::make_unique<Twriter>(*this, path, node);
+  }
+  bool rename(const Tpath& from, const Tpath& to) override {
+    if (!stamp(from) || fails("rename", from)) return false;
+    disk().change({from, to, disk().names[from]});
+    return true;
+  }
+  bool remove(const Tpath& path) override {
+    if (fails("remove", path)) return false;
+    if (stamp(path)) disk().change({path, ""});
+    return true;
+  }
+  bool flushFolder(const Tpath& folder) override {
+    if (fails("flushFolder", folder)) return false;
+    if (++flushes_ != leftOutFlush) disk().flushFolder(folder);
+    return true;
+  }
+  Tpath resolve(const Tpath& path) override { return links_.contains(path) ? links_.at(path) : path; }
 
  private:
-  class Twriter;
+  class Twriter final : public TfileWriter {
+   public:
+    Twriter(TsimulatedFiles& files, const Tpath& path, std::size_t node) : files_(files), path_(path), node_(node) {}
+    bool write(std::string_view bytes) override {
+      if (files_.fails("write", path_)) return false;
+      files_.disk().nodes[node_].content += bytes;
+      return true;
+    }
+    bool flush() override {
+      if (files_.fails("flush", path_)) return false;
+      auto& [content, flushed] = files_.disk().nodes[node_];
+      if (++files_.flushes_ != files_.leftOutFlush) flushed = content;
+      return true;
+    }
+    bool close() override { return !files_.fails("close", path_); }
 
-  bool isFlushLeftOut() { return ++flushes_ == leftOut_; }
-  void remember() { history_.push_back(disk_); }
+   private:
+    TsimulatedFiles& files_;
+    Tpath path_;
+    std::size_t node_;
+  };
 
-  TsimulatedDisk disk_;
-  std::vector<TsimulatedDisk> history_;
-  std::map<std::filesystem::path, std::filesystem::path> links_;
+  TsimulatedDisk& disk() { return history.back(); }
+
+  /// Counts an operation in, and tells whether it is to fail.
+  bool fails(const QByteArray& operation, const Tpath& path) {
+    history.push_back(disk());
+    const QByteArray name = operation + ' ' + path.filename().c_str();
+    operations << name;
+    const QByteArray numbered = name + ' ' + QByteArray::number(operations.count(name));
+    const auto number = operations.size();
+    return (number >= firstFailing && number <= lastFailing) || failing.contains(numbered);
+  }
+
+  std::map<Tpath, Tpath> links_;
   int flushes_ = 0;
-  int leftOut_ = 0;
 };

@@ -3,11 +3,12 @@
 #include <QObject>
 #include <functional>
 #include <memory>
+#include <vector>
 
-/// Adds a test class to those that the program's main function, in testMain.cpp, runs one after the other. Returns
-/// true.
-bool addTest(std::function<std::unique_ptr<QObject>()> make);
+/// Makes the test classes that the program's main function, in testMain.cpp, runs one after the other.
+inline std::vector<std::function<std::unique_ptr<QObject>()>> testMakers;
 
 /// To be put beside the definition of a test class.
-#define EQREC_TEST(Test) \
-  [[maybe_unused]] static const bool added##Test = addTest([] { return std::make_unique<Test>(); })
+#define EQREC_TEST(Test)                           \
+  [[maybe_unused]] static const bool added##Test = \
+      (testMakers.emplace_back([] { return std::make_unique<Test>(); }), true)

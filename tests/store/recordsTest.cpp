@@ -1,0 +1,134 @@
+#include <QTest>
+#include <malloc.h>
+
+#include "store/equipRecFiles.h"
+#include "store/loadReport.h"
+#include "store/testRecords.h"
+#include "tools/simulatedFiles.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+namespace {
+
+const QByteArrayList bothKept{"eq.dat.kept-1", "eqinfo.dat.kept-1"};
+
+QByteArray captionOf(const std::optional<TmessageText>& message) {
+  return message ? message->caption : "";
+}
+
+/// Loads, saves, saves once more. Returns the captions of the messages on the way.
+QByteArray loadAndSaveTwice(TequipRecFiles& files) {
+  TequipRecTable table;
+  QByteArray captions = captionOf(files.load(table));
+  captions += captionOf(files.save(tableOf("N 5 new")));
+  return captions + captionOf(files.save({}));
+}
+
+/// Loads, saves twice, with an operation that fails, and looks for messages and kept copies; null for no file.
+void checkKept(const QByteArray& data, const QByteArray& info, const char* failing, const char* captions,
+               const QByteArrayList& kept) {
+  TfileMap before;
+  if (!data.isNull()) before["/DATA/eq.dat"] = data.toStdString();
+  if (!info.isNull()) before["/DATA/eqinfo.dat"] = info.toStdString();
+  TsimulatedFiles disk{TsimulatedDisk(before)};
+  disk.failing = {failing};
+  TequipRecFiles files("/", disk);
+  QCOMPARE(loadAndSaveTwice(files), captions);
+  QByteArrayList found;
+  for (const auto& [path, node] : disk.history.back().names) {
+    const auto suffix = path.find(".kept-");
+    if (suffix == std::string::npos) continue;
+    found << path.c_str() + 6;
+    QCOMPARE(disk.history.back().contentOf(path), before[path.substr(0, suffix)]);
+  }
+  QCOMPARE(found, kept);
+}
+
+}  // namespace
+
+class TrecordsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void keepsWhatWasNotRead() {
+    const QByteArray data = dataLine("A", 1);
+    const QByteArray info = infoLine("A", "a");
+    const QByteArray longName(18, 'x');
+    checkKept(data, info, "", "", {});
+    checkKept(data + "!\n", info, "", "ERINVALIDRECORDS", bothKept);
+    checkKept(data.repeated(18434), info.repeated(18434), "", "ERDATAOVERFLOW", bothKept);
+    checkKept({}, info, "", "ER1STFILENOTFOUND", {"eqinfo.dat.kept-1"});
+    checkKept(data, {}, "", "ER2NDFILENOTFOUND", {"eq.dat.kept-1"});
+    checkKept(data, infoLine("A", QByteArray(64, 'x')), "", "", bothKept);
+    checkKept(dataLine(longName, 1), infoLine(longName, ""), "", "", bothKept);
+    checkKept(data, infoLine("B", "a"), "", "", bothKept);
+    checkKept(data, info, "read eqinfo.dat 1", "General EREXCEPTION", bothKept);
+    checkKept("!\n", info, "write eqinfo.dat.new 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
+    checkKept("!\n", info, "rename eq.dat.new 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
+    checkKept("!\n", info, "write eqinfo.dat.kept-1 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
+    checkKept(data, info, "rename eqinfo.dat.new 1", "General EREXCEPTION", {});  // the next save finishes this one
+  }
+
+  void keepsForeignFilesAndOverwritesNone() {
+    const TtestFolder folder;
+    writeBytes(folder / "DATA/eq.dat", dataLine("A", 1));
+    writeBytes(folder / "DATA/eqinfo.dat", infoLine("A", "old"));
+    writeBytes(folder / "DATA/eq.dat.kept-1", "1");
+    writeBytes(folder / "DATA/eqinfo.dat.kept-2", "2");
+    TequipRecTable table;
+    TequipRecFiles one(folder.path());
+    TequipRecFiles other(folder.path());
+    QCOMPARE(captionOf(one.load(table)) + captionOf(other.load(table)), "");
+    QCOMPARE(captionOf(other.save(tableOf("N 5 new"))), "");
+    QCOMPARE(namesIn(folder / "DATA").size(), 4);
+    QCOMPARE(captionOf(one.save({})), "");
+    QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-3"), dataLine("N", 5));
+    std::filesystem::remove(folder / "DATA/eq.dat");
+    QCOMPARE(captionOf(one.save({})), "");
+    QCOMPARE(namesIn(folder / "DATA").join(' '),
+             "eq.dat eq.dat.kept-1 eq.dat.kept-3 eqinfo.dat eqinfo.dat.kept-2 eqinfo.dat.kept-3 eqinfo.dat.kept-4");
+    QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-1") + bytesOf(folder / "DATA/eqinfo.dat.kept-2"), "12");
+  }
+
+  void statusHasItsMessages() {
+    for (const TERStatus status : {0, 10}) QVERIFY(!loadMessage(status) && !saveMessage(status));
+    QCOMPARE(captionOf(loadMessage(5)) + exceptionMessage(5).caption, "UnknownUnknown Exception");
+    QCOMPARE(QByteArray(saveMessage(ERDATAOVERFLOW)->text),
+             QByteArray(loadMessage(ERDATAOVERFLOW)->text).replace("only accept", "only handle"));
+  }
+
+  void recordTakesWhatFits() {
+    constexpr std::array<int, fieldCount> longest = {17, 63, 21, 21, 63, 63, 63};
+    TequipRec record;
+    QVERIFY(record.setTestProc(9));
+    for (int id = 0; id < fieldCount; ++id) QVERIFY(record.setText(id, QByteArray(200, char('a' + id)).constData()));
+    for (int id = 0; id < fieldCount; ++id) {
+      const int length = longest[static_cast<std::size_t>(id)];
+      QCOMPARE(QByteArray(record.text(id)), QByteArray(length, char('a' + id)));
+      QVERIFY(!record.setText(id, static_cast<const char*>(nullptr)));
+      QVERIFY(record.setText(id, "y"));
+      QCOMPARE(QByteArray(record.text(id), length + 1), QByteArray("y").leftJustified(length + 1, '\0'));
+    }
+    record.clear();
+    for (int id = 0; id < fieldCount; ++id) QCOMPARE(record.text(id), "");
+    QCOMPARE(record.testProc(), 1U);
+    for (const unsigned number : {1U, 9U, 500U}) QVERIFY(record.setTestProc(number) && record.testProc() == number);
+    for (const unsigned number : {0U, 501U, 65537U}) QVERIFY(!record.setTestProc(number) && record.testProc() == 500);
+    for (const int id : {998, -1, 7}) {
+      QVERIFY_THROWS_EXCEPTION(TERException, record.setText(id, "x"));
+      QVERIFY_THROWS_EXCEPTION(TERException, record.text(id));
+    }
+  }
+
+  void fullTableIsSmall() {
+    const auto bytesInUse = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
+    const std::size_t before = bytesInUse();
+    TequipRecTable table;
+    for (std::size_t i = 0; i < equipRecLimit; ++i) table.append(TequipRec());
+    const std::size_t each = (bytesInUse() - before) / equipRecLimit;
+    if (each == 0) QSKIP("This allocator does not count");
+    QVERIFY2(each > 317 && each <= 400, qPrintable(QString::number(each)));
+  }
+};
+EQREC_TEST(TrecordsTest);
+
+#include "recordsTest.moc"
