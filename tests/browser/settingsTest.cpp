@@ -26,7 +26,6 @@ class TsettingsTest : public QObject {
  private slots:
   void displayFlagsMakeColumns_data();
   void displayFlagsMakeColumns();
-  void customNamesHeadColumns();
 };
 EQREC_TEST(TsettingsTest);
 
@@ -47,21 +46,6 @@ void TsettingsTest::displayFlagsMakeColumns_data() {
 void TsettingsTest::displayFlagsMakeColumns() {
   QFETCH(QByteArray, ini);
   QTEST(columnsFor(ini), "columns");
-}
-
-void TsettingsTest::customNamesHeadColumns() {
-  const TtestFolder folder;
-  writeBytes(folder / "e.ini", "[CUSTOMFIELDS]\nFIELD1NAME=Ward & \xC5rea\nFIELD2NAME=\n");
-  TcolumnLayout columns;
-  columns.build(TbrowserSettings::load(TiniFile(folder / "e.ini")));
-  QCOMPARE(columns.header(4), "Ward & \xC5rea");
-  QCOMPARE(columns.header(5), "");
-  QCOMPARE(columns.header(6), "Custom 3");
-  QCOMPARE(columns.header(7), "Unknown");
-  QCOMPARE(columns.id(7), columnNotFound);
-  QCOMPARE(columns.id(-1), columnNotFound);
-  QCOMPARE(columns.index(998), 5);
-  QCOMPARE(columns.index(4), -1);
 }
 
 #include "settingsTest.moc"

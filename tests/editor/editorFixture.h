@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -25,7 +27,7 @@ class TeditorBrowser final : public QWidget, public TeditorHost {
   void refillGrid() override { ++refills; }
 
   TtestProcTable titles;
-  std::vector<TrecordIndex> rows;
+  std::vector<TrecordIndex> rows{2, 0, 1};
   std::size_t current = 0;
   int refills = 0;
 
@@ -37,10 +39,27 @@ class TeditorBrowser final : public QWidget, public TeditorHost {
 /// have the test procedures 3, 7 (titled "(UNUSED)") and 5.
 class TeditorFixture {
  public:
-  TeditorFixture();
+  TeditorFixture() {
+    const std::initializer_list<std::pair<unsigned, const char*>> titles = {
+        {2, "Zoom"}, {3, "defibrillator"}, {5, "Pump \xC4rzte"}, {7, " (UNUSED) "}, {9, "Zoom"}, {500, "Defib \"X\""}};
+    for (const auto& [number, title] : titles) browser->titles.set(number, title);
+    for (const unsigned testProc : {3U, 7U, 5U}) {
+      TequipRec record;
+      record.setText(fieldControlNum, "r" + std::to_string(browser->records().count()));
+      record.setTestProc(testProc);
+      browser->records().append(record);
+    }
+  }
 
   /// Opens the editor on a row of the browser's and waits until it is there.
-  void open(std::size_t row = 1);
+  void open(std::size_t row = 1) {
+    editor.reset();
+    editor = std::make_unique<TfrmEqRecEditor>(*browser, TiniFile(folder / "e.ini"), nullptr);
+    browser->current = row;
+    if (!browser->rows.empty()) editor->showRecord(static_cast<std::int32_t>(browser->rows.at(row)));
+    editor->show();
+    QVERIFY(QTest::qWaitForWindowActive(editor.get()));
+  }
 
   template <typename Control>
   Control* control(const char* name) const {
@@ -50,21 +69,43 @@ class TeditorFixture {
   }
   void click(const char* button) const { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); }
   /// Presses a key in the control that has the focus.
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+    QTest::keyClick(editor->windowHandle(), key, modifiers);
+  }
   /// Types into a box behind what it holds.
-  void type(const char* box, const QString& text) const;
-  void paste(const char* box, const QString& text) const;
+  void type(const char* box, const QString& text) const {
+    control<QWidget>(box)->setFocus();
+    press(Qt::Key_End, Qt::ControlModifier);
+    for (const QChar character : text) {
+      QTest::sendKeyEvent(QTest::Click, control<QWidget>(box), Qt::Key_unknown, QString(character), Qt::NoModifier);
+    }
+  }
+  void paste(const char* box, const QString& text) const {
+    QApplication::clipboard()->setText(text);
+    control<QWidget>(box)->setFocus();
+    press(Qt::Key_V, Qt::ControlModifier);
+  }
   /// The text of a label, a line or a memo.
-  QString text(const char* name) const;
+  QString text(const char* name) const {
+    const auto* memo = editor->findChild<QPlainTextEdit*>(QString::fromLatin1(name));
+    return memo != nullptr ? memo->document()->toRawText() : control<QWidget>(name)->property("text").toString();
+  }
   const char* field(TrecordIndex record, int id) const { return browser->records().at(record).text(id); }
 
   /// The numbers in the list, joined by blanks.
-  QString listed() const;
+  QString listed() const {
+    QStringList numbers;
+    const auto* model = list()->model();
+    for (int row = 0; row < model->rowCount(); ++row) numbers << model->index(row, 0).data().toString();
+    return numbers.join(QLatin1Char(' '));
+  }
   /// The number that is marked in the list; 0 for none.
-  int marked() const;
-  void clickListed(int row) const;
+  int marked() const { return list()->selectionModel()->selectedRows().value(0).data().toInt(); }
+  void clickListed(int row) const {
+    const QRect cell = list()->visualRect(list()->model()->index(row, 1));
+    QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+  }
   QTableView* list() const { return control<QTableView>("lstTestProc"); }
-
   QByteArray ini() const { return bytesOf(folder / "e.ini"); }
 
   TtestFolder folder;

@@ -32,8 +32,6 @@ class ThostProgramTest : public QObject {
   Q_OBJECT
  private slots:
   void tourPassesWithPictures();
-  void tourFailsWithoutList();
-  void tourLeavesListAlone();
 };
 EQREC_TEST(ThostProgramTest);
 
@@ -46,25 +44,6 @@ void ThostProgramTest::tourPassesWithPictures() {
   const QByteArrayList pictures = namesIn(folder / "pictures");
   QVERIFY(pictures.size() >= 8);
   QVERIFY(!QImage(name(folder / "pictures" / pictures.first().constData())).isNull());
-}
-
-void ThostProgramTest::tourFailsWithoutList() {
-  const TtestFolder folder;
-  const Tended ended = runHost({QStringLiteral("--tour"), name(folder / "pictures"), QStringLiteral("--working-folder"),
-                                name(folder / "nothing here")});
-  QCOMPARE(ended.status, 1);
-  QVERIFY2(ended.printed.contains("FAILED"), ended.printed.constData());
-}
-
-void ThostProgramTest::tourLeavesListAlone() {
-  const TtestFolder folder;
-  writeBytes(folder / "DATA/eq.dat", "\"B\",2\n\"A\",1\n");
-  writeBytes(folder / "DATA/eqinfo.dat",
-             "\"B\",\"y\",\"\",\"\",\"\",\"\",\"\"\n\"A\",\"x\",\"\",\"\",\"\",\"\",\"\"\n");
-  runHost(
-      {QStringLiteral("--tour"), name(folder / "pictures"), QStringLiteral("--working-folder"), name(folder.path())});
-  QCOMPARE(namesIn(folder.path()), QByteArrayList({"DATA", "pictures"}));
-  QCOMPARE(namesIn(folder / "DATA"), QByteArrayList({"eq.dat", "eqinfo.dat"}));
 }
 
 #include "hostProgramTest.moc"
