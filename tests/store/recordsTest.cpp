@@ -90,7 +90,7 @@ class TrecordsTest : public QObject {
   }
 
   void statusHasItsMessages() {
-    for (const TERStatus status : {0, 10}) QVERIFY(!loadMessage(status) && !saveMessage(status));
+    for (const TERStatus status : {ERSUCCESS, ERSUCCESSTOO}) QVERIFY(!loadMessage(status) && !saveMessage(status));
     QCOMPARE(captionOf(loadMessage(5)) + exceptionMessage(5).caption, "UnknownUnknown Exception");
     QCOMPARE(QByteArray(saveMessage(ERDATAOVERFLOW)->text),
              QByteArray(loadMessage(ERDATAOVERFLOW)->text).replace("only accept", "only handle"));

@@ -50,7 +50,7 @@ class TfilesAndTextsTest : public QObject {
   }
 
   void trimsBlanksAndControlsOnly() {
-    const std::string_view text("\0\x01\t\x1F \x7F\xA0 b\xA0\x81\x1F\r\n \0", 17);
+    const std::string_view text("\0\x01\t\x1F \x7F\xA0 b\xA0\x81\x1F\r\n \0", 16);
     QVERIFY(trimmedText(text) == "\x7F\xA0 b\xA0\x81" && trimmedText(" \t").empty());
   }
 

@@ -90,8 +90,8 @@ class TsimulatedFiles final : public TfileSystem {
  public:
   using Tpath = std::filesystem::path;
 
-  explicit TsimulatedFiles(const TsimulatedDisk& disk, const std::map<Tpath, Tpath>& links = {})
-      : history{disk}, links_(links) {}
+  explicit TsimulatedFiles(const TsimulatedDisk& disk, std::map<Tpath, Tpath> links = {})
+      : history{disk}, links_(std::move(links)) {}
 
   std::vector<TsimulatedDisk> history;
   QByteArrayList failing;      ///< the names of the operations to fail
@@ -138,7 +138,8 @@ class TsimulatedFiles final : public TfileSystem {
  private:
   class Twriter final : public TfileWriter {
    public:
-    Twriter(TsimulatedFiles& files, const Tpath& path, std::size_t node) : files_(files), path_(path), node_(node) {}
+    Twriter(TsimulatedFiles& files, Tpath path, std::size_t node)
+        : files_(files), path_(std::move(path)), node_(node) {}
     bool write(std::string_view bytes) override {
       if (files_.fails("write", path_)) return false;
       files_.disk().nodes[node_].content += bytes;
