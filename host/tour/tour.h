@@ -40,6 +40,9 @@ class Ttour {
 
   void tourSampleList();
   void tourEditing();
+  void tourPrinting();
+  void tourImport();
+  void tourUpload();
   void tourEmptyList();
   void tourFullList();
 
@@ -61,6 +64,13 @@ class Ttour {
   QString exportList();
   QString openHelp();
   QString findItAllAgain();
+  void whilePrintIsOpen(const std::function<void(const TuserHands&)>& act);
+  QString choosePrint();
+  QString leafPreview();
+  QString savePdf();
+  QString importList();
+  QString uploadList();
+  QString uploadToNobody();
   QString showEmpty();
   QString showFull();
 

@@ -66,6 +66,9 @@ void TEquipmentRecordPluginFrame::setUpForm() {
   connect(ui_->btnDelete, &QPushButton::clicked, this, &Tframe::btnDeleteClick);
   connect(ui_->btnExport, &QPushButton::clicked, this, &Tframe::btnExportClick);
   connect(ui_->btnOptions, &QPushButton::clicked, this, &Tframe::btnOptionsClick);
+  connect(ui_->BtnUpload, &QPushButton::clicked, this, &Tframe::BtnUploadClick);
+  connect(ui_->btnPrint, &QPushButton::clicked, this, &Tframe::btnPrintClick);
+  connect(ui_->btnImport, &QPushButton::clicked, this, &Tframe::btnImportClick);
   connect(ui_->BtnHelp, &QPushButton::clicked, this, &Tframe::BtnHelpClick);
   connect(ui_->BtnExit, &QPushButton::clicked, this, &Tframe::BtnExitClick);
   for (QLineEdit* edit : {ui_->txtDescSearch, ui_->txtManufacturerSearch, ui_->txtModelSearch, ui_->txtGeneralSearch}) {

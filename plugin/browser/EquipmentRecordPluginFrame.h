@@ -83,6 +83,9 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void btnDeleteClick();
   void btnExportClick();
   void btnOptionsClick();
+  void BtnUploadClick();
+  void btnPrintClick();
+  void btnImportClick();
   void BtnHelpClick();
   void BtnExitClick();
 
@@ -93,6 +96,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   TgridLayout layout_;
   TrecordList list_;
   bool savedByExit_ = false;
+  bool uploading_ = false;
   std::unique_ptr<ThelpViewer> help_;
   // Goes before what it shows: the grid, deleted later, then has an empty model of its own.
   std::unique_ptr<TgridModel> model_;

@@ -1,10 +1,10 @@
 #include "browser/csvExport.h"
 
-#include <fstream>
 #include <string>
 
 #include "browser/view.h"
 #include "store/datastructs.h"
+#include "support/lineFile.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
@@ -28,14 +28,14 @@ void formatLine(TrecordIndex index, const TequipRec& record, const TtestProcTabl
 }  // namespace
 
 TexportResult exportRecords(const Tview& view, const TtestProcTable& titles, const std::filesystem::path& path) {
-  std::ofstream file(path);  // text mode: line ends are the platform's
+  const auto file = TlineFile::create(path);
   if (!file) return TexportResult::notOpened;
   if (view.isEmpty()) return TexportResult::nothingToExport;
-  file << headingLine << std::flush;
+  file->write(headingLine);
   std::string line;
   for (std::size_t position = 0; position < view.count(); ++position) {
     formatLine(view.at(position), view.records().at(view.at(position)), titles, line);
-    file << line << std::flush;
+    file->write(line);
   }
   return TexportResult::done;
 }

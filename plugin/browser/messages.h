@@ -11,6 +11,12 @@ inline constexpr TmessageText tooManyRecords = {
 inline constexpr TmessageText deleteRecords = {"Do you want to delete the selected equipment records?",
                                                "Delete Records?", TmessageIcon::warning};
 
+inline constexpr TmessageText noRecordsToUpload = {"No Equipment Records to upload.", "No Equipment Records To Upload",
+                                                   TmessageIcon::warning};
+
+inline constexpr TmessageText nothingToPrint = {"No Equipment Records to print.", "No Equipment Records To Print",
+                                                TmessageIcon::warning};
+
 inline constexpr TmessageText exportNotOpened = {"Could not open export file.", "Error", TmessageIcon::error};
 
 inline constexpr TmessageText nothingToExport = {"There is no information to export", "No Data",

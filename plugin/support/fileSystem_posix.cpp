@@ -5,11 +5,9 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "support/fileSystem.h"
+#include "support/bufferedWriter.h"
 
 namespace {
-
-constexpr std::size_t bufferSize = 65536;
 
 int openRetrying(const std::filesystem::path& path, int flags, mode_t mode = 0) {
   int descriptor = -1;
@@ -49,20 +47,13 @@ TfileStamp stampOf(const struct stat& status) {
           std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec};
 }
 
-class TdiskWriter final : public TfileWriter {
+class TdiskWriter final : public TbufferedWriter {
  public:
   explicit TdiskWriter(int descriptor) : descriptor_(descriptor) {}
   TdiskWriter(const TdiskWriter&) = delete;
   TdiskWriter& operator=(const TdiskWriter&) = delete;
   ~TdiskWriter() override {
     if (descriptor_ >= 0) ::close(descriptor_);
-  }
-
-  bool write(std::string_view bytes) override {
-    if (buffer_.size() + bytes.size() > bufferSize && !drain()) return false;
-    if (bytes.size() > bufferSize) return put(bytes);
-    buffer_.append(bytes);
-    return true;
   }
 
   bool flush() override { return drain() && ::fsync(descriptor_) == 0; }
@@ -75,13 +66,7 @@ class TdiskWriter final : public TfileWriter {
   }
 
  private:
-  bool drain() {
-    const bool written = buffer_.empty() || put(buffer_);
-    buffer_.clear();
-    return written;
-  }
-
-  bool put(std::string_view bytes) const {
+  bool put(std::string_view bytes) override {
     const bool written = writeAll(descriptor_, bytes);
     // Lets the disk work while the next piece is made; `flush` tells what came of it.
     if (written) ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
@@ -89,7 +74,6 @@ class TdiskWriter final : public TfileWriter {
   }
 
   int descriptor_;
-  std::string buffer_;
 };
 
 class TdiskFileSystem final : public TfileSystem {

@@ -1,7 +1,5 @@
 #include "support/iniLines.h"
 
-#include <optional>
-
 #include "support/recordText.h"
 
 namespace {
@@ -15,9 +13,9 @@ struct Tplace {
   bool keyFound = false;
 };
 
-/// `text` without the blanks around it: the same that the INI reader passes over, and no other control characters.
+/// `text` without the blanks around it, zero bytes among them, but no other control characters.
 std::string_view withoutBlanks(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
+  constexpr std::string_view blanks(" \t\r\n\0", 5);
   const std::size_t first = text.find_first_not_of(blanks);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
@@ -78,6 +76,13 @@ bool endsInLineEnd(std::string_view content) {
 }
 
 }  // namespace
+
+std::optional<std::string_view> iniValue(std::string_view content, std::string_view section, std::string_view key) {
+  const auto place = findPlace(content, section, key);
+  if (!place || !place->keyFound) return std::nullopt;
+  const std::string_view line = content.substr(place->begin, place->length);
+  return withoutBlanks(line.substr(line.find('=') + 1));
+}
 
 std::string withIniValue(std::string_view content, std::string_view section, std::string_view key,
                          std::string_view value) {

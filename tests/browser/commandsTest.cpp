@@ -1,10 +1,10 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QTest>
-#include <QTimer>
 
 #include "browser/frameFixture.h"
 #include "tools/testList.h"
+#include "tools/whenOpen.h"
 
 /// The frame's commands as a user gives them, by keys and clicks.
 class TcommandsTest : public QObject {
@@ -18,31 +18,12 @@ class TcommandsTest : public QObject {
   void fullListTakesNoMore();
   void optionsChangeColumns();
   void exportSaysWhatWentWrong();
+  void printTakesViewAndSelection();
   void frameDeletedWhileEditorIsOpen();
 };
 EQREC_TEST(TcommandsTest);
 
 namespace {
-
-/// Runs `act` on the dialog of that name as soon as it is open.
-void whenOpen(const char* dialogName, const std::function<void(QWidget*)>& act) {
-  auto* timer = new QTimer(QCoreApplication::instance());
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, act, name = QString::fromLatin1(dialogName)] {
-    QWidget* dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr || dialog->objectName() != name) return;
-    timer->stop();
-    timer->deleteLater();
-    act(dialog);
-  });
-  timer->start(0);
-}
-
-template <typename Control>
-Control* in(const QWidget* dialog, const char* name) {
-  auto* control = dialog->findChild<Control*>(QString::fromLatin1(name));
-  if (control == nullptr) qFatal("no control %s", name);
-  return control;
-}
 
 void type(QWidget* control, const char* text) {
   QTest::keyClicks(control, QString::fromLatin1(text));
@@ -199,6 +180,25 @@ void TcommandsTest::exportSaysWhatWentWrong() {
   std::filesystem::create_directory(f.folder / "export.csv");
   press(f, Qt::Key_E, Qt::ControlModifier);
   QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"No Data", "Error"}));
+}
+
+void TcommandsTest::printTakesViewAndSelection() {
+  TframeFixture f;
+  f.open();
+  f.pressHeading(1);
+  press(f, Qt::Key_Down, Qt::ShiftModifier);
+  whenOpen("TEquipRecPrint", [](QWidget* print) {
+    QCOMPARE(in<QAbstractButton>(print, "radAll")->text(), QStringLiteral("All records shown (3)"));
+    QCOMPARE(in<QAbstractButton>(print, "radSelected")->text(), QStringLiteral("Selected records (2)"));
+    in<QAbstractButton>(print, "btnCancel")->click();
+  });
+  press(f, Qt::Key_P, Qt::ControlModifier);
+  f.control<QLineEdit>("txtModelSearch")->setText(QStringLiteral("nowhere"));
+  f.control<QAbstractButton>("btnSearch")->click();
+  f.control<QAbstractButton>("btnPrint")->click();
+  f.control<QAbstractButton>("BtnUpload")->click();
+  QCOMPARE(f.messages.takeCaptions(),
+           QByteArrayList({"No Equipment Records To Print", "No Equipment Records To Upload"}));
 }
 
 void TcommandsTest::frameDeletedWhileEditorIsOpen() {

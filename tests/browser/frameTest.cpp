@@ -25,7 +25,6 @@ void TframeTest::controlsArePlaced() {
       {"btnCopy", "Copy"},       {"btnDelete", "Delete"},     {"btnExport", "Export"},
       {"btnOptions", "Options"}, {"btnPrint", "Print"},       {"BtnUpload", "Upload To\nQT484"},
       {"btnImport", "Import"},   {"BtnHelp", "Help"},         {"BtnExit", "Return To\nMain Window"}};
-  const QByteArrayList notYet = {"btnPrint", "BtnUpload", "btnImport"};
   TframeFixture f;
   f.open();
   QCOMPARE(f.frame->size(), QSize(792, 536));
@@ -34,7 +33,7 @@ void TframeTest::controlsArePlaced() {
     const auto* button = f.control<QAbstractButton>(expected[0]);
     QVERIFY2(button != nullptr, expected[0]);
     QCOMPARE(button->text(), QString::fromLatin1(expected[1]));
-    QCOMPARE(button->isEnabled(), !notYet.contains(expected[0]));
+    QVERIFY(button->isEnabled());
     QVERIFY(!button->accessibleName().isEmpty());
   }
 }

@@ -11,12 +11,18 @@
 #include <functional>
 
 #include "browser/messages.h"
+#include "comm/commExceptions.h"
+#include "comm/commMessages.h"
+#include "comm/selector/messages.h"
 #include "help/helpTopic.h"
 #include "help/helpViewer.h"
+#include "import/messages.h"
+#include "print/messages.h"
 #include "store/loadReport.h"
 #include "testproc/autosequenceFileStructs.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
+#include "upload/messages.h"
 
 namespace {
 
@@ -48,11 +54,33 @@ bool leadsSomewhere(const QString& from, const QString& target) {
   return !text.isEmpty() && (anchor.isEmpty() || text.contains(QStringLiteral("<a name=\"%1\">").arg(anchor)));
 }
 
+/// What the user is told of an exception in either step of the exchange with the analyzer.
+template <typename Texception>
+void addExchangeMessages(const Texception& exception, std::vector<TmessageText>& messages) {
+  for (const TcommStep step : {TcommStep::handshake, TcommStep::putData}) {
+    messages.push_back(*runCommStep(step, [&]() -> TcommOutcome { throw Texception(exception); }));
+  }
+}
+
 std::vector<TmessageText> allMessages() {
-  std::vector<TmessageText> messages = {tooManyRecords, deleteRecords, exportNotOpened, nothingToExport};
+  std::vector<TmessageText> messages = {tooManyRecords, deleteRecords,     exportNotOpened, nothingToExport,
+                                        nothingToPrint, noRecordsToUpload, invalidAddress};
+  for (const auto& message : {noPrinter, printFailed, pdfNotWritten}) messages.push_back(message);
+  for (const auto& message : {importCanceled, recordsExceeded, recordsMalformed, deviceIdsTruncated, importNotRead}) {
+    messages.push_back(message);
+  }
+  for (const auto& message : {couldNotCommunicate, invalidState, unspecifiedError, internalError}) {
+    messages.push_back(message);
+  }
+  addExchangeMessages(TcommTimeoutException(), messages);
+  addExchangeMessages(TnoDeviceAttachedException(), messages);
+  addExchangeMessages(TinitializationException(), messages);
+  addExchangeMessages(TbadInitializationException(), messages);
+  addExchangeMessages(TuninitializedCommModeException(), messages);
+  addExchangeMessages(TinvalidDataLengthException(), messages);
+  addExchangeMessages(ToperationCancelledException(), messages);
+  addExchangeMessages(std::exception(), messages);
   messages.push_back(corruptTestProcList);
-  messages.push_back({"No Equipment Records to print.", "No Equipment Records To Print", TmessageIcon::warning});
-  messages.push_back({"No Equipment Records to upload.", "No Equipment Records To Upload", TmessageIcon::warning});
   for (int code = 0; code <= 10; ++code) {
     messages.push_back(exceptionMessage(TERStatus(code)));
     if (const auto message = loadMessage(TERStatus(code))) messages.push_back(*message);

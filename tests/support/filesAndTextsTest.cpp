@@ -1,6 +1,5 @@
 #include <QTest>
 
-#include "support/paths.h"
 #include "support/recordString.h"
 #include "support/recordText.h"
 #include "support/safeWrite.h"
@@ -11,30 +10,6 @@
 class TfilesAndTextsTest : public QObject {
   Q_OBJECT
  private slots:
-  void findsPathWithoutRegardToCase() {
-    const TtestFolder folder;
-    const auto found = [&] { return findPath(folder.path(), "DATA/eq.dat"); };
-    writeBytes(folder / "data2/eq.dat", "x");
-    QVERIFY(found() == folder / "DATA/eq.dat");
-    writeBytes(folder / "data/x", "x");
-    QVERIFY(found() == folder / "data/eq.dat");
-    for (const char* name : {"data/eq.dat", "Data/EQ.dat", "DATA/eq.dat"}) {
-      writeBytes(folder / name, "x");
-      QVERIFY2(found() == folder / name, name);
-    }
-  }
-
-  void replacedFileKeepsPermissionsAndLink() {
-    const TtestFolder folder;
-    writeBytes(folder / "real/file", "old");
-    std::filesystem::permissions(folder / "real/file", std::filesystem::perms(0604));
-    std::filesystem::create_symlink("real/file", folder / "link");
-    QVERIFY(replaceFile(diskFileSystem(), folder / "link", "new"));
-    QVERIFY(std::filesystem::is_symlink(folder / "link"));
-    QCOMPARE(bytesOf(folder / "real/file"), "new");
-    QCOMPARE(std::filesystem::status(folder / "real/file").permissions(), std::filesystem::perms(0604));
-  }
-
   void failureAtAnyStepLeavesOneWholeFile() {
     bool failed = true;
     for (int step = 1; failed; ++step) {

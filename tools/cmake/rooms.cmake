@@ -1,5 +1,12 @@
 # How a room of the house, a test of it and the like are declared.
 
+# Of sources that exist once a platform, the ending of their names.
+if(WIN32)
+  set(EQREC_PLATFORM win32)
+else()
+  set(EQREC_PLATFORM posix)
+endif()
+
 # A target that does nothing but precompile the Qt headers, once for all rooms with windows.
 function(eqrec_precompiled_qt target)
   if(NOT TARGET eqrec_precompiled)

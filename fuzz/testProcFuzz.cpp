@@ -1,0 +1,62 @@
+#include <string>
+
+#include "fuzz/fuzzTarget.h"
+#include "support/checksum.h"
+#include "support/fileSystem.h"
+#include "testproc/autosequenceFileStructs.h"
+
+namespace {
+
+/// A file system with one file, which can only be read.
+class ToneFile final : public TfileSystem {
+ public:
+  explicit ToneFile(std::string content) : content_(std::move(content)) {}
+
+  TreadResult read(const std::filesystem::path& /*path*/, std::string& content) override {
+    content = content_;
+    return TreadResult::done;
+  }
+  std::optional<TfileStamp> stamp(const std::filesystem::path& /*path*/) override { return TfileStamp{}; }
+  bool isWritable(const std::filesystem::path& /*path*/) override { return false; }
+  std::unique_ptr<TfileWriter> create(const std::filesystem::path& /*path*/,
+                                      const std::filesystem::path& /*like*/) override {
+    return nullptr;
+  }
+  bool rename(const std::filesystem::path& /*from*/, const std::filesystem::path& /*to*/) override { return false; }
+  bool remove(const std::filesystem::path& /*path*/) override { return false; }
+  bool flushFolder(const std::filesystem::path& /*folder*/) override { return false; }
+  std::filesystem::path resolve(const std::filesystem::path& path) override { return path; }
+
+ private:
+  std::string content_;
+};
+
+/// The file with a checksum that fits, so that what lies behind that check is reached.
+std::string withChecksum(std::string content) {
+  constexpr std::size_t headerSize = 16;
+  constexpr std::size_t place = 8;
+  if (content.size() < headerSize) return content;
+  const std::uint32_t sum = crc32Of(std::string_view(content).substr(headerSize));
+  for (std::size_t i = 0; i < sizeof sum; ++i) content[place + i] = static_cast<char>(sum >> (8 * i));
+  return content;
+}
+
+void load(std::string content) {
+  ToneFile file(std::move(content));
+  TtestProcTable table;
+  const auto result = loadTestProcTable(file, ".", table);  // a path that there is; the content is ours
+  mustHold(result != TtestProcLoad::missing && (result == TtestProcLoad::loaded || table.count() == 0));
+  for (unsigned number = 0; number <= maxTestProcNumber + 1; ++number) {
+    const std::string_view title = table.title(number);
+    mustHold(title.size() <= 41 && title.find('\0') == std::string_view::npos);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string content(textOf(data, size));
+  load(content);
+  load(withChecksum(content));
+  return 0;
+}

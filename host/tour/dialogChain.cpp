@@ -1,0 +1,61 @@
+#include "host/tour/dialogChain.h"
+
+#include <QApplication>
+
+namespace {
+
+constexpr int patience = 5000;  // milliseconds
+
+}  // namespace
+
+void TdialogChain::add(const char* dialog, const Tact& act, const char* button) {
+  acts_.append({QString::fromLatin1(dialog), act, QString::fromLatin1(button)});
+}
+
+void TdialogChain::run(const std::function<void()>& open) {
+  follow();
+  open();
+  if (failure_) std::rethrow_exception(failure_);
+  expect(acts_.isEmpty(), notReady());
+}
+
+/// Each act has a timer of its own, as the ones before may not have returned yet.
+void TdialogChain::follow() {
+  auto* timer = new QTimer(this);
+  sinceAct_.start();
+  connect(timer, &QTimer::timeout, this, [this, timer] {
+    QWidget* window = QApplication::activeModalWidget();
+    if (window != nullptr && failure_) window->close();
+    if (failure_ || acts_.isEmpty()) return;
+    if (sinceAct_.hasExpired(patience)) failure_ = std::make_exception_ptr(TstepFailed(notReady()));
+    if (failure_ || !isReady(window)) return;
+    timer->stop();
+    const Tact act = acts_.takeFirst().act;
+    follow();
+    doAct(act, window);
+  });
+  timer->start(10);
+}
+
+bool TdialogChain::isReady(QWidget* window) const {
+  const Tstep& next = acts_.first();
+  if (window == nullptr) return false;
+  if (window->objectName() != next.dialog && !window->inherits(qPrintable(next.dialog))) return false;
+  const auto* button = window->findChild<QAbstractButton*>(next.button);
+  if (!next.button.isEmpty() && (button == nullptr || !button->isEnabled())) return false;
+  // What a window manager does, and a platform without one does not.
+  if (!window->isActiveWindow()) window->activateWindow();
+  return window->isActiveWindow();
+}
+
+void TdialogChain::doAct(const Tact& act, QWidget* window) {
+  try {
+    act(TuserHands(window));
+  } catch (const TstepFailed&) {
+    failure_ = std::current_exception();
+  }
+}
+
+QString TdialogChain::notReady() const {
+  return QStringLiteral("%1 is not ready").arg(acts_.value(0).dialog);
+}

@@ -1,0 +1,79 @@
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QSpinBox>
+
+#include "host/tour/listFolders.h"
+#include "host/tour/tour.h"
+
+namespace {
+
+QAbstractButton* button(const TuserHands& hands, const char* name) {
+  return hands.control<QAbstractButton>(QString::fromLatin1(name));
+}
+
+}  // namespace
+
+void Ttour::tourPrinting() {
+  step(QStringLiteral("print"), [this] { return choosePrint(); });
+  step(QStringLiteral("preview"), [this] { return leafPreview(); });
+  step(QStringLiteral("save as PDF"), [this] { return savePdf(); });
+}
+
+/// Opens the print dialog by its key, and lets `act` work on it.
+void Ttour::whilePrintIsOpen(const std::function<void(const TuserHands&)>& act) {
+  whileDialogIsOpen(
+      QStringLiteral("TEquipRecPrint"), [this] { frame().press(Qt::Key_P, Qt::ControlModifier); }, act);
+}
+
+QString Ttour::choosePrint() {
+  launch();
+  selectFirstRows(3);
+  whilePrintIsOpen([this](const TuserHands& print) {
+    expect(button(print, "radSelected")->isChecked(), QStringLiteral("the selected records are not preset"));
+    print.tabTo(button(print, "chkCustom1"));
+    print.press(Qt::Key_Space);
+    picture(print.window(), QStringLiteral("print"));
+    print.press(Qt::Key_Escape);
+  });
+  expect(fileContent(list_, QStringLiteral("EquipmentRecord.ini")).contains("[PRINT]\nCONTROLNUM=1\n"),
+         QStringLiteral("the choices are not stored"));
+  return QStringLiteral("the three selected records are preset; choices are kept, also after Cancel");
+}
+
+QString Ttour::leafPreview() {
+  int pages = 0;
+  whilePrintIsOpen([&](const TuserHands& print) {
+    print.click(button(print, "radAll"));
+    whileDialogIsOpen(
+        QStringLiteral("TfrmPrintPreview"), [&] { print.click(button(print, "btnPreview")); },
+        [&](const TuserHands& preview) {
+          const auto* page = preview.control<QSpinBox>(QStringLiteral("edtPage"));
+          pages = page->maximum();
+          pictures(preview.window(), QStringLiteral("print-preview"));
+          preview.press(Qt::Key_End, Qt::ControlModifier);
+          preview.press(Qt::Key_0, Qt::ControlModifier);
+          expect(page->value() == pages, QStringLiteral("Ctrl+End does not go to the last page"));
+          picture(preview.window(), QStringLiteral("print-preview-last"));
+          preview.press(Qt::Key_Escape);
+        });
+    print.click(button(print, "btnCancel"));
+  });
+  return QStringLiteral("%1 records on %2 pages, to the last one by keyboard").arg(rows()).arg(pages);
+}
+
+QString Ttour::savePdf() {
+  const QString pdf = temporary_.filePath(QStringLiteral("report.pdf"));
+  whilePrintIsOpen([&](const TuserHands& print) {
+    print.click(button(print, "radLandscape"));
+    whileDialogIsOpen(
+        QStringLiteral("QFileDialog"), [&] { print.click(button(print, "btnPdf")); },
+        [&](const TuserHands& dialog) {
+          dialog.control<QLineEdit>(QStringLiteral("fileNameEdit"))->setText(pdf);
+          dialog.press(Qt::Key_Return);
+        });
+  });
+  const QByteArray content = fileContent(temporary_.path(), QStringLiteral("report.pdf"));
+  expect(content.startsWith("%PDF"), QStringLiteral("no PDF file"));
+  leave();
+  return QStringLiteral("a landscape report of the three selected records, %1 bytes").arg(content.size());
+}

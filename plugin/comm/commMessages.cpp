@@ -1,0 +1,42 @@
+#include "comm/commMessages.h"
+
+#include "comm/commExceptions.h"
+
+namespace {
+
+TmessageText error(const char* text, const char* caption = "Error") {
+  return {text, caption, TmessageIcon::error};
+}
+
+constexpr const char* invalidConfiguration = "Invalid communications configuration.\nOperation Canceled.";
+
+const char* unknownText(TcommStep step) {
+  return step == TcommStep::handshake ? "Unknown Exception on Handshake Command"
+                                      : "Unknown Exception on Put Data Command";
+}
+
+}  // namespace
+
+TcommOutcome runCommStep(TcommStep step, const std::function<TcommOutcome()>& work) try {
+  return work();
+} catch (const TcommTimeoutException&) {
+  return error("Timeout Error.\nOperation Canceled.");
+} catch (const TnoDeviceAttachedException&) {
+  return error("No Deviced Attached.\nOperation Canceled.");  // spelled so
+} catch (const TinitializationException&) {
+  return couldNotInitialize;
+} catch (const TbadInitializationException&) {
+  return error(couldNotInitialize.text, "Bad Initialization");
+} catch (const TuninitializedCommModeException&) {
+  return error(couldNotInitialize.text, "Uninitialized");
+} catch (const TinvalidCommModuleException&) {
+  return error(invalidConfiguration);
+} catch (const TinvalidDataLengthException&) {
+  return error(invalidConfiguration, "Bad Data Length");
+} catch (const ToperationCancelledException&) {
+  return error("Operation Cancelled.");
+} catch (const std::exception&) {
+  return error(unknownText(step), "VCL Exception");
+} catch (...) {
+  return error(unknownText(step));
+}

@@ -1,0 +1,98 @@
+#include "comm/commPort.h"
+
+#include <utility>
+
+namespace {
+
+constexpr std::uint32_t inputQueue = 32768;
+constexpr std::uint32_t outputQueue = 9216;
+
+}  // namespace
+
+TCommPort::~TCommPort() {
+  if (isOpen()) calls_.close(handle_);
+}
+
+void TCommPort::setName(const std::string& name) {
+  if (isOpen()) throw ECommError(ECommError::alreadyOpen, calls_.lastError());
+  name_ = name;
+}
+
+void TCommPort::setBaudRate(std::uint32_t value) {
+  change(&TserialState::baudRate, value, ECommError::badBaudRate);
+}
+
+void TCommPort::setByteSize(std::uint8_t value) {
+  change(&TserialState::byteSize, value, ECommError::badByteSize);
+}
+
+void TCommPort::setParity(std::uint8_t value) {
+  change(&TserialState::parity, value, ECommError::badParity);
+}
+
+void TCommPort::setStopBits(std::uint8_t value) {
+  change(&TserialState::stopBits, value, ECommError::badStopBits);
+}
+
+template <typename T>
+void TCommPort::change(T TserialState::*member, T value, ECommError::Tcode code) {
+  const T old = std::exchange(state_.*member, value);
+  if (!isOpen() || calls_.setState(handle_, state_)) return;
+  const std::uint32_t systemError = calls_.lastError();
+  state_.*member = old;
+  throw ECommError(code, systemError);
+}
+
+void TCommPort::open() {
+  if (isOpen()) throw ECommError(ECommError::alreadyOpen, calls_.lastError());
+  handle_ = calls_.open(name_);
+  check(isOpen(), ECommError::openFailed);
+  TserialState found;
+  checkOpening(calls_.getState(handle_, found), ECommError::getStateFailed);
+  checkOpening(calls_.setState(handle_, state_), ECommError::setStateFailed);
+  checkOpening(calls_.setQueues(handle_, inputQueue, outputQueue), ECommError::setupFailed);
+  checkOpening(calls_.setTimeouts(handle_, timeouts_), ECommError::setTimeoutsFailed);
+}
+
+void TCommPort::close() {
+  if (!isOpen()) return;
+  check(calls_.close(std::exchange(handle_, TserialCalls::invalidHandle)), ECommError::closeFailed);
+}
+
+std::uint32_t TCommPort::read(std::span<char> buffer) {
+  requireOpen();
+  std::uint32_t done = 0;
+  check(calls_.read(handle_, buffer, done), ECommError::readFailed);
+  if (done < buffer.size()) buffer[done] = 0;
+  return done;
+}
+
+std::uint32_t TCommPort::write(std::span<const char> bytes) {
+  requireOpen();
+  std::uint32_t done = 0;
+  check(calls_.write(handle_, bytes, done), ECommError::writeFailed);
+  return done;
+}
+
+std::uint32_t TCommPort::bytesWaiting() {
+  requireOpen();
+  std::uint32_t count = 0;
+  check(calls_.inputCount(handle_, count), ECommError::clearErrorFailed);
+  return count;
+}
+
+void TCommPort::check(bool succeeded, ECommError::Tcode code) {
+  if (!succeeded) throw ECommError(code, calls_.lastError());
+}
+
+/// A step of opening: one that fails closes the port again, and what is told is its own error, not the closing's.
+void TCommPort::checkOpening(bool succeeded, ECommError::Tcode code) {
+  if (succeeded) return;
+  const std::uint32_t systemError = calls_.lastError();
+  calls_.close(std::exchange(handle_, TserialCalls::invalidHandle));
+  throw ECommError(code, systemError);
+}
+
+void TCommPort::requireOpen() {
+  check(isOpen(), ECommError::notOpen);
+}

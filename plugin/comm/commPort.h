@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <span>
+#include <string>
+
+#include "comm/serialCalls.h"
+
+/// What went wrong with a serial port: the code of its message, and the system's error number of that moment.
+class ECommError : public std::exception {
+ public:
+  enum Tcode : signed char {
+    badPort = 0,
+    badBaudRate = 1,
+    badPortNumber = 2,
+    badStopBits = 3,
+    badParity = 4,
+    badByteSize = 5,
+    alreadyOpen = 6,
+    notOpen = 7,
+    openFailed = 8,
+    writeFailed = 9,
+    readFailed = 10,
+    closeFailed = 11,
+    purgeFailed = 12,
+    flushFailed = 13,
+    getStateFailed = 14,
+    setStateFailed = 15,
+    setupFailed = 16,
+    setTimeoutsFailed = 17,
+    clearErrorFailed = 18,
+  };
+
+  ECommError(Tcode code, std::uint32_t systemError) : code_(code), systemError_(systemError) {}
+
+  const char* what() const noexcept override { return "Serial port error"; }
+  Tcode code() const { return code_; }
+  std::uint32_t systemError() const { return systemError_; }
+
+ private:
+  Tcode code_;
+  std::uint32_t systemError_;
+};
+
+/// One serial port, closed with the object. Every failure is an `ECommError`; a failed open leaves it closed.
+class TCommPort {
+ public:
+  explicit TCommPort(TserialCalls& calls) : calls_(calls) {}
+  TCommPort(const TCommPort&) = delete;
+  TCommPort& operator=(const TCommPort&) = delete;
+  ~TCommPort();
+
+  bool isOpen() const { return handle_ != TserialCalls::invalidHandle; }
+  const std::string& name() const { return name_; }
+  const TserialState& state() const { return state_; }
+
+  /// Renames the port, which must be closed.
+  void setName(const std::string& name);
+
+  // Of an open port these take effect at once; one that fails leaves the old value.
+  void setBaudRate(std::uint32_t value);
+  void setByteSize(std::uint8_t value);
+  void setParity(std::uint8_t value);
+  void setStopBits(std::uint8_t value);
+
+  void open();
+  void close();
+
+  /// Reads up to the size of `buffer`, within the port's times. Where fewer bytes came, a zero byte follows them.
+  std::uint32_t read(std::span<char> buffer);
+  std::uint32_t write(std::span<const char> bytes);
+  std::uint32_t bytesWaiting();
+  void awaitInput(std::chrono::milliseconds slot) { calls_.awaitInput(handle_, slot); }
+
+ private:
+  template <typename T>
+  void change(T TserialState::*member, T value, ECommError::Tcode code);
+  void check(bool succeeded, ECommError::Tcode code);
+  void checkOpening(bool succeeded, ECommError::Tcode code);
+  void requireOpen();
+
+  TserialCalls& calls_;
+  TserialTimeouts timeouts_;
+  TserialState state_;
+  std::string name_ = "COM1";
+  TserialCalls::Thandle handle_ = TserialCalls::invalidHandle;
+};

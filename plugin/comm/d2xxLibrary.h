@@ -1,0 +1,38 @@
+#pragma once
+
+#include "comm/d2xxCalls.h"
+
+/// The driver library's functions as the calls that the channel makes. `Tfunctions` holds them as pointers of the
+/// platform's calling convention; one that is null says that there is no device. Where the library is missing it is
+/// sought again at the next open, as the user may have installed it meanwhile.
+template <typename Tfunctions>
+class Td2xxLibrary final : public Td2xxCalls {
+ public:
+  using Tfinder = Tfunctions (*)();
+
+  explicit Td2xxLibrary(Tfinder find) : find_(find) {}
+
+  Tstatus openEx(const char* description, std::uint32_t flags, Thandle* handle) override {
+    if (!functions_.openEx) functions_ = find_();
+    return call(functions_.openEx, description, flags, handle);
+  }
+  Tstatus close(Thandle handle) override { return call(functions_.close, handle); }
+  Tstatus read(Thandle handle, void* buffer, std::uint32_t count, std::uint32_t* done) override {
+    return call(functions_.read, handle, buffer, count, done);
+  }
+  Tstatus write(Thandle handle, const void* buffer, std::uint32_t count, std::uint32_t* done) override {
+    return call(functions_.write, handle, buffer, count, done);
+  }
+  Tstatus getQueueStatus(Thandle handle, std::uint32_t* waiting) override {
+    return call(functions_.getQueueStatus, handle, waiting);
+  }
+
+ private:
+  template <typename Tfunction, typename... Targuments>
+  Tstatus call(Tfunction function, Targuments... arguments) {
+    return function ? function(arguments...) : deviceNotFound;
+  }
+
+  Tfinder find_;
+  Tfunctions functions_;
+};

@@ -1,0 +1,137 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <variant>
+
+#include "comm/commExceptions.h"
+#include "comm/commParameters.h"
+#include "support/messages.h"
+
+class ECommError;
+class QObject;
+class QTcpSocket;
+class TcommStruct;
+
+enum class TcommMode : std::uint8_t { none = 0, serial = 1, usb = 2, ethernet = 3 };
+enum class TcommState : std::uint8_t { idle = 0, connecting = 1, connected = 2 };
+
+/// What a socket's error is about.
+enum class TsocketError { general, send, receive, connect, disconnect, accept };
+
+/// How a wait for bytes ended.
+enum class TcommWait { arrived, slotOver, lost };
+
+/// Results of reads and writes.
+inline constexpr int commSuccess = 0;
+inline constexpr int commFailed = -1;      ///< not all of the bytes
+inline constexpr int commNoBuffer = -2;    ///< no buffer, or none of its bytes wanted
+inline constexpr int commWrongReply = -2;  ///< of an exchange: what came is not what was due
+
+/// Base of the modules that reach the analyzer.
+class TgenericCommmunicationsModule {
+ public:
+  TgenericCommmunicationsModule() = default;
+  TgenericCommmunicationsModule(const TgenericCommmunicationsModule&) = delete;
+  TgenericCommmunicationsModule& operator=(const TgenericCommmunicationsModule&) = delete;
+  virtual ~TgenericCommmunicationsModule() = default;
+
+  /// Opens the connection and returns 0; throws where it cannot be opened, with everything closed.
+  virtual int open() = 0;
+  /// Closes an open connection.
+  virtual void close() = 0;
+};
+
+/// One channel of bytes to the analyzer over one of three transports.
+///
+/// Made, used and destroyed on one thread; the destructor closes what is open. On the user-interface thread the waits
+/// keep the message loop running, user input excepted. Every fault of a transport is one of the exceptions of
+/// comm/commExceptions.h or a result code; message boxes beyond that are shown by `showBox`, unless silent.
+class TDataCommClass : public TgenericCommmunicationsModule {
+ public:
+  using TshowBox = std::function<void(const TmessageText&)>;
+
+  /// `resources` and `parameters` stay the caller's and must live as long; `timeOut` in ms, `blockSize` in bytes.
+  /// Throws `TuninitializedCommModeException` where resources, mode or parameters are missing.
+  TDataCommClass(TcommStruct* resources, TcommMode mode, unsigned timeOut, std::size_t blockSize,
+                 const TcommParameters* parameters, bool silent, TshowBox showBox = {});
+  ~TDataCommClass() override;
+
+  int open() override;
+  virtual int openAgain();
+  /// Throws `TuninitializedCommModeException` where nothing is open.
+  void close() override;
+
+  /// The number of bytes that can be read now.
+  virtual std::uint32_t bytesWaiting();
+  virtual int read(void* buffer, std::size_t count);
+  /// Writes a block; one that is taken only partly is a failure.
+  virtual int write(const void* buffer, std::size_t count);
+  virtual std::size_t blockSize() const { return blockSize_; }
+  virtual unsigned timeOut() const { return timeOut_; }
+  virtual TcommState connectionState() const { return state_; }
+  virtual bool cancelRequested() { return false; }
+  /// Takes how far an exchange has come, from 0 to 100.
+  virtual void progress(int position);
+
+  /// Waits for so many bytes, for the slot at most. A lost link ends the wait, but what came before it counts.
+  TcommWait waitForBytes(std::size_t count, std::chrono::milliseconds slot);
+  /// On the user-interface thread lets events be handled, user input excepted. Other threads have no messages to pump.
+  static void pumpMessages();
+  bool isOpen() const { return open_; }
+
+ protected:
+  virtual void showSerialError(const ECommError& error);
+  virtual void socketError(TsocketError error);
+  virtual void openUsb();
+  virtual void openSerial();
+  virtual void openEthernet();
+  virtual void socketConnect(QTcpSocket* socket);
+  virtual int usbRead(void* buffer, std::uint32_t count);
+  virtual int usbWrite(const void* buffer, std::uint32_t count);
+  virtual int serialRead(void* buffer, std::size_t count);
+  virtual int serialWrite(const void* buffer, std::size_t count);
+  virtual int ethernetRead(void* buffer, std::size_t count);
+  virtual int ethernetWrite(const void* buffer, std::size_t count);
+  virtual std::uint32_t serialBytesWaiting();
+  virtual std::uint32_t usbBytesWaiting();
+  virtual std::uint32_t ethernetBytesWaiting();
+
+ private:
+  void show(const TmessageText& message);
+  template <typename Tparameters>
+  const Tparameters& parameters() const;
+  void openUsbDevice();
+  void openPort(const TserialParameters& parameters);
+  void startConnecting(const TethernetParameters& parameters);
+  void awaitConnection();
+  void closeTransport();
+  bool isLost() const;
+  bool canWaitOnLink(std::uint32_t waiting) const;
+
+  bool silent_;
+  unsigned connectTimeOut_ = 0;
+  TcommState state_ = TcommState::idle;
+  TcommMode mode_;
+  unsigned timeOut_;
+  std::size_t blockSize_;
+  TcommStruct* resources_;
+  const TcommParameters* parameters_;
+  QTcpSocket* connected_ = nullptr;
+  std::unique_ptr<QObject> events_;  ///< context of the socket's events
+  TshowBox showBox_;
+  bool open_ = false;
+  bool usbOpen_ = false;
+  bool refused_ = false;
+  bool serialLost_ = false;
+};
+
+template <typename Tparameters>
+const Tparameters& TDataCommClass::parameters() const {
+  const auto* found = std::get_if<Tparameters>(parameters_);
+  if (!found) throw TuninitializedCommModeException();
+  return *found;
+}

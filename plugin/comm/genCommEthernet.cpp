@@ -1,0 +1,117 @@
+#include <QEventLoop>
+#include <QNetworkProxy>
+#include <QTcpSocket>
+#include <QTimer>
+#include <stdexcept>
+
+#include "comm/commStruct.h"
+#include "comm/genComm.h"
+#include "comm/transportMessages.h"
+
+// The Ethernet transport: a TCP client socket.
+
+namespace {
+
+constexpr int slotLength = 10;  // ms
+
+unsigned passesOf(unsigned timeOut) {
+  return timeOut / slotLength + 1;
+}
+
+QString addressText(const TethernetParameters& parameters) {
+  const auto& octets = parameters.octets;
+  return QStringLiteral("%1.%2.%3.%4").arg(octets[0]).arg(octets[1]).arg(octets[2]).arg(octets[3]);
+}
+
+TsocketError kindOf(QAbstractSocket::SocketError error, TcommState state) {
+  if (state == TcommState::connecting) return TsocketError::connect;
+  return error == QAbstractSocket::RemoteHostClosedError ? TsocketError::disconnect : TsocketError::general;
+}
+
+}  // namespace
+
+void TDataCommClass::openEthernet() {
+  const auto& address = parameters<TethernetParameters>();
+  if (!resources_->open(TcommStruct::ethernetKind)) {
+    show(noEthernetSlot);
+    throw std::runtime_error("Ethernet Connection Error");
+  }
+  connectTimeOut_ = address.timeOut > 0 ? address.timeOut : timeOut_;
+  startConnecting(address);
+  awaitConnection();
+}
+
+void TDataCommClass::startConnecting(const TethernetParameters& parameters) {
+  QTcpSocket* socket = resources_->ethernet();
+  events_ = std::make_unique<QObject>();
+  refused_ = false;
+  QObject::connect(socket, &QTcpSocket::connected, events_.get(), [this, socket] { socketConnect(socket); });
+  QObject::connect(socket, &QTcpSocket::errorOccurred, events_.get(), [this](QAbstractSocket::SocketError error) {
+    // The end of a wait is no error of the link.
+    if (error != QAbstractSocket::SocketTimeoutError) socketError(kindOf(error, state_));
+  });
+  socket->setProxy(QNetworkProxy::NoProxy);
+  pumpMessages();
+  state_ = TcommState::connecting;
+  socket->connectToHost(addressText(parameters), static_cast<quint16>(parameters.port));
+}
+
+/// Waits in the event loop: the socket's own wait would give the connection up with its first slot.
+void TDataCommClass::awaitConnection() {
+  QTcpSocket* socket = resources_->ethernet();
+  for (unsigned pass = 0; pass < passesOf(connectTimeOut_); ++pass) {
+    if (state_ == TcommState::connected) return;
+    if (refused_) throw TinitializationException();
+    if (cancelRequested()) throw ToperationCancelledException();
+    QEventLoop loop;
+    QObject::connect(socket, &QTcpSocket::stateChanged, &loop, &QEventLoop::quit);
+    QTimer::singleShot(slotLength, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+  }
+  if (state_ == TcommState::connected) return;
+  if (refused_) throw TinitializationException();
+  throw TcommTimeoutException();
+}
+
+void TDataCommClass::socketConnect(QTcpSocket* socket) {
+  connected_ = socket;
+  socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+  state_ = TcommState::connected;
+}
+
+void TDataCommClass::socketError(TsocketError error) {
+  if (error == TsocketError::connect) refused_ = true;
+  show(socketErrorMessage(error));
+}
+
+/// What the last call brought counts alone, and the callers read only what is there already: one call brings it all.
+int TDataCommClass::ethernetRead(void* buffer, std::size_t count) {
+  std::size_t received = 0;
+  for (unsigned pass = 0; pass < passesOf(timeOut_); ++pass) {
+    const qint64 result =
+        connected_->read(static_cast<char*>(buffer) + received, static_cast<qint64>(count - received));
+    received = result > 0 ? static_cast<std::size_t>(result) : 0;
+    if (received >= count) return commSuccess;
+    if (isLost()) return commFailed;
+    pumpMessages();
+    connected_->waitForReadyRead(slotLength);
+  }
+  throw TcommTimeoutException();
+}
+
+int TDataCommClass::ethernetWrite(const void* buffer, std::size_t count) {
+  const auto size = static_cast<qint64>(count);
+  if (isLost() || connected_->write(static_cast<const char*>(buffer), size) != size) return commFailed;
+  connected_->flush();
+  for (unsigned pass = 0; connected_->bytesToWrite() > 0 && pass < passesOf(timeOut_); ++pass) {
+    if (isLost()) return commFailed;
+    if (cancelRequested()) throw ToperationCancelledException();
+    pumpMessages();
+    connected_->waitForBytesWritten(slotLength);
+  }
+  return connected_->bytesToWrite() == 0 && !isLost() ? commSuccess : commFailed;
+}
+
+std::uint32_t TDataCommClass::ethernetBytesWaiting() {
+  return static_cast<std::uint32_t>(connected_->bytesAvailable());
+}

@@ -1,0 +1,76 @@
+#include "import/importDialogs.h"
+
+#include <QCoreApplication>
+#include <memory>
+#include <utility>
+
+#include "import/duplicateForm.h"
+#include "import/messages.h"
+#include "import/progressForm.h"
+#include "support/messageBox.h"
+
+TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,
+                               TequipRecTable& records, QWidget* owner)
+    : options_(std::move(options)), mapping_(mapping), columnCount_(columnCount), records_(records), owner_(owner) {}
+
+TimportDialogs::Tend TimportDialogs::run() {
+  progress_ = new TImportProgress(owner_);
+  progress_->show();
+  TimportRun result = runImport(options_, mapping_, columnCount_, records_, *this);
+  if (progress_.isNull()) return Tend::ownerGone;
+  const Tend how = end(result);
+  const std::unique_ptr<TImportProgress> done(progress_.data());
+  return how;
+}
+
+bool TimportDialogs::goOn(int percent) {
+  progress_->stepTo(percent);
+  QCoreApplication::processEvents();
+  return progress_ && !progress_->IsCancelled();
+}
+
+TimportObserver::Tduplicate TimportDialogs::duplicate(std::string& deviceId) {
+  bool skip = false;
+  const QPointer<TEquipRecImportDup> dialog = new TEquipRecImportDup(deviceId, skip, progress_);
+  const int result = dialog->exec();
+  if (dialog.isNull()) return Tduplicate::stop;
+  const std::unique_ptr<TEquipRecImportDup> done(dialog.data());
+  if (result != QDialog::Accepted) return Tduplicate::stop;
+  return skip ? Tduplicate::skipped : Tduplicate::renamed;
+}
+
+TimportDialogs::Tend TimportDialogs::end(TimportRun& result) {
+  switch (result.end) {
+    case TimportRun::Tend::cancelled:
+      progress_->hide();
+      return tell(importCanceled, Tend::cancelled);
+    case TimportRun::Tend::unreadable:
+      progress_->hide();
+      return tell(importNotRead, Tend::unreadable);
+    case TimportRun::Tend::done:
+      break;
+  }
+  return importAll(result);
+}
+
+/// Takes the records over before anything is said, so that they stay whatever happens while a box is open.
+TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
+  records_.reserve(records_.count() + result.records.size());
+  for (TequipRec& record : result.records) records_.append(std::move(record));
+  const std::initializer_list<std::pair<bool, const TmessageText*>> messages = {
+      {result.limitReached, &recordsExceeded},
+      {result.malformed, &recordsMalformed},
+      {result.truncated, &deviceIdsTruncated}};
+  for (const auto& [applies, message] : messages) {
+    if (applies && tell(*message, Tend::imported) == Tend::ownerGone) return Tend::ownerGone;
+  }
+  progress_->Finish();
+  progress_->exec();
+  return progress_ ? Tend::imported : Tend::ownerGone;
+}
+
+/// Shows a message. Returns `end`, or that the owner has gone meanwhile.
+TimportDialogs::Tend TimportDialogs::tell(const TmessageText& message, Tend end) {
+  showMessage(progress_->isVisible() ? progress_.data() : owner_.data(), message);
+  return progress_ ? end : Tend::ownerGone;
+}

@@ -1,0 +1,35 @@
+#include "import/importOptions.h"
+
+#include <string_view>
+
+#include "support/iniFile.h"
+
+namespace {
+
+constexpr const char* section = "Import";
+
+}  // namespace
+
+TimportChoices TimportChoices::load(const TiniFile& ini) {
+  TimportChoices choices;
+  choices.fileName = ini.readString(section, "Filename", choices.fileName);
+  choices.delimiter = ini.readInteger(section, "Delimiter", choices.delimiter);
+  choices.userDelimiter = ini.readString(section, "UserDelimiter", choices.userDelimiter);
+  choices.startRow = ini.readInteger(section, "StartRow", choices.startRow);
+  choices.quotes = ini.readFlag(section, "Quotes", choices.quotes);
+  return choices;
+}
+
+void TimportChoices::save(const TiniFile& ini) const {
+  ini.write(section, {{"Filename", fileName},
+                      {"Delimiter", std::to_string(delimiter)},
+                      {"UserDelimiter", userDelimiter},
+                      {"StartRow", std::to_string(startRow)},
+                      {"Quotes", quotes ? "1" : "0"}});
+}
+
+char delimiterCharacter(int index, const std::string& userDelimiter) {
+  constexpr std::string_view fixed = ", \t|;";
+  if (index >= 0 && index < otherDelimiter) return fixed[static_cast<std::size_t>(index)];
+  return index == otherDelimiter && !userDelimiter.empty() ? userDelimiter.front() : ',';
+}

@@ -1,0 +1,124 @@
+#include "import/importOptionsForm.h"
+
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+#include <QValidator>
+#include <utility>
+
+#include "import/columnMappingForm.h"
+#include "import/messages.h"
+#include "support/messageBox.h"
+#include "support/recordString.h"
+#include "ui_importOptionsForm.h"
+
+namespace {
+
+/// Refuses what is not one byte in a file.
+class TdelimiterValidator : public QValidator {
+ public:
+  using QValidator::QValidator;
+
+  State validate(QString& text, int& /*position*/) const override { return toRecordText(text) ? Acceptable : Invalid; }
+};
+
+}  // namespace
+
+TEquipRecImportOptions::TEquipRecImportOptions(TequipRecTable& records, TiniFile ini, QWidget* parent)
+    : QDialog(parent), records_(records), ini_(std::move(ini)), ui_(std::make_unique<Ui::TEquipRecImportOptions>()) {
+  ui_->setupUi(this);
+  setWindowFlags(windowFlags() | Qt::MSWindowsFixedSizeDialogHint);
+  ui_->EditDelimiter->setValidator(new TdelimiterValidator(this));
+  ui_->SpinEditStartRow->makeTextReadOnly();
+  connect(ui_->EditFilename, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
+  connect(ui_->ComboBoxDelimiter, &QComboBox::currentIndexChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
+  connect(ui_->EditDelimiter, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
+  connect(ui_->BtnBrowse, &QPushButton::clicked, this, &TEquipRecImportOptions::BtnBrowseClick);
+  connect(ui_->BtnCancel, &QPushButton::clicked, this, &TEquipRecImportOptions::reject);
+  connect(ui_->BtnContinue, &QPushButton::clicked, this, &TEquipRecImportOptions::BtnContinueClick);
+  showChoices();
+  EnableBtnContinue();
+  if (ui_->BtnContinue->isEnabled()) ui_->BtnContinue->setFocus();
+}
+
+TEquipRecImportOptions::~TEquipRecImportOptions() = default;
+
+int TEquipRecImportOptions::exec() {
+  const QPointer<TEquipRecImportOptions> self(this);
+  QEventLoop loop;
+  connect(this, &QDialog::finished, &loop, &QEventLoop::quit);
+  connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+  setModal(true);
+  show();
+  loop.exec(QEventLoop::DialogExec);
+  return self ? result() : static_cast<int>(Rejected);
+}
+
+/// FormClose of every way out.
+void TEquipRecImportOptions::done(int result) {
+  choices().save(ini_);
+  QDialog::done(result);
+}
+
+void TEquipRecImportOptions::showChoices() {
+  const TimportChoices choices = TimportChoices::load(ini_);
+  ui_->EditFilename->setText(fromRecordText(choices.fileName));
+  ui_->ComboBoxDelimiter->setCurrentIndex(choices.delimiter);
+  ui_->EditDelimiter->setText(fromRecordText(choices.userDelimiter));
+  ui_->SpinEditStartRow->setValue(choices.startRow);
+  ui_->CheckBoxQuotes->setChecked(choices.quotes);
+}
+
+TimportChoices TEquipRecImportOptions::choices() const {
+  const auto bytes = [](const QLineEdit* edit) { return toRecordText(edit->text()).value_or(std::string()); };
+  return {bytes(ui_->EditFilename), ui_->ComboBoxDelimiter->currentIndex(), bytes(ui_->EditDelimiter),
+          ui_->SpinEditStartRow->value(), ui_->CheckBoxQuotes->isChecked()};
+}
+
+TimportOptions TEquipRecImportOptions::options() const {
+  const TimportChoices chosen = choices();
+  return {toPath(ui_->EditFilename->text()), delimiterCharacter(chosen.delimiter, chosen.userDelimiter),
+          chosen.startRow, chosen.quotes};
+}
+
+void TEquipRecImportOptions::EnableBtnContinue() {
+  const bool other = ui_->ComboBoxDelimiter->currentIndex() == otherDelimiter;
+  const bool delimited = !other || !ui_->EditDelimiter->text().isEmpty();
+  ui_->BtnContinue->setEnabled(QFileInfo(ui_->EditFilename->text()).isFile() && delimited);
+  ui_->EditDelimiter->setVisible(other);
+}
+
+void TEquipRecImportOptions::BtnBrowseClick() {
+  const QPointer<QFileDialog> dialog = new QFileDialog(this);
+  dialog->setObjectName(QStringLiteral("OpenDialogFilename"));
+  dialog->setFileMode(QFileDialog::ExistingFile);
+  dialog->setDefaultSuffix(QStringLiteral("csv"));
+  dialog->setNameFilters({QStringLiteral("Comma Separated Value files (*.csv)"), QStringLiteral("All files (*.*)")});
+  const QFileInfo last(ui_->EditFilename->text());
+  if (last.dir().exists() && !last.filePath().isEmpty()) dialog->setDirectory(last.absolutePath());
+  const int result = dialog->exec();
+  if (dialog.isNull()) return;
+  const std::unique_ptr<QFileDialog> done(dialog.data());
+  if (result != Accepted) return;
+  ui_->EditFilename->setText(QDir::toNativeSeparators(dialog->selectedFiles().value(0)));
+  if (ui_->BtnContinue->isEnabled()) ui_->BtnContinue->setFocus();
+}
+
+void TEquipRecImportOptions::BtnContinueClick() {
+  const QPointer<TEquipRecImportOptions> self(this);
+  hide();
+  auto result = TimportResult::back;
+  const QPointer<TEquipRecImport> form = new TEquipRecImport(options(), records_, ini_, result, parentWidget());
+  const bool readable = form->hasSample();
+  if (readable) form->exec();
+  const std::unique_ptr<TEquipRecImport> closed(form.data());
+  if (self.isNull()) return;
+  if (!readable || result == TimportResult::back) {
+    show();
+    if (!readable) showMessage(this, importNotRead);
+    if (self) EnableBtnContinue();
+    return;
+  }
+  done(result == TimportResult::imported ? Accepted : Rejected);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "support/messages.h"
+
+/// What printing says.
+
+inline constexpr TmessageText noPrinter = {
+    "No printer is installed on this computer.\nPreview and Save as PDF work without one.", "No Printer",
+    TmessageIcon::warning};
+
+inline constexpr TmessageText printFailed = {
+    "The equipment records could not be printed.\nCheck the printer and try again.", "Print Error",
+    TmessageIcon::error};
+
+inline constexpr TmessageText pdfNotWritten = {
+    "The PDF file could not be written.\nChoose another folder or file name and try again.", "PDF Error",
+    TmessageIcon::error};

@@ -1,0 +1,151 @@
+#include "print/printForm.h"
+
+#include <QFileDialog>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QStandardPaths>
+#include <algorithm>
+#include <utility>
+
+#include "print/messages.h"
+#include "print/previewForm.h"
+#include "print/printProgress.h"
+#include "print/report.h"
+#include "support/messageBox.h"
+#include "support/recordString.h"
+#include "ui_printForm.h"
+
+namespace {
+
+/// The pages that the user wants of the printer.
+TpageRange chosenPages(const QPrinter& printer, std::size_t pageCount) {
+  const auto from = static_cast<std::size_t>(std::max(printer.fromPage(), 1));
+  const auto to = printer.toPage() > 0 ? static_cast<std::size_t>(printer.toPage()) : pageCount;
+  return {std::min(from, pageCount) - 1, std::min(to, pageCount)};
+}
+
+}  // namespace
+
+TEquipRecPrint::TEquipRecPrint(TprintJob job, TiniFile ini, QWidget* parent)
+    : QDialog(parent), job_(std::move(job)), ini_(std::move(ini)), ui_(std::make_unique<Ui::TEquipRecPrint>()) {
+  ui_->setupUi(this);
+  boxes_ = {ui_->chkControlNum, ui_->chkDescription, ui_->chkManufacturer, ui_->chkModel,  ui_->chkTestProc,
+            ui_->chkTitle,      ui_->chkCustom1,     ui_->chkCustom2,      ui_->chkCustom3};
+  for (QCheckBox* box : boxes_) connect(box, &QCheckBox::toggled, this, &TEquipRecPrint::enableButtons);
+  connect(ui_->btnPreview, &QPushButton::clicked, this, &TEquipRecPrint::btnPreviewClick);
+  connect(ui_->btnPrint, &QPushButton::clicked, this, &TEquipRecPrint::btnPrintClick);
+  connect(ui_->btnPdf, &QPushButton::clicked, this, &TEquipRecPrint::btnPdfClick);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &TEquipRecPrint::reject);
+  showCaptions();
+  showSettings(TprintSettings::load(ini_));
+  enableButtons();
+}
+
+TEquipRecPrint::~TEquipRecPrint() = default;
+
+void TEquipRecPrint::done(int result) {
+  settings().save(ini_);
+  QDialog::done(result);
+}
+
+void TEquipRecPrint::showCaptions() {
+  const std::array<TliteralCheckBox*, 3> custom = {ui_->chkCustom1, ui_->chkCustom2, ui_->chkCustom3};
+  for (std::size_t i = 0; i < custom.size(); ++i) {
+    const QString caption = fromRecordText(job_.customNames[i]);
+    // Where the user has left the caption empty, the designed one stays.
+    if (!caption.trimmed().isEmpty()) custom[i]->setLiteralText(caption);
+  }
+  ui_->radAll->setText(QStringLiteral("All records shown (%1)").arg(job_.shown.size()));
+  ui_->radSelected->setText(QStringLiteral("Selected records (%1)").arg(job_.selected.size()));
+}
+
+void TEquipRecPrint::showSettings(const TprintSettings& settings) {
+  for (std::size_t i = 0; i < boxes_.size(); ++i) boxes_[i]->setChecked(settings.fields[i]);
+  (settings.landscape ? ui_->radLandscape : ui_->radPortrait)->setChecked(true);
+  (job_.selected.size() > 1 ? ui_->radSelected : ui_->radAll)->setChecked(true);
+  ui_->radSelected->setEnabled(!job_.selected.empty());
+}
+
+void TEquipRecPrint::enableButtons() {
+  const bool enabled = settings().hasField();
+  for (QPushButton* button : {ui_->btnPreview, ui_->btnPrint, ui_->btnPdf}) button->setEnabled(enabled);
+}
+
+TprintSettings TEquipRecPrint::settings() const {
+  TprintSettings settings;
+  for (std::size_t i = 0; i < boxes_.size(); ++i) settings.fields[i] = boxes_[i]->isChecked();
+  settings.landscape = ui_->radLandscape->isChecked();
+  return settings;
+}
+
+TreportTable TEquipRecPrint::table() const {
+  return {job_, ui_->radSelected->isChecked() ? job_.selected : job_.shown, settings()};
+}
+
+void TEquipRecPrint::btnPreviewClick() {
+  const Treport report(table(), reportPageLayout(usualPaper(), settings().landscape));
+  const QPointer<TfrmPrintPreview> preview = new TfrmPrintPreview(report, this);
+  preview->exec();
+  const std::unique_ptr<TfrmPrintPreview> closed(preview.data());
+}
+
+void TEquipRecPrint::btnPrintClick() {
+  const QPointer<TEquipRecPrint> self(this);
+  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+    showMessage(this, noPrinter);
+    return;
+  }
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(QStringLiteral("Equipment Records"));
+  printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), settings().landscape));
+  if (!askForPrinter(printer) || self.isNull()) return;
+  // Another printer may have come with margins and paper of its own.
+  const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
+  printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), landscape));
+  write(printer.pageLayout(), printFailed, [&](const Treport& report, const TpageStart& start) {
+    return printReport(report, printer, chosenPages(printer, report.pageCount()), start);
+  });
+}
+
+void TEquipRecPrint::btnPdfClick() {
+  const QPointer<TEquipRecPrint> self(this);
+  const auto path = askForPdfPath();
+  if (!path || self.isNull()) return;
+  write(reportPageLayout(usualPaper(), settings().landscape), pdfNotWritten,
+        [&](const Treport& report, const TpageStart& start) { return savePdf(report, *path, start); });
+}
+
+bool TEquipRecPrint::askForPrinter(QPrinter& printer) {
+  const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, this);
+  dialog->setOptions(QAbstractPrintDialog::PrintShowPageSize | QAbstractPrintDialog::PrintPageRange);
+  const int result = dialog->exec();
+  const std::unique_ptr<QPrintDialog> closed(dialog.data());
+  return closed && result == QDialog::Accepted;
+}
+
+std::optional<QString> TEquipRecPrint::askForPdfPath() {
+  const QPointer<QFileDialog> dialog = new QFileDialog(
+      this, QStringLiteral("Save as PDF"), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setNameFilter(QStringLiteral("PDF files (*.pdf)"));
+  dialog->setDefaultSuffix(QStringLiteral("pdf"));
+  dialog->selectFile(QStringLiteral("Equipment Records.pdf"));
+  const int result = dialog->exec();
+  const std::unique_ptr<QFileDialog> closed(dialog.data());
+  if (!closed || result != QDialog::Accepted) return std::nullopt;
+  return closed->selectedFiles().constFirst();
+}
+
+void TEquipRecPrint::write(const QPageLayout& paper, const TmessageText& failure, const Twrite& write) {
+  const QPointer<TEquipRecPrint> self(this);
+  const Treport report(table(), paper);
+  const QPointer<TfrmPrintProgress> progress = new TfrmPrintProgress(report.pageCount(), this);
+  const auto start = [&](std::size_t page) { return progress->startPage(page); };
+  const ToutputResult result = write(report, start);
+  if (self.isNull()) return;  // deleted while events were processed
+  std::unique_ptr<TfrmPrintProgress>(progress.data()).reset();
+  if (result == ToutputResult::failed) showMessage(this, failure);
+  if (result == ToutputResult::done) accept();
+}

@@ -1,0 +1,100 @@
+#include <optional>
+#include <system_error>
+#include <windows.h>
+
+#include "support/fileSystem.h"
+#include "support/iniFile.h"
+#include "support/safeWrite.h"
+
+// The system's own calls for settings. They take a text's bytes to be of the system's code page: so are they told here,
+// whatever the code page is, and the bytes in the file are those of the caller.
+
+namespace {
+
+/// `bytes` as the calls want them; nothing where the code page cannot bring them back.
+std::optional<std::wstring> widened(const std::string& bytes) {
+  if (bytes.empty()) return std::wstring();
+  const int size = static_cast<int>(bytes.size());
+  std::wstring text(bytes.size(), L'\0');
+  const int length = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, bytes.data(), size, text.data(), size);
+  if (length == 0) return std::nullopt;
+  text.resize(length);
+  return text;
+}
+
+std::string narrowed(const std::wstring& text) {
+  const int wide = static_cast<int>(text.size());
+  std::string bytes(4 * text.size(), '\0');
+  const int length =
+      WideCharToMultiByte(CP_ACP, 0, text.data(), wide, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
+  bytes.resize(length);
+  return bytes;
+}
+
+std::string withoutBlanks(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(" \t");
+  return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// The calls take one pair of quotes away from around a value.
+std::string quoted(const std::string& value) {
+  const bool hasPair =
+      value.size() > 1 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+  return hasPair ? '"' + value + '"' : value;
+}
+
+/// A path without a folder would be one of the system's.
+std::filesystem::path fullPath(const std::filesystem::path& path) {
+  std::error_code error;
+  auto full = std::filesystem::absolute(path, error);
+  return error ? path : full;
+}
+
+bool putEntry(const std::string& section, const std::string& key, const std::string& value,
+              const std::filesystem::path& path) {
+  const auto wideSection = widened(section);
+  const auto wideKey = widened(key);
+  const auto wideValue = widened(quoted(value));
+  return wideSection && wideKey && wideValue &&
+         WritePrivateProfileStringW(wideSection->c_str(), wideKey->c_str(), wideValue->c_str(), path.c_str()) != 0 &&
+         TiniFile(path).readString(section, key, value + '?') == withoutBlanks(value);
+}
+
+bool putEntries(const std::string& section, const TiniFile::Tentries& entries, const std::filesystem::path& path) {
+  for (const auto& [key, value] : entries) {
+    if (!putEntry(section, key, value, path)) return false;
+  }
+  WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());  // the system keeps nothing back
+  return true;
+}
+
+}  // namespace
+
+std::string TiniFile::readString(const std::string& section, const std::string& key,
+                                 const std::string& defaultValue) const {
+  constexpr const wchar_t* none = L"\x01";
+  const auto wideSection = widened(section);
+  const auto wideKey = widened(key);
+  if (!wideSection || !wideKey) return defaultValue;
+  std::wstring text(32768, L'\0');
+  text.resize(GetPrivateProfileStringW(wideSection->c_str(), wideKey->c_str(), none, text.data(),
+                                       static_cast<DWORD>(text.size()), fullPath(path_).c_str()));
+  return text == none ? defaultValue : withoutBlanks(narrowed(text));
+}
+
+/// On a copy, which then takes the file's place: the calls themselves change the file where it is, one key after the
+/// other.
+void TiniFile::write(const std::string& section, const Tentries& entries) const {
+  TfileSystem& files = diskFileSystem();
+  const auto path = files.resolve(fullPath(path_));
+  std::string before;
+  const bool isThere = files.stamp(path).has_value();
+  if (isThere && files.read(path, before) != TfileSystem::TreadResult::done) return;
+  auto copy = path;
+  copy += ".edit";
+  std::string after;
+  const bool changed = writeFlushed(files, copy, path, before) && putEntries(section, entries, copy) &&
+                       files.read(copy, after) == TfileSystem::TreadResult::done && after != before;
+  files.remove(copy);
+  if (changed) replaceFile(files, path, after);
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "support/messages.h"
+
+/// What an upload says, beside what comm/commMessages.h has for each failure of the exchange.
+
+inline constexpr TmessageText invalidState = {"Invalid State!\nOperation Cancelled.", "Error", TmessageIcon::error};
+
+inline constexpr TmessageText unspecifiedError = {"An unspecified error occurred.\nOperation Cancelled.", "Error",
+                                                  TmessageIcon::error};
+
+inline constexpr TmessageText internalError = {
+    "An internal error occurred that prevented the download operation.\nPlease try to download again.\n\nIf this error "
+    "persists, please contact the system vendor.",
+    "Error", TmessageIcon::error};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDialog>
+#include <atomic>
+#include <memory>
+
+class TcommStruct;
+class TuploadThread;
+struct TuploadCommStruct;
+namespace Ui {
+class TfrmProgress;
+}
+
+/// Shows one upload while it runs: how far it is, and a button to cancel it.
+///
+/// Lives on the user-interface thread and owns the upload's worker. Shown by `exec`, which starts the worker; the
+/// result is `Accepted` when the analyzer has acknowledged everything, else `Rejected`. Cancel closes the dialog at
+/// once and the worker ends soon after, perhaps with a message box: `awaitWorker` keeps the event loop running that
+/// long. Destroying the dialog at any time cancels the upload and joins the worker without a box.
+class TfrmProgress final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// Both stay the caller's and must outlive the dialog. Throws `std::invalid_argument` where either is missing.
+  TfrmProgress(const TuploadCommStruct* upload, TcommStruct* resources, QWidget* parent);
+  ~TfrmProgress() override;
+
+  const TuploadCommStruct& upload() const { return *upload_; }
+  /// On any thread.
+  bool isCancelled() const { return cancelled_; }
+
+  /// Returns when the worker has ended, or earlier when the application quits or this dialog is destroyed.
+  void awaitWorker();
+
+  /// Esc is Cancel.
+  void reject() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void btnCancelClick();
+  void workerFinished();
+
+  const TuploadCommStruct* upload_;
+  std::atomic<bool> cancelled_ = false;
+  std::unique_ptr<Ui::TfrmProgress> ui_;
+  std::unique_ptr<TuploadThread> worker_;
+};

@@ -1,0 +1,79 @@
+#include "upload/uploadCommand.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <optional>
+
+#include "comm/selector/communicationsSelector.h"
+#include "support/messageBox.h"
+#include "upload/messages.h"
+#include "upload/progress.h"
+#include "upload/transfer.h"
+
+namespace {
+
+/// Gives an exchange up when the window that it is for has gone. Shows nothing: the greeting is too short for that.
+class TgreetingView final : public TtransferView {
+ public:
+  explicit TgreetingView(QWidget* owner) : owner_(owner) {}
+  bool isCancelled() const override { return owner_.isNull(); }
+  void showOperation(const char*) override {}
+  void showProgress(int) override {}
+
+ private:
+  QPointer<QWidget> owner_;
+};
+
+class TwaitCursor {
+ public:
+  TwaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  TwaitCursor(const TwaitCursor&) = delete;
+  TwaitCursor& operator=(const TwaitCursor&) = delete;
+  ~TwaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+};
+
+/// Nothing where the user has cancelled, or the owner has gone.
+std::optional<TconnectionChoice> chooseConnection(QWidget* owner, const TiniFile& hostSettings) {
+  const auto isFree = [](int number) { return systemSerialCalls().isFree(number); };
+  const QPointer<TcomSelectFrm> selector = new TcomSelectFrm(hostSettings, isFree, owner);
+  const int result = selector->exec();
+  if (selector.isNull()) return std::nullopt;
+  const std::unique_ptr<TcomSelectFrm> closed(selector.data());
+  return result == QDialog::Accepted ? std::optional(closed->choice()) : std::nullopt;
+}
+
+TcommOutcome greetOverTransport(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
+  const TuploadTransport transport = transportOf(upload);
+  const TwaitCursor waiting;
+  return greet(transport, resources, TgreetingView(owner));
+}
+
+void transferWithProgress(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
+  const QPointer<TfrmProgress> dialog = new TfrmProgress(&upload, &resources, owner);
+  dialog->exec();
+  if (!dialog.isNull()) dialog->awaitWorker();
+  const std::unique_ptr<TfrmProgress> closed(dialog.data());
+}
+
+}  // namespace
+
+void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings) {
+  const QPointer<QWidget> self(owner);
+  try {
+    const auto choice = chooseConnection(owner, hostSettings);
+    if (!choice) return;
+    const auto entries = makeUploadEntries(records);
+    const TuploadCommStruct upload(static_cast<TuploadMethod>(choice->method), serialPortNumber(choice->portText),
+                                   choice->octets, entries);
+    TcommStruct resources;
+    const TcommOutcome failure = greetOverTransport(upload, resources, owner);
+    if (self.isNull()) return;
+    if (failure) {
+      showMessage(owner, *failure);
+    } else {
+      transferWithProgress(upload, resources, owner);
+    }
+  } catch (...) {
+    if (!self.isNull()) showMessage(owner, internalError);
+  }
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "simulator/faults.h"
+
+/// What the program was told on its command line.
+struct Toptions {
+  std::optional<quint16> tcp;  ///< the port; 0 for any free one
+  std::optional<quint16> usb;
+  QString serial;  ///< the link to make to the pseudo-terminal; empty for none
+  QString save;
+  int baud = 0;
+  int blocks = 1536;
+  int timeout = 2000;  ///< milliseconds
+  bool once = false;
+  bool help = false;
+  std::optional<Tfault> fault;
+};
+
+/// Reads the command line. Nothing, and `error` says why, where it is not a right one.
+std::optional<Toptions> parseOptions(const QStringList& arguments, QString& error);
+
+/// What --help prints.
+QString usage();

@@ -1,0 +1,167 @@
+#include <QTest>
+#include <stdexcept>
+
+#include "comm/commMessages.h"
+#include "comm/commStruct.h"
+#include "comm/commandLayer.h"
+#include "comm/genComm.h"
+#include "comm/scriptedCalls.h"
+#include "tools/testList.h"
+
+namespace {
+
+const TcommParameters usbParameters = TusbParameters();
+
+/// A channel that answers from a text, and of which everything that happens can be read.
+class TscriptedChannel final : public TDataCommClass {
+ public:
+  TscriptedChannel(TcommStruct& resources, unsigned timeOut, std::size_t blockSize, QByteArray answers)
+      : TDataCommClass(&resources, TcommMode::usb, timeOut, blockSize, &usbParameters, true),
+        answers_(std::move(answers)) {
+    TDataCommClass::open();
+  }
+
+  int slots_ = 0;        ///< that were begun
+  int cancelAfter = 0;   ///< slots; 0 for never
+  int failingWrite = 0;  ///< counted from 1
+  QByteArrayList written;
+  QByteArray positions;
+
+  std::uint32_t bytesWaiting() override { return static_cast<std::uint32_t>(answers_.size()); }
+  int read(void* buffer, std::size_t count) override {
+    std::copy_n(answers_.begin(), count, static_cast<char*>(buffer));
+    answers_.remove(0, static_cast<qsizetype>(count));
+    return 0;
+  }
+  int write(const void* buffer, std::size_t count) override {
+    written << QByteArray(static_cast<const char*>(buffer), static_cast<qsizetype>(count));
+    return written.size() == failingWrite ? -1 : 0;
+  }
+  bool cancelRequested() override { return ++slots_ > cancelAfter && cancelAfter > 0; }
+  void progress(int position) override { positions += QByteArray::number(position) + ' '; }
+
+ private:
+  QByteArray answers_;
+};
+
+}  // namespace
+
+/// The exchange of commands and blocks over a channel.
+class TexchangeTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void putData_data() {
+    QTest::addColumn<QByteArray>("answers");
+    QTest::addColumn<int>("failingWrite");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("writes");
+    QTest::newRow("three blocks") << QByteArray("*\rC\rC\r*\r") << 0 << 0 << 4;
+    QTest::newRow("first answer, status alone right") << QByteArray("*xC\rC\r*\r") << 0 << 0 << 4;
+    QTest::newRow("first answer, end alone right") << QByteArray("?\rC\rC\r*\r") << 0 << 0 << 4;
+    QTest::newRow("first answer, neither right") << QByteArray("?xC\rC\r*\r") << 0 << -2 << 1;
+    QTest::newRow("block's answer, end alone right") << QByteArray("*\r?\rC\r*\r") << 0 << -2 << 2;
+    QTest::newRow("block's answer, status alone right") << QByteArray("*\rC\rCxC\r") << 0 << -2 << 3;
+    QTest::newRow("complete too early") << QByteArray("*\r*\rC\r*\r") << 0 << -2 << 2;
+    QTest::newRow("never complete") << QByteArray("*\rC\rC\rC\r") << 0 << -2 << 4;
+    QTest::newRow("command not written") << QByteArray("*\r") << 1 << -1 << 1;
+    QTest::newRow("block not written") << QByteArray("*\rC\rC\r*\r") << 3 << -1 << 3;
+  }
+  void putData() {
+    QFETCH(QByteArray, answers);
+    QFETCH(int, failingWrite);
+    QFETCH(int, result);
+    QFETCH(int, writes);
+    TscriptedSerial serial;
+    TscriptedUsb usb;
+    TcommStruct resources({serial, usb});
+    TscriptedChannel channel(resources, 30, 2, answers);
+    channel.failingWrite = failingWrite;
+    VMRcommClass analyzer(&channel);
+    QCOMPARE(analyzer.putData(putRecordsCommand, commandLength, "aabbcc", 3), result);
+    QCOMPARE(channel.written, QByteArrayList({"PEQR\r", "aa", "bb", "cc"}).first(writes));
+    QCOMPARE(usb.calls.count("close"), result == 0 ? 0 : 1);
+    if (result == 0) QCOMPARE(channel.positions, QByteArray("30 63 76 90 "));
+  }
+
+  void waitsHaveTheirNumberOfSlots_data() {
+    QTest::addColumn<int>("timeOut");
+    QTest::addColumn<int>("replySlots");
+    QTest::addColumn<int>("acknowledgementSlots");
+    QTest::newRow("shorter than a slot") << 5 << 1 << 1;
+    QTest::newRow("between the two slots") << 30 << 1 << 3;
+    QTest::newRow("not a multiple") << 119 << 2 << 11;
+  }
+  void waitsHaveTheirNumberOfSlots() {
+    QFETCH(int, timeOut);
+    TscriptedSerial serial;
+    TscriptedUsb usb;
+    TcommStruct resources({serial, usb});
+    std::array<char, 8> reply{};
+    TscriptedChannel asked(resources, static_cast<unsigned>(timeOut), 4, "abc");
+    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&asked).getData(handshakeCommand, 5, reply.data(), 2));
+    QTEST(asked.slots_, "replySlots");
+    TscriptedChannel put(resources, static_cast<unsigned>(timeOut), 4, "*");
+    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&put).putData(putRecordsCommand, 5, "aabb", 1));
+    QTEST(put.slots_, "acknowledgementSlots");
+    QCOMPARE(usb.calls.count("close"), 2);
+    QCOMPARE(put.written.size(), 1);
+  }
+
+  void aReplyArrivesInBlocks() {
+    TscriptedSerial serial;
+    TscriptedUsb usb;
+    TcommStruct resources({serial, usb});
+    TscriptedChannel channel(resources, 30, 4, "abcdefgh");
+    std::string reply(8, 'x');
+    QCOMPARE(VMRcommClass(&channel).getData(handshakeCommand, commandLength, reply.data(), 2), 0);
+    QCOMPARE(reply, std::string("abcdefgh"));
+    QCOMPARE(channel.written, QByteArrayList{"GESI\r"});
+    QCOMPARE(channel.positions, QByteArray("50 70 90 "));
+  }
+
+  void badArgumentsAndCancelling() {
+    TscriptedSerial serial;
+    TscriptedUsb usb;
+    TcommStruct resources({serial, usb});
+    std::array<char, 4> reply{};
+    VMRcommClass none(nullptr);
+    QVERIFY_THROWS_EXCEPTION(TinvalidCommModuleException, none.bytesWaiting());
+    QVERIFY_THROWS_EXCEPTION(TinvalidDataLengthException, none.getData("GESI\r", 5, nullptr, 1));
+    QCOMPARE(none.putData(nullptr, 5, "aa", 1), -1);
+    QVERIFY_THROWS_EXCEPTION(TinvalidCommModuleException, none.putData("PEQR\r", 5, "aa", 1));
+    TscriptedChannel sizeless(resources, 30, 0, "");
+    QVERIFY_THROWS_EXCEPTION(TinvalidCommModuleException,
+                             VMRcommClass(&sizeless).getData("GESI\r", 5, reply.data(), 1));
+    QCOMPARE(sizeless.written.size(), 0);
+    resources.close();
+    TscriptedChannel channel(resources, 2000, 4, "*\r");
+    channel.cancelAfter = 1;
+    QVERIFY_THROWS_EXCEPTION(ToperationCancelledException, VMRcommClass(&channel).putData("PEQR\r", 5, "aabb", 1));
+    QVERIFY(!channel.isOpen());
+    QCOMPARE(channel.written.size(), 1);
+  }
+
+  /// All texts, because what goes wrong is told by them alone.
+  void everyExceptionHasItsMessage() {
+    const auto told = [](auto exception) {
+      const auto outcome = runCommStep(TcommStep::putData, [&]() -> TcommOutcome { throw exception; });
+      return QByteArray(outcome->caption) + ": " + outcome->text;
+    };
+    QCOMPARE(told(TcommTimeoutException()), QByteArray("Error: Timeout Error.\nOperation Canceled."));
+    QCOMPARE(told(TnoDeviceAttachedException()), QByteArray("Error: No Deviced Attached.\nOperation Canceled."));
+    const QByteArray notOpened = "Could not initialize connection.\nOperation Canceled.";
+    QCOMPARE(told(TinitializationException()), "Error: " + notOpened);
+    QCOMPARE(told(TbadInitializationException()), "Bad Initialization: " + notOpened);
+    QCOMPARE(told(TuninitializedCommModeException()), "Uninitialized: " + notOpened);
+    const QByteArray invalid = "Invalid communications configuration.\nOperation Canceled.";
+    QCOMPARE(told(TinvalidCommModuleException()), "Error: " + invalid);
+    QCOMPARE(told(TinvalidDataLengthException()), "Bad Data Length: " + invalid);
+    QCOMPARE(told(ToperationCancelledException()), QByteArray("Error: Operation Cancelled."));
+    QCOMPARE(told(std::runtime_error("x")), QByteArray("VCL Exception: Unknown Exception on Put Data Command"));
+    QCOMPARE(told(7), QByteArray("Error: Unknown Exception on Put Data Command"));
+  }
+};
+EQREC_TEST(TexchangeTest);
+
+#include "exchangeTest.moc"

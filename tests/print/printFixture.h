@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QProcess>
+#include <QStringList>
+#include <filesystem>
+
+#include "print/printJob.h"
+#include "print/printSettings.h"
+#include "print/reportTable.h"
+#include "testproc/autosequenceFileStructs.h"
+
+/// A table of so many records with the control numbers ID00000, ID00001, ...; all other texts are `text`, cut to the
+/// fields' lengths.
+class TprintFixture {
+ public:
+  explicit TprintFixture(int count, const std::string& text = "x") {
+    titles.set(1, text.substr(0, 41));
+    for (int i = 0; i < count; ++i) {
+      TequipRec record;
+      for (int field = 0; field < fieldCount; ++field) record.setText(field, std::string_view(text));
+      record.setText(fieldControlNum, QStringLiteral("ID%1").arg(i, 5, 10, QLatin1Char('0')).toLatin1().constData());
+      records.append(std::move(record));
+    }
+  }
+
+  /// All records from the last to the first, the second and third of these selected.
+  TprintJob job() const {
+    TprintJob result{records, titles, {}, {}, captions};
+    for (auto i = records.count(); i > 0; --i) result.shown.push_back(static_cast<TrecordIndex>(i - 1));
+    if (records.count() > 2) result.selected = {result.shown[1], result.shown[2]};
+    return result;
+  }
+  QStringList shownControlNums() const {
+    QStringList texts;
+    for (const TrecordIndex index : job().shown) texts << QLatin1String(records.at(index).text(fieldControlNum));
+    return texts;
+  }
+  /// The first columns of all these records, all of them at first.
+  TreportTable table(std::size_t fields = printFieldCount) const {
+    TprintSettings settings;
+    for (std::size_t i = 0; i < printFieldCount; ++i) settings.fields[i] = i < fields;
+    return {job(), job().shown, settings};
+  }
+
+  TequipRecTable records;
+  TtestProcTable titles;
+  std::array<std::string, 3> captions = {"Location", "R&D", ""};
+};
+
+inline QString nameOf(const std::filesystem::path& path) {
+  return QString::fromStdString(path.string());
+}
+
+/// What a tool of poppler's writes about a PDF file.
+inline QString poppler(const char* tool, const QStringList& options, const std::filesystem::path& pdf) {
+  QProcess process;
+  process.start(QString::fromLatin1(tool), options + QStringList{nameOf(pdf), QStringLiteral("-")});
+  process.waitForFinished();
+  return QString::fromUtf8(process.readAllStandardOutput());
+}

@@ -1,0 +1,142 @@
+#include <QDate>
+#include <QImage>
+#include <QLocale>
+#include <QPrinter>
+#include <QRegularExpression>
+#include <QTest>
+
+#include "print/printFixture.h"
+#include "print/report.h"
+#include "print/reportOutput.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+/// Reports printed to PDF files and read back.
+class TreportTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void pdfHoldsEveryRecordOnceAndInOrder_data();
+  void pdfHoldsEveryRecordOnceAndInOrder();
+  void printerPrintsTheSame();
+  void nothingIsLeftOfAFailure();
+};
+EQREC_TEST(TreportTest);
+
+namespace {
+
+const TpageStart goOn = [](std::size_t) { return true; };
+
+QStringList pagesOf(const std::filesystem::path& pdf) {
+  return poppler("pdftotext", {QStringLiteral("-layout")}, pdf).split(u'\f', Qt::SkipEmptyParts);
+}
+
+QStringList found(const QString& text, const char* pattern) {
+  QStringList result;
+  for (auto match = QRegularExpression(QString::fromLatin1(pattern)).globalMatch(text); match.hasNext();) {
+    result << match.next().captured();
+  }
+  return result;
+}
+
+/// No word touches another on its line.
+void checkWords(const std::filesystem::path& pdf) {
+  double right = 0;
+  double top = -1;
+  for (const QString& word : found(poppler("pdftotext", {QStringLiteral("-bbox")}, pdf), "<word [^>]*>")) {
+    const QStringList box = found(word, "[\\d.]+");  // left, top, right, bottom
+    QVERIFY2(box[1].toDouble() != top || box[0].toDouble() >= right - 0.5, qPrintable(word));
+    top = box[1].toDouble();
+    right = box[2].toDouble();
+  }
+}
+
+/// Each page has ink almost everywhere, but none on its margins.
+void checkPictures(const std::filesystem::path& pdf, qsizetype count) {
+  const TtestFolder folder;
+  QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("36"), QStringLiteral("-gray"),
+                                                 nameOf(pdf), nameOf(folder / "page")});
+  QCOMPARE(namesIn(folder.path()).size(), count);
+  for (const QByteArray& name : namesIn(folder.path())) {
+    const QImage picture(nameOf(folder / name.toStdString()));
+    const QRect inside = picture.rect().adjusted(17, 17, -17, -17);
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) {
+        if (qGray(picture.pixel(x, y)) < 160) ink |= QRect(x, y, 1, 1);
+      }
+    }
+    QVERIFY(inside.contains(ink));
+    QVERIFY(ink.width() > inside.width() * 0.9 && ink.height() > inside.height() * 0.9);
+  }
+}
+
+}  // namespace
+
+void TreportTest::pdfHoldsEveryRecordOnceAndInOrder_data() {
+  QTest::addColumn<bool>("landscape");
+  QTest::addColumn<std::size_t>("fields");
+  QTest::addColumn<QByteArray>("text");
+  const QByteArray text = "\xC4rzte & Pflege, final office, 3\xB0 \x80";
+  QTest::newRow("portrait, two fields") << false << std::size_t(2) << text;
+  QTest::newRow("landscape, two fields") << true << std::size_t(2) << text;
+  QTest::newRow("landscape, all fields") << true << printFieldCount << text;
+  QTest::newRow("portrait, unbroken words") << false << printFieldCount << QByteArray(63, 'W');
+  QTest::newRow("kerning, ligatures, controls") << false << printFieldCount << QByteArray("AVA ffi To. \x95\t-\x81");
+}
+
+void TreportTest::pdfHoldsEveryRecordOnceAndInOrder() {
+  QFETCH(const bool, landscape);
+  QFETCH(const std::size_t, fields);
+  QFETCH(const QByteArray, text);
+  const TprintFixture f(150, text.toStdString());
+  const Treport report(f.table(fields), reportPageLayout(QPageSize(QPageSize::A4), landscape));
+  const TtestFolder folder;
+  QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
+
+  const QStringList pages = pagesOf(folder / "r.pdf");
+  QCOMPARE(pages.size(), qsizetype(report.pageCount()));
+  QVERIFY(pages.size() > 2);
+  const QString date = QLocale().toString(QDate::currentDate(), QLocale::LongFormat);
+  QStringList printed;
+  for (qsizetype i = 0; i < pages.size(); ++i) {
+    printed << found(pages[i], "ID\\d{5}");
+    const QString number = QStringLiteral("Page %1 of %2").arg(i + 1).arg(pages.size());
+    for (const QString& part : {QStringLiteral("QT484"), QStringLiteral("Equipment Records"), date, number,
+                                QStringLiteral("No."), QStringLiteral("Description")}) {
+      QVERIFY2(pages[i].contains(part), qPrintable(part));
+    }
+    QCOMPARE(pages[i].contains(QStringLiteral("R&D")), fields == printFieldCount);
+    QCOMPARE(pages[i].contains(QStringLiteral("Number of records: 150")), i + 1 == pages.size());
+  }
+  QCOMPARE(printed, f.shownControlNums());
+  QVERIFY(fields == printFieldCount || pages[0].contains(QStringLiteral("Ärzte & Pflege, final office, 3° €")));
+  checkWords(folder / "r.pdf");
+  checkPictures(folder / "r.pdf", pages.size());
+}
+
+void TreportTest::printerPrintsTheSame() {
+  const TprintFixture f(150);
+  const TtestFolder folder;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFileName(nameOf(folder / "printer.pdf"));
+  printer.setPageLayout(reportPageLayout(QPageSize(QPageSize::Letter), true));
+  const Treport report(f.table(), printer.pageLayout());
+  QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
+  QCOMPARE(printReport(report, printer, {1, 3}, goOn), ToutputResult::done);
+  QCOMPARE(pagesOf(folder / "printer.pdf"), pagesOf(folder / "r.pdf").mid(1, 2));
+}
+
+void TreportTest::nothingIsLeftOfAFailure() {
+  const TprintFixture f(150);
+  const Treport report(f.table(), reportPageLayout(usualPaper(), false));
+  const TtestFolder folder;
+  writeBytes(folder / "old.pdf", "old");
+  QCOMPARE(savePdf(report, nameOf(folder / "missing/r.pdf"), goOn), ToutputResult::failed);
+  QCOMPARE(savePdf(report, nameOf(folder.path()), goOn), ToutputResult::failed);
+  const auto untilThird = [](std::size_t page) { return page < 2; };
+  QCOMPARE(savePdf(report, nameOf(folder / "old.pdf"), untilThird), ToutputResult::cancelled);
+  QCOMPARE(namesIn(folder.path()), QByteArrayList{"old.pdf"});
+  QCOMPARE(bytesOf(folder / "old.pdf"), "old");
+}
+
+#include "reportTest.moc"

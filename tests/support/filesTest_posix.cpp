@@ -1,0 +1,38 @@
+#include <QTest>
+
+#include "support/fileSystem.h"
+#include "support/paths.h"
+#include "support/safeWrite.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+class TposixFilesTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void findsPathWithoutRegardToCase() {
+    const TtestFolder folder;
+    const auto found = [&] { return findPath(folder.path(), "DATA/eq.dat"); };
+    writeBytes(folder / "data2/eq.dat", "x");
+    QVERIFY(found() == folder / "DATA/eq.dat");
+    writeBytes(folder / "data/x", "x");
+    QVERIFY(found() == folder / "data/eq.dat");
+    for (const char* name : {"data/eq.dat", "Data/EQ.dat", "DATA/eq.dat"}) {
+      writeBytes(folder / name, "x");
+      QVERIFY2(found() == folder / name, name);
+    }
+  }
+
+  void replacedFileKeepsPermissionsAndLink() {
+    const TtestFolder folder;
+    writeBytes(folder / "real/file", "old");
+    std::filesystem::permissions(folder / "real/file", std::filesystem::perms(0604));
+    std::filesystem::create_symlink("real/file", folder / "link");
+    QVERIFY(replaceFile(diskFileSystem(), folder / "link", "new"));
+    QVERIFY(std::filesystem::is_symlink(folder / "link"));
+    QCOMPARE(bytesOf(folder / "real/file"), "new");
+    QCOMPARE(std::filesystem::status(folder / "real/file").permissions(), std::filesystem::perms(0604));
+  }
+};
+EQREC_TEST(TposixFilesTest);
+
+#include "filesTest_posix.moc"

@@ -1,0 +1,91 @@
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include "store/datastructs.h"
+#include "support/iniFile.h"
+#include "support/messageBox.h"
+#include "tools/analyzerProcess.h"
+#include "tools/messageRecorder.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+#include "tools/whenOpen.h"
+#include "upload/uploadCommand.h"
+
+/// The Upload command from the choice of the connection to the end.
+class TuploadCommandTest : public QObject {
+  Q_OBJECT
+
+ private:
+  TtestFolder folder_;
+  const TiniFile settings_{folder_ / "QT484pc.ini"};
+  TmessageRecorder messages_;
+  std::unique_ptr<QWidget> owner_;
+  TequipRecTable records_;
+
+  void upload() {
+    whenOpen("TcomSelectFrm", [](QWidget* selector) { in<QPushButton>(selector, "btnConnect")->click(); });
+    uploadRecords(owner_.get(), records_, settings_);
+  }
+
+ private slots:
+  void initTestCase() { QVERIFY(loadStandInDriver()); }
+  void init() {
+    owner_ = std::make_unique<QWidget>();
+    TequipRec record;
+    record.setText(fieldControlNum, std::string_view("A-1"));
+    records_.append(std::move(record));
+  }
+  void cleanup() { records_.removeAll(); }
+
+  void theWholeListArrives() {
+    TanalyzerProcess analyzer({QStringLiteral("--usb"), QStringLiteral("0")});
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    upload();
+    QCOMPARE(messages_.takeCaptions(), QByteArrayList());
+    QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
+    QVERIFY(bytesOf(folder_ / "QT484pc.ini").contains("DEFAULTCOMMMETHOD=1"));
+  }
+
+  void whatGoesWrongIsOneBox() {
+    qputenv("QT484_USB", "1");  // where nothing listens
+    upload();
+    QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
+    for (std::size_t i = 0; i < equipRecLimit; ++i) records_.append(TequipRec());
+    upload();
+    QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
+  }
+
+  void cancellingTheChoiceUploadsNothing() {
+    whenOpen("TcomSelectFrm", [](QWidget* selector) { in<QPushButton>(selector, "btnCancel")->click(); });
+    uploadRecords(owner_.get(), records_, settings_);
+    QCOMPARE(messages_.takeCaptions(), QByteArrayList());
+  }
+
+  void theOwnerMayGoInEachStep_data() {
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<int>("after");
+    QTest::newRow("in the choice") << QByteArray("silence@1") << 0;
+    QTest::newRow("in the greeting") << QByteArray("silence@handshake") << 200;
+    QTest::newRow("in the transfer") << QByteArray("silence@1") << 400;
+  }
+  void theOwnerMayGoInEachStep() {
+    QFETCH(QByteArray, fault);
+    QFETCH(int, after);
+    TanalyzerProcess analyzer(
+        {QStringLiteral("--usb"), QStringLiteral("0"), QStringLiteral("--fault"), QString::fromLatin1(fault)});
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    if (after > 0) {
+      QTimer::singleShot(after, this, [this] { owner_.reset(); });
+      upload();
+    } else {
+      whenOpen("TcomSelectFrm", [this](QWidget*) { owner_.reset(); });
+      uploadRecords(owner_.get(), records_, settings_);
+    }
+    QVERIFY(!owner_);
+    QCOMPARE(messages_.takeCaptions(), QByteArrayList());
+  }
+};
+EQREC_TEST(TuploadCommandTest);
+
+#include "commandTest.moc"

@@ -1,0 +1,196 @@
+#include <QTest>
+#include <QThread>
+#include <chrono>
+
+#include "tools/analyzerProcess.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+#include "upload/transfer.h"
+
+namespace {
+
+using Tclock = std::chrono::steady_clock;
+
+constexpr std::size_t blocks = 5;
+constexpr unsigned shortTimeOut = 100;
+
+/// What a fault of the analyzer becomes: s(uccess), t(ime-out), c(ommunications could not be established) or n(o
+/// device), at the handshake, the command, the first, middle and last block and after everything; "-" where the fault
+/// makes no sense.
+struct Tfault {
+  const char* kind;
+  const char* links;  ///< t(cp), s(erial), u(sb)
+  std::string_view outcomes;
+};
+constexpr std::array<Tfault, 20> faults = {
+    {{"silence", "tsu", "ttttt-"},      {"half", "tsu", "ttttt-"},           {"split", "tsu", "sssss-"},
+     {"wrong", "tsu", "tsccc-"},        {"wrong-end", "tsu", "-sccc-"},      {"stale", "tsu", "-sccc-"},
+     {"surplus", "tsu", "scccs-"},      {"late", "tsu", "sssss-"},           {"too-late", "tsu", "ttttt-"},
+     {"close", "t", "cccccs"},          {"ack-close", "t", "scccs-"},        {"reset", "t", "cccccs"},
+     {"unplug", "s", "cccccs"},         {"unplug", "u", "nnnnns"},           {"short-write", "u", "ccccc-"},
+     {"blocked-write", "ts", "ttttt-"}, {"blocked-write", "u", "ccccc-"},    {"noise", "tsu", "sccccs"},
+     {"garbage", "tsu", "s-----"},      {"short-handshake", "tsu", "t-----"}}};
+constexpr std::array<const char*, 6> places = {"handshake", "command", "1", "3", "5", "after"};
+
+QByteArray textOf(char outcome) {
+  switch (outcome) {
+    case 't':
+      return "Timeout Error.\nOperation Canceled.";
+    case 'c':
+      return "Could not establish communications with analyzer.\nOperation Canceled.";
+    case 'n':
+      return "No Deviced Attached.\nOperation Canceled.";
+    default:
+      return {};
+  }
+}
+
+/// The bytes that the analyzer has got when the exchange ends at a place.
+int bytesUntil(std::size_t place) {
+  constexpr std::array<std::size_t, 6> blocksSent = {0, 0, 1, 3, 5, 5};
+  return static_cast<int>(5 + blocksSent.at(place) * uploadBlockSize);
+}
+
+/// A view that cancels at a point in time.
+class Tview final : public TtransferView {
+ public:
+  Tclock::time_point cancelAt = Tclock::time_point::max();
+
+  bool isCancelled() const override { return Tclock::now() >= cancelAt; }
+  void showOperation(const char*) override {}
+  void showProgress(int) override {}
+};
+
+/// The simulated analyzer on one kind of link, and the way to it.
+class TanalyzerLink {
+ public:
+  TanalyzerLink(char link, const QString& fault, unsigned timeOut)
+      : link_(link),
+        analyzer_(optionsOf(link) + QStringList{QStringLiteral("--blocks"), QString::number(blocks),
+                                                QStringLiteral("--timeout"), QString::number(timeOut),
+                                                QStringLiteral("--fault"), fault}) {
+    if (link == 'u') qputenv("QT484_USB", QByteArray::number(analyzer_.port()));
+  }
+
+  TanalyzerProcess& analyzer() { return analyzer_; }
+
+  TuploadTransport transport() const {
+    const std::vector<TuploadEntry> none;
+    const auto method = static_cast<TuploadMethod>(std::string_view("uts").find(link_));
+    TuploadTransport transport = transportOf(TuploadCommStruct(method, 3, {127, 0, 0, 1}, none));
+    if (link_ == 't') std::get<TethernetParameters>(transport.parameters).port = analyzer_.port();
+    return transport;
+  }
+
+ private:
+  QStringList optionsOf(char link) {
+    if (link == 't') return {QStringLiteral("--tcp"), QStringLiteral("0")};
+    if (link == 'u') return {QStringLiteral("--usb"), QStringLiteral("0")};
+    qputenv("QT484_PORTS", folder_.path().c_str());
+    return {QStringLiteral("--serial"), QString::fromStdString((folder_ / "com3").string())};
+  }
+
+  char link_;
+  TtestFolder folder_;
+  TanalyzerProcess analyzer_;
+};
+
+}  // namespace
+
+/// Uploads against the simulated analyzer, over real sockets, pseudo-terminals and a loaded driver library.
+class TfaultMatrixTest : public QObject {
+  Q_OBJECT
+
+ private:
+  TcommStruct resources_;
+  Tview view_;
+  bool greeted_ = false;
+
+  /// Greets and, where that succeeds, sends three records on a worker thread; the text of the message, empty for
+  /// success.
+  QByteArray upload(const TuploadTransport& transport, unsigned timeOut) {
+    const TtransferSettings settings = {timeOut, uploadBlockSize};
+    const auto failure = greet(transport, resources_, view_, settings);
+    greeted_ = !failure;
+    if (failure) return failure->text;
+    const std::vector<TuploadEntry> entries = {makeUploadEntry("A-1", 1), makeUploadEntry("A-2", 500),
+                                               makeUploadEntry("A-3", 20)};
+    TuploadCommStruct data(TuploadMethod::usb, 1, {}, entries);
+    data.image.resize(blocks * uploadBlockSize);
+    TtransferResult result;
+    const std::unique_ptr<QThread> worker(
+        QThread::create([&] { result = transferImage(data.image, transport, resources_, view_, settings); }));
+    worker->start();
+    worker->wait();
+    return result.message ? QByteArray(result.message->text) : QByteArray(result.completed ? "" : "silently ended");
+  }
+
+ private slots:
+  void initTestCase() { QVERIFY(loadStandInDriver()); }
+  void init() { view_ = {}; }
+
+  void eachFaultHasItsOutcome_data() {
+    QTest::addColumn<char>("link");
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<std::size_t>("place");
+    QTest::addColumn<char>("outcome");
+    for (const Tfault& fault : faults) {
+      for (std::size_t place = 0; place < places.size(); ++place) {
+        const QByteArray name = QByteArray(fault.kind) + '@' + places.at(place);
+        const char outcome = fault.outcomes[place];
+        for (const char link : std::string_view(outcome == '-' ? "" : fault.links)) {
+          QTest::addRow("%c %s", link, name.constData()) << link << QString::fromLatin1(name) << place << outcome;
+        }
+      }
+    }
+  }
+  void eachFaultHasItsOutcome() {
+    QFETCH(char, link);
+    QFETCH(QString, fault);
+    QFETCH(std::size_t, place);
+    QFETCH(char, outcome);
+    const unsigned timeOut = fault.startsWith(QLatin1String("late")) ? 4 * shortTimeOut : shortTimeOut;
+    TanalyzerLink far(link, fault, timeOut);
+    const auto filesBefore = namesIn("/proc/self/fd").size();
+    const auto begin = Tclock::now();
+    QCOMPARE(upload(far.transport(), timeOut), textOf(outcome));
+    const auto elapsed = Tclock::now() - begin;
+    QCOMPARE(greeted_, place > 0 || outcome == 's');
+    if (outcome == 't') {
+      QVERIFY(elapsed >= std::chrono::milliseconds(timeOut) && elapsed < std::chrono::milliseconds(timeOut + 400));
+    }
+    QVERIFY(!resources_.isInUse());
+    QCOMPARE(namesIn("/proc/self/fd").size(), filesBefore);
+    if (outcome != 's') {
+      if (place > 0) far.analyzer().waitFor("closed");
+      const QByteArray closed = far.analyzer().waitFor("closed");
+      const bool stopsThere = !fault.contains(QLatin1String("-write")) && !fault.startsWith(QLatin1String("surplus"));
+      if (stopsThere) QVERIFY(closed.endsWith(": " + QByteArray::number(bytesUntil(place)) + " bytes"));
+    }
+    QCOMPARE(upload(far.transport(), 20 * shortTimeOut), QByteArray());
+    QCOMPARE(far.analyzer().waitFor("upload complete"), QByteArray("upload complete: 5 blocks, 3 records"));
+    QCOMPARE(far.analyzer().waitFor("record 3"), QByteArray("record 3: A-3, procedure 20"));
+  }
+
+  void cancellingTakesEffectAtOnce_data() {
+    QTest::addColumn<char>("link");
+    QTest::addColumn<QString>("place");
+    for (const char link : {'t', 's', 'u'}) {
+      for (const char* place : {"handshake", "command", "1", "5"}) {
+        QTest::addRow("%c at %s", link, place) << link << QString::fromLatin1(place);
+      }
+    }
+  }
+  void cancellingTakesEffectAtOnce() {
+    QFETCH(char, link);
+    QFETCH(QString, place);
+    TanalyzerLink far(link, QStringLiteral("silence@") + place, shortTimeOut);
+    view_.cancelAt = Tclock::now() + std::chrono::milliseconds(250);
+    QCOMPARE(upload(far.transport(), 5000), QByteArray("Operation Cancelled."));
+    QVERIFY(Tclock::now() < view_.cancelAt + std::chrono::milliseconds(150));
+    QVERIFY(!resources_.isInUse());
+  }
+};
+EQREC_TEST(TfaultMatrixTest);
+
+#include "faultMatrixTest.moc"

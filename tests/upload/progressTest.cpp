@@ -1,0 +1,153 @@
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <fstream>
+
+#include "comm/commStruct.h"
+#include "support/messageBox.h"
+#include "tools/analyzerProcess.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+#include "upload/progress.h"
+#include "upload/uploadImage.h"
+
+namespace {
+
+QStringList onAnyPort(const char* fault = nullptr) {
+  const QStringList arguments = {QStringLiteral("--usb"), QStringLiteral("0")};
+  return fault ? arguments + QStringList{QStringLiteral("--fault"), QString::fromLatin1(fault)} : arguments;
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool memoryTells = false;  // the sanitizers' own grows
+#else
+constexpr bool memoryTells = true;
+#endif
+constexpr int manyUploads = memoryTells ? 180 : 20;
+
+/// Pages of memory that this process has in use.
+long memoryInUse() {
+  long total = 0;
+  long resident = 0;
+  std::ifstream("/proc/self/statm") >> total >> resident;
+  return resident;
+}
+
+}  // namespace
+
+/// The progress dialog and its worker thread, with the simulated analyzer at the other end of the stand-in driver.
+class TprogressTest : public QObject {
+  Q_OBJECT
+
+ private:
+  const std::vector<TuploadEntry> entries_ = {makeUploadEntry("A-1", 1)};
+  const TuploadCommStruct upload_ = TuploadCommStruct(TuploadMethod::usb, 1, {}, entries_);
+  TcommStruct resources_;
+  QByteArrayList boxes_;
+  QThread* boxThread_ = nullptr;
+
+  /// An upload as the command does it.
+  int run(TfrmProgress& dialog) {
+    const int result = dialog.exec();
+    dialog.awaitWorker();
+    return result;
+  }
+
+ private slots:
+  void initTestCase() { QVERIFY(loadStandInDriver()); }
+  void init() {
+    boxes_.clear();
+    replaceMessageBox([this](QWidget*, const TmessageText& message, QMessageBox::StandardButtons) {
+      boxes_ << QByteArray(message.caption) + ": " + message.text;
+      boxThread_ = QThread::currentThread();
+      return QMessageBox::Ok;
+    });
+  }
+  void cleanup() { replaceMessageBox({}); }
+
+  void manyUploadsLeaveNothingBehind() {
+    TanalyzerProcess analyzer(onAnyPort());
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    const auto once = [this] {
+      TfrmProgress dialog(&upload_, &resources_, nullptr);
+      return run(dialog);
+    };
+    for (int i = 0; i < 20; ++i) QCOMPARE(once(), int(QDialog::Accepted));
+    const auto files = namesIn("/proc/self/fd").size();
+    const long memory = memoryInUse();
+    for (int i = 0; i < manyUploads; ++i) QCOMPARE(once(), int(QDialog::Accepted));
+    QCOMPARE(namesIn("/proc/self/fd").size(), files);
+    const long growth = memoryInUse() - memory;
+    QVERIFY2(growth < manyUploads || !memoryTells, qPrintable(QString::number(growth)));  // less than a page an upload
+    QCOMPARE(boxes_, QByteArrayList());
+    QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
+  }
+
+  void aFailureIsOneBoxOfTheUserInterfaceThread() {
+    TanalyzerProcess analyzer(onAnyPort("wrong@700"));
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    TfrmProgress dialog(&upload_, &resources_, nullptr);
+    QCOMPARE(run(dialog), int(QDialog::Rejected));
+    QCOMPARE(boxes_, QByteArrayList{"Error: Could not establish communications with analyzer.\nOperation Canceled."});
+    QCOMPARE(boxThread_, thread());
+  }
+
+  void cancelAndEscapeEndItWithOneBox_data() {
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("button") << false;
+    QTest::newRow("Esc") << true;
+  }
+  void cancelAndEscapeEndItWithOneBox() {
+    QFETCH(bool, byKey);
+    TanalyzerProcess analyzer(onAnyPort("silence@700"));
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    TfrmProgress dialog(&upload_, &resources_, nullptr);
+    QTimer::singleShot(300, &dialog, [&] {
+      if (byKey) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+      } else {
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("btnCancel")), Qt::LeftButton);
+      }
+      QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(run(dialog), int(QDialog::Rejected));
+    QCOMPARE(boxes_, QByteArrayList{"Error: Operation Cancelled."});
+    QVERIFY(!resources_.isInUse());
+  }
+
+  /// The worker may be anywhere: in the exchange, or waiting for the answer to a box that is open.
+  void destroyingTheOwnerJoinsTheWorker_data() {
+    QTest::addColumn<QByteArray>("fault");
+    QTest::newRow("in the exchange") << QByteArray("silence@700");
+    QTest::newRow("with its box open") << QByteArray("wrong@700");
+  }
+  void destroyingTheOwnerJoinsTheWorker() {
+    QFETCH(QByteArray, fault);
+    TanalyzerProcess analyzer(onAnyPort(fault.constData()));
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    replaceMessageBox({});
+    auto owner = std::make_unique<QWidget>();
+    const QPointer<TfrmProgress> dialog = new TfrmProgress(&upload_, &resources_, owner.get());
+    QTimer::singleShot(400, this, [&] { owner.reset(); });
+    dialog->exec();
+    QVERIFY(dialog.isNull());
+    QVERIFY(!resources_.isInUse());
+  }
+
+  void quittingTheApplicationJoinsTheWorker() {
+    TanalyzerProcess analyzer(onAnyPort("silence@700"));
+    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    QTimer::singleShot(0, this, [this] {
+      TfrmProgress dialog(&upload_, &resources_, nullptr);
+      QTimer::singleShot(200, qApp, &QCoreApplication::quit);
+      run(dialog);
+    });
+    QCoreApplication::exec();
+    QVERIFY(!resources_.isInUse());
+    QCOMPARE(boxes_, QByteArrayList());
+  }
+};
+EQREC_TEST(TprogressTest);
+
+#include "progressTest.moc"
