@@ -35,7 +35,9 @@ QString Ttour::choosePrint() {
     picture(print.window(), QStringLiteral("print"));
     print.press(Qt::Key_Escape);
   });
-  expect(fileContent(list_, QStringLiteral("EquipmentRecord.ini")).contains("[PRINT]\nCONTROLNUM=1\n"),
+  expect(fileContent(list_, QStringLiteral("EquipmentRecord.ini"))
+             .replace("\r\n", "\n")
+             .contains("[PRINT]\nCONTROLNUM=1\n"),
          QStringLiteral("the choices are not stored"));
   return QStringLiteral("the three selected records are preset; choices are kept, also after Cancel");
 }

@@ -111,7 +111,7 @@ QString Ttour::leaveWithKeyboard() {
   expect(fileContent(list_, dataFile) == data && fileContent(list_, infoFile) == info,
          QStringLiteral("the files are not what they were"));
   const QByteArray settings = fileContent(list_, QStringLiteral("EquipmentRecord.ini"));
-  expect(settings.contains("SORTASC=0\n"), QStringLiteral("the sort order was not stored"));
+  expect(settings.contains("SORTASC=0"), QStringLiteral("the sort order was not stored"));
   return QStringLiteral("records saved to the byte, layout stored, back in the host");
 }
 

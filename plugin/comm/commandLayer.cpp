@@ -1,6 +1,7 @@
 #include "comm/commandLayer.h"
 
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <thread>
 
@@ -9,6 +10,7 @@
 namespace {
 
 using std::chrono::milliseconds;
+using Tclock = std::chrono::steady_clock;
 
 constexpr milliseconds replySlot(50);
 constexpr milliseconds acknowledgementSlot(10);
@@ -64,14 +66,17 @@ int VMRcommClass::putData(const char* command, std::size_t length, const void* b
   return commSuccess;
 }
 
-/// Waits for bytes, slot by slot, as long as the channel's time-out. False where the link was lost.
+/// Waits for bytes, slot by slot, as long as the channel's time-out. False where the link was lost. Each slot has its
+/// end on the clock, so that what a busy machine adds to one does not add up to a longer time-out.
 bool VMRcommClass::awaitBytes(std::size_t count, milliseconds slot) {
   const auto length = static_cast<unsigned>(slot.count());
   const unsigned slots = timeOut() < length ? 1 : timeOut() / length;
+  auto slotEnd = Tclock::now();
   for (unsigned passed = 0; passed < slots; ++passed) {
     TDataCommClass::pumpMessages();
     requireNotCancelled();
-    const TcommWait wait = channel().waitForBytes(count, slot);
+    slotEnd += slot;
+    const TcommWait wait = channel().waitForBytes(count, std::chrono::ceil<milliseconds>(slotEnd - Tclock::now()));
     if (wait != TcommWait::slotOver) return wait == TcommWait::arrived;
   }
   closeWith(commFailed);

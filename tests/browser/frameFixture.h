@@ -17,7 +17,7 @@ class TframeFixture {
   TframeFixture();
 
   void writeIni(const QByteArray& text) const { writeBytes(folder / "EquipmentRecord.ini", text); }
-  QByteArray ini() const { return bytesOf(folder / "EquipmentRecord.ini"); }
+  QByteArray ini() const { return linesOf(folder / "EquipmentRecord.ini"); }
   QByteArray data() const { return bytesOf(folder / "DATA/eq.dat"); }
 
   /// Builds the frame, shows it and waits until it is there.

@@ -134,7 +134,7 @@ void TrecordListTest::exportIsWrittenToTheLetter() {
   list.search({"", "", "", "near"});
   add(list, "x,1", "\"q\" \xE4", "", 500);
   QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::done);
-  QCOMPARE(bytesOf(folder / "e.csv"),
+  QCOMPARE(linesOf(folder / "e.csv"),
            "<index>,<control nun>,<description>,<manufacturer>,<model>,<test procedure num>,<test procedure title>,"
            "<custom1>,<custom2>,<custom3>\n2,c,,s\xFC"
            "d & co,,2,,,,near 123\n4,x,1,\"q\" \xE4,,,500,,,,\n");
@@ -142,12 +142,12 @@ void TrecordListTest::exportIsWrittenToTheLetter() {
     add(list, std::to_string(i).c_str(), "long enough for several windows", "", 7);
   list.clearSearch();
   QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::done);
-  const QByteArray all = bytesOf(folder / "e.csv");
+  const QByteArray all = linesOf(folder / "e.csv");
   QCOMPARE(all.count('\n'), qsizetype(list.view().count() + 1));
   QVERIFY(all.endsWith(",19999,long enough for several windows,,,7,,,,\n") && !all.contains('\0'));
   list.search({"nowhere", "", "", ""});
   QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::nothingToExport);
-  QCOMPARE(bytesOf(folder / "e.csv"), "");
+  QCOMPARE(linesOf(folder / "e.csv"), "");
   QVERIFY(exportRecords(list.view(), list.titles(), folder.path()) == TexportResult::notOpened);
 }
 

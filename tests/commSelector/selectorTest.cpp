@@ -50,7 +50,7 @@ struct TselectorFixture {
     for (const char* name : {"IP1", "IP2", "IP3", "IP4"}) texts << control(name)->text().toLatin1();
     return texts.join('.') + ' ' + form->focusWidget()->objectName().toLatin1();
   }
-  QByteArray ini() const { return bytesOf(folder / "q.ini"); }
+  QByteArray ini() const { return linesOf(folder / "q.ini"); }
 
   TtestFolder folder;
   TmessageRecorder messages;

@@ -106,7 +106,7 @@ class TeditorFixture {
     QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
   }
   QTableView* list() const { return control<QTableView>("lstTestProc"); }
-  QByteArray ini() const { return bytesOf(folder / "e.ini"); }
+  QByteArray ini() const { return linesOf(folder / "e.ini"); }
 
   TtestFolder folder;
   std::unique_ptr<TeditorBrowser> browser = std::make_unique<TeditorBrowser>();

@@ -106,7 +106,7 @@ struct TimportFixture {
 
   TtestFolder folder;
   std::filesystem::path file = folder / "f.csv";
-  QString name = QString::fromStdString(file);
+  QString name = QString::fromStdString(file.string());
   TmessageRecorder messages;
   TequipRecTable records;
   std::unique_ptr<QWidget> host = std::make_unique<QWidget>();
@@ -123,7 +123,7 @@ void TdialogsTest::optionsDecideAboutContinue() {
     auto* delimiters = in<QComboBox>(options, "ComboBoxDelimiter");
     const auto offered = [=] { return in<QWidget>(options, "BtnContinue")->isEnabled(); };
     QVERIFY(offered() && !other->isVisible());
-    for (const QString& none : {QString::fromStdString(f.folder.path()), f.name + u'x', QString()}) {
+    for (const QString& none : {QString::fromStdString(f.folder.path().string()), f.name + u'x', QString()}) {
       edit->setText(none);
       QVERIFY(!offered());
     }
@@ -139,7 +139,7 @@ void TdialogsTest::optionsDecideAboutContinue() {
     QTest::keyClick(options, Qt::Key_Escape);
   };
   QCOMPARE(f.import("", {{"TEquipRecImportOptions", choose}}), int{QDialog::Rejected});
-  QVERIFY(bytesOf(f.folder / "e.ini").endsWith("f.csv\nDelimiter=2\nUserDelimiter=#\nStartRow=2\nQuotes=0\n"));
+  QVERIFY(linesOf(f.folder / "e.ini").endsWith("f.csv\nDelimiter=2\nUserDelimiter=#\nStartRow=2\nQuotes=0\n"));
 }
 
 void TdialogsTest::importGoesThroughAllDialogs() {
@@ -238,7 +238,7 @@ void TdialogsTest::hostMayGoAnyTime() {
 
 void TdialogsTest::exportComesBackThroughTheFrame() {
   TframeFixture f;
-  f.writeIni("[Import]\nStartRow=2\nFilename=" + QByteArray::fromStdString(f.folder / "export.csv") + "\n");
+  f.writeIni("[Import]\nStartRow=2\nFilename=" + QByteArray::fromStdString((f.folder / "export.csv").string()) + "\n");
   f.open();
   f.pressHeading(1);
   push(f.frame.get(), "btnExport");

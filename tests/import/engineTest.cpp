@@ -126,7 +126,7 @@ void TengineTest::mappingIsRemembered() {
   const TiniFile ini(folder / "e.ini");
   QVERIFY(!TcolumnMapping::load(ini, 9));
   TcolumnMapping{{3, 0, 1, 2, 0, 9, 0, 10}}.save(ini);
-  QCOMPARE(bytesOf(folder / "e.ini"),
+  QCOMPARE(linesOf(folder / "e.ini"),
            "[Import]\nDeviceID=3\nDesc=0\nMake=1\nModel=2\nCustom1=0\nCustom2=9\nCustom3=0\nTestProc=10\n");
   QVERIFY(TcolumnMapping::load(ini, 9)->columns == (std::array{3, 0, 1, 2, 0, 9, 0, 0}));
   QByteArray characters;

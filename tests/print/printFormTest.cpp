@@ -74,7 +74,7 @@ void TprintFormTest::choicesAreReadAndKept() {
   f.click("radLandscape");
   QVERIFY(in<QPushButton>(f.form.get(), "btnPdf")->isEnabled());
   f.form->close();
-  QCOMPARE(bytesOf(f.folder / "e.ini"),
+  QCOMPARE(linesOf(f.folder / "e.ini"),
            "[PRINT]\nCONTROLNUM=0\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTESTPROC=0\nTITLE=0\nCUSTOM1=0\nCUSTOM2=0\n"
            "CUSTOM3=1\nLANDSCAPE=1\n");
   f.form = std::make_unique<TEquipRecPrint>(f.records.job(), TiniFile(f.folder / "e.ini"), nullptr);

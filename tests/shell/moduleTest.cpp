@@ -1,11 +1,11 @@
 #include <QLibrary>
-#include <QProcess>
 #include <QTableView>
 #include <QTest>
 #include <memory>
 #include <stdexcept>
 
 #include "shell/entryPoints.h"
+#include "shell/exportedNames.h"
 #include "shell/hostInterface.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -82,13 +82,7 @@ class TmoduleTest : public QObject {
 EQREC_TEST(TmoduleTest);
 
 void TmoduleTest::exportsNineNamesAndNoTenth() {
-  QProcess lister;
-  lister.start(QStringLiteral(EQREC_SYMBOL_LISTER),
-               {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"), QStringLiteral("--format=just-symbols"),
-                QStringLiteral(EQREC_MODULE)});
-  QVERIFY2(lister.waitForFinished(), qPrintable(lister.errorString()));
-  QByteArrayList names = lister.readAllStandardOutput().split('\n');
-  names.removeAll({});
+  QByteArrayList names = exportedNames(EQREC_MODULE);
   std::sort(names.begin(), names.end());
   QCOMPARE(names.join(' '),
            "Finalize Initialize getConfigButton getConfigForm getMainButton getMainForm initialize pshutdown setup");

@@ -2,6 +2,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include "simulator/serialHost.h"
 #include "simulator/testHost.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -21,7 +22,9 @@ class Trunning {
     program.start(QStringLiteral(QT484_ANALYZER), options.split(u' '));
   }
   ~Trunning() {
-    program.terminate();
+    program.terminate();  // which not every system's programs take notice of
+    if (program.waitForFinished(200)) return;
+    program.kill();
     program.waitForFinished(patience);
   }
   Trunning(const Trunning&) = delete;
@@ -30,14 +33,15 @@ class Trunning {
   /// Waits until this was printed so many times.
   bool prints(const QByteArray& text, int times = 1) {
     do {
-      printed += program.readAll();
+      printed += program.readAll().replace("\r\n", "\n");
     } while (printed.count(text) < times && program.waitForReadyRead(patience));
     return printed.count(text) >= times;
   }
   TtestHost open() {
     if (!prints("\n")) return {};
     const QByteArray where = printed.first(printed.indexOf('\n')).split(' ').last();
-    return openHost(link_, link_ == "serial" ? QByteArray((folder / where.constData()).c_str()) : where);
+    return openHost(link_,
+                    link_ == "serial" ? QByteArray::fromStdString((folder / where.constData()).string()) : where);
   }
 
   const TtestFolder folder;
@@ -54,7 +58,8 @@ QByteArray sampleImage() {
 
 void eachLink() {
   QTest::addColumn<QByteArray>("link");
-  for (const char* link : {"tcp", "serial", "usb"}) QTest::newRow(link) << QByteArray(link);
+  for (const char* link : {"tcp", "usb"}) QTest::newRow(link) << QByteArray(link);
+  if (hasSerialLink) QTest::newRow("serial") << QByteArray("serial");
 }
 
 }  // namespace
@@ -79,7 +84,7 @@ void TanalyzerProgramTest::takesUpload() {
   QCOMPARE(exchange(analyzer.open(), sampleImage()), "done");
   QVERIFY(analyzer.program.waitForFinished(patience));
   QCOMPARE(analyzer.program.exitCode(), 0);
-  analyzer.printed += analyzer.program.readAll();
+  analyzer.printed += analyzer.program.readAll().replace("\r\n", "\n");
   QCOMPARE(analyzer.printed.sliced(analyzer.printed.indexOf('\n') + 1),
            "connected " + link + "\nhandshake\nupload started\nupload complete: 6 blocks, 2 records\n" +
                "record 1: A-1, procedure 12\nrecord 2: T\xFCr 17 character!, procedure 500\n" +  //
@@ -94,8 +99,10 @@ void TanalyzerProgramTest::playsFaultOfLink_data() {
   QTest::newRow("close@command") << QByteArray("tcp") << QByteArray("0 answered ");
   QTest::newRow("reset@3") << QByteArray("tcp") << QByteArray("3 answered ");
   QTest::newRow("ack-close@last") << QByteArray("tcp") << QByteArray("done");
-  QTest::newRow("unplug@3") << QByteArray("serial") << QByteArray("3 answered ");
-  QTest::newRow("unplug@after") << QByteArray("serial") << QByteArray("done");
+  if (hasSerialLink) {
+    QTest::newRow("unplug@3") << QByteArray("serial") << QByteArray("3 answered ");
+    QTest::newRow("unplug@after") << QByteArray("serial") << QByteArray("done");
+  }
   QTest::newRow("unplug@last") << QByteArray("usb") << QByteArray("6 answered ");
   QTest::newRow("short-write@command") << QByteArray("usb") << QByteArray("0 took 2");
   QTest::newRow("blocked-write@2") << QByteArray("usb") << QByteArray("2 took 132");

@@ -1,14 +1,11 @@
 #include "simulator/testHost.h"
 
-#include <QFile>
 #include <QLibrary>
 #include <QTcpSocket>
 #include <QTest>
-#include <fcntl.h>
-#include <poll.h>
-#include <termios.h>
 
 #include "simulator/d2xx/ftd2xx.h"
+#include "simulator/serialHost.h"
 
 namespace {
 
@@ -27,25 +24,6 @@ TtestHost openTcp(const QByteArray& port) {
     return socket->read(count);
   };
   return socket->waitForConnected(patience) ? TtestHost{write, read} : TtestHost();
-}
-
-TtestHost openSerial(const QByteArray& path) {
-  const auto port = std::make_shared<QFile>(QFile::decodeName(path));
-  if (!port->open(QIODevice::ReadWrite | QIODevice::Unbuffered)) return {};
-  termios mode{};
-  tcgetattr(port->handle(), &mode);
-  cfmakeraw(&mode);
-  tcsetattr(port->handle(), TCSAFLUSH, &mode);
-  const auto read = [port](qsizetype count) {
-    QByteArray bytes;
-    for (pollfd ready{port->handle(), POLLIN, 0}; bytes.size() < count && poll(&ready, 1, patience) > 0;) {
-      const QByteArray more = port->read(count - bytes.size());
-      if (more.isEmpty()) break;
-      bytes += more;
-    }
-    return bytes;
-  };
-  return {[port](const QByteArray& bytes) { return port->write(bytes); }, read};
 }
 
 /// A function of the driver's library, loaded as a program loads it.
@@ -80,7 +58,7 @@ TtestHost openUsb(const QByteArray& port) {
 }  // namespace
 
 TtestHost openHost(const QByteArray& link, const QByteArray& where) {
-  return link == "tcp" ? openTcp(where) : link == "usb" ? openUsb(where) : openSerial(where);
+  return link == "tcp" ? openTcp(where) : link == "usb" ? openUsb(where) : openSerialHost(where);
 }
 
 QByteArray imageEntry(const QByteArray& id, int procedure) {

@@ -1,5 +1,4 @@
 #include <QTest>
-#include <malloc.h>
 
 #include "store/equipRecFiles.h"
 #include "store/loadReport.h"
@@ -7,6 +6,7 @@
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
+#include "tools/testPlatform.h"
 
 namespace {
 
@@ -120,11 +120,10 @@ class TrecordsTest : public QObject {
   }
 
   void fullTableIsSmall() {
-    const auto bytesInUse = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
-    const std::size_t before = bytesInUse();
+    const std::size_t before = allocatedBytes();
     TequipRecTable table;
     for (std::size_t i = 0; i < equipRecLimit; ++i) table.append(TequipRec());
-    const std::size_t each = (bytesInUse() - before) / equipRecLimit;
+    const std::size_t each = (allocatedBytes() - before) / equipRecLimit;
     if (each == 0) QSKIP("This allocator does not count");
     QVERIFY2(each > 317 && each <= 400, qPrintable(QString::number(each)));
   }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QByteArrayList>
 #include <QStringList>
-#include <sys/types.h>
+
+#include "tools/childProcess.h"
 
 /// Loads the stand-in USB driver, which is then found by its name alone. False where it cannot be.
 bool loadStandInDriver();
@@ -11,9 +11,6 @@ bool loadStandInDriver();
 class TanalyzerProcess {
  public:
   explicit TanalyzerProcess(const QStringList& arguments);
-  TanalyzerProcess(const TanalyzerProcess&) = delete;
-  TanalyzerProcess& operator=(const TanalyzerProcess&) = delete;
-  ~TanalyzerProcess();
 
   /// The port that it listens on.
   int port() const { return listening_.split(' ').value(2).toInt(); }
@@ -24,8 +21,7 @@ class TanalyzerProcess {
  private:
   bool readMore();
 
-  pid_t process_ = -1;
-  int output_ = -1;
+  TchildProcess process_;
   QByteArray unread_;
   QByteArray listening_;
 };

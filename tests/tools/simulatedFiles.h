@@ -8,7 +8,7 @@
 
 #include "support/fileSystem.h"
 
-/// Files by path, with their content.
+/// Files by path, with their content. Paths are written with slashes here, whatever the system writes.
 using TfileMap = std::map<std::string, std::string>;
 
 /// A disk with what has reached it for good and what has not. Values: a copy is a disk of its own.
@@ -103,29 +103,31 @@ class TsimulatedFiles final : public TfileSystem {
   TreadResult read(const Tpath& path, std::string& content) override {
     if (!stamp(path)) return TreadResult::notOpened;
     if (fails("read", path)) return TreadResult::readFailed;
-    content = disk().contentOf(path);
+    content = disk().contentOf(path.generic_string());
     return fails("closeRead", path) ? TreadResult::closeFailed : TreadResult::done;
   }
   std::optional<TfileStamp> stamp(const Tpath& path) override {
-    return disk().names.contains(path) ? std::optional(TfileStamp{disk().names.at(path)}) : std::nullopt;
+    return disk().names.contains(path.generic_string())
+               ? std::optional(TfileStamp{disk().names.at(path.generic_string())})
+               : std::nullopt;
   }
   bool isWritable(const Tpath& path) override { return !fails("isWritable", path); }
   std::unique_ptr<TfileWriter> create(const Tpath& path, const Tpath&) override {
     if (fails("create", path)) return nullptr;
-    if (!stamp(path)) disk().change({"", path, disk().nodes.size()});
-    const std::size_t node = disk().names[path];
+    if (!stamp(path)) disk().change({"", path.generic_string(), disk().nodes.size()});
+    const std::size_t node = disk().names[path.generic_string()];
     disk().nodes.resize(std::max(disk().nodes.size(), node + 1));
     disk().nodes[node].content.clear();
     return std::make_unique<Twriter>(*this, path, node);
   }
   bool rename(const Tpath& from, const Tpath& to) override {
     if (!stamp(from) || fails("rename", from)) return false;
-    disk().change({from, to, disk().names[from]});
+    disk().change({from.generic_string(), to.generic_string(), disk().names[from.generic_string()]});
     return true;
   }
   bool remove(const Tpath& path) override {
     if (fails("remove", path)) return false;
-    if (stamp(path)) disk().change({path, ""});
+    if (stamp(path)) disk().change({path.generic_string(), ""});
     return true;
   }
   bool flushFolder(const Tpath& folder) override {
@@ -164,7 +166,7 @@ class TsimulatedFiles final : public TfileSystem {
   /// Counts an operation in, and tells whether it is to fail.
   bool fails(const QByteArray& operation, const Tpath& path) {
     history.push_back(disk());
-    const QByteArray name = operation + ' ' + path.filename().c_str();
+    const QByteArray name = operation + ' ' + QByteArray::fromStdString(path.filename().string());
     operations << name;
     const QByteArray numbered = name + ' ' + QByteArray::number(operations.count(name));
     const auto number = operations.size();

@@ -16,9 +16,15 @@ QByteArray bytesOf(const std::filesystem::path& path) {
   return QByteArray("") + QByteArray::fromStdString({std::istreambuf_iterator<char>(in), {}});
 }
 
+QByteArray linesOf(const std::filesystem::path& path) {
+  return bytesOf(path).replace("\r\n", "\n");
+}
+
 QByteArrayList namesIn(const std::filesystem::path& folder) {
   QByteArrayList names;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) names << entry.path().filename().c_str();
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    names << QByteArray::fromStdString(entry.path().filename().string());
+  }
   std::sort(names.begin(), names.end());
   return names;
 }

@@ -21,5 +21,8 @@ void writeBytes(const std::filesystem::path& path, const QByteArray& bytes);
 /// A file's bytes; null where it cannot be read.
 QByteArray bytesOf(const std::filesystem::path& path);
 
+/// A text's lines, each ended by a line feed, whatever the system ends them with.
+QByteArray linesOf(const std::filesystem::path& path);
+
 /// The names in a folder, sorted.
 QByteArrayList namesIn(const std::filesystem::path& folder);

@@ -1,0 +1,120 @@
+#include <QAbstractButton>
+#include <QApplication>
+#include <QListWidget>
+#include <QProcess>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBrowser>
+#include <functional>
+
+#include "help/guideFiles.h"
+#include "help/helpViewer.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+namespace {
+
+QWidgetList openHelp() {
+  QWidgetList windows;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == QStringLiteral("ThelpWindow") && window->isVisible()) windows << window;
+  }
+  return windows;
+}
+
+template <typename T>
+T* control(const char* name) {
+  return openHelp().value(0)->findChild<T*>(QString::fromLatin1(name));
+}
+
+QTextBrowser* page() {
+  return control<QTextBrowser>("txtPage");
+}
+
+void clickLink(const QString& target) {
+  QTextCursor cursor(page()->document());
+  while (cursor.charFormat().anchorHref() != target && cursor.movePosition(QTextCursor::NextCharacter)) continue;
+  page()->setTextCursor(cursor);
+  page()->ensureCursorVisible();
+  QTest::mouseClick(page()->viewport(), Qt::LeftButton, {}, page()->cursorRect(cursor).center());
+}
+
+const QString startPage = QStringLiteral("EquipmentRecord.html");
+const QString messagesPage = QStringLiteral("messages.html");
+
+}  // namespace
+
+/// The window that shows the guide.
+class ThelpViewerTest : public QObject {
+  Q_OBJECT
+
+  std::unique_ptr<QWidget> owner_;
+  std::unique_ptr<ThelpViewer> viewer_;
+
+ private slots:
+  void init();
+  void compiledFileHoldsEveryFileAsItIs();
+  void linksAndButtonsTurnPages();
+  void contentsTurnPages();
+  void closesAndOpensAgain();
+};
+EQREC_TEST(ThelpViewerTest);
+
+void ThelpViewerTest::init() {
+  viewer_ = makeHelpViewer();
+  owner_ = std::make_unique<QWidget>();
+  owner_->show();
+  viewer_->show({}, owner_.get());
+}
+
+void ThelpViewerTest::compiledFileHoldsEveryFileAsItIs() {
+  const TtestFolder unpacked;
+  QProcess::execute(QStringLiteral(EQREC_CHMLS),
+                    {QStringLiteral("extractall"), QStringLiteral(COMPILED_GUIDE_FOLDER "/EquipmentRecord.chm"),
+                     QString::fromStdString(unpacked.path().string())});
+  for (const QString& name : guideFiles(
+           {QStringLiteral("*.html"), QStringLiteral("*.css"), QStringLiteral("*.png"), QStringLiteral("*.hhc")})) {
+    QVERIFY2(bytesOf(unpacked / name.toStdString()) == bytesOf(guide / name.toStdString()), qPrintable(name));
+  }
+}
+
+void ThelpViewerTest::linksAndButtonsTurnPages() {
+  QCOMPARE(page()->source().fileName(), startPage);
+  QCOMPARE(page()->horizontalScrollBar()->maximum(), 0);  // the picture fits
+  clickLink(messagesPage);
+  QCOMPARE(page()->source().fileName(), messagesPage);
+  clickLink(QStringLiteral("#nodata"));
+  QVERIFY(page()->verticalScrollBar()->value() > 0);
+  control<QAbstractButton>("btnBack")->click();
+  control<QAbstractButton>("btnBack")->click();
+  QCOMPARE(page()->source().fileName(), startPage);
+  QTest::keyClick(page(), Qt::Key_Right, Qt::AltModifier);
+  QCOMPARE(page()->source().fileName(), messagesPage);
+  control<QAbstractButton>("btnContents")->click();
+  QCOMPARE(page()->source().fileName(), startPage);
+}
+
+void ThelpViewerTest::contentsTurnPages() {
+  auto* contents = control<QListWidget>("lstContents");
+  for (int row = 0; row < contents->count(); ++row) {
+    contents->setCurrentRow(row);
+    QVERIFY2(page()->toPlainText().startsWith(contents->item(row)->text()), qPrintable(contents->item(row)->text()));
+  }
+  viewer_->show({}, owner_.get());
+  QCOMPARE(openHelp().size(), 1);
+  QCOMPARE(contents->currentRow(), 0);
+}
+
+void ThelpViewerTest::closesAndOpensAgain() {
+  const std::vector<std::function<void()>> ways = {
+      [] { QTest::keyClick(page(), Qt::Key_Escape); }, [this] { viewer_->closeAll(); },
+      [] { makeHelpViewer()->closeAll(); }, [this] { viewer_ = makeHelpViewer(); }, [this] { owner_.reset(); }};
+  for (const auto& close : ways) {
+    close();
+    QVERIFY(openHelp().isEmpty());
+    viewer_->show({}, owner_.get());
+    QCOMPARE(openHelp().size(), 1);
+  }
+}
+
+#include "helpViewerTest_posix.moc"

@@ -1,0 +1,46 @@
+#include <QTest>
+#include <QWidget>
+#include <windows.h>
+
+#include "help/helpViewer.h"
+#include "tools/testList.h"
+
+namespace {
+
+/// The system's windows for help that this process has open.
+int helpWindows() {
+  int count = 0;
+  const auto look = [](HWND window, LPARAM counter) -> BOOL {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    std::array<char, 64> name{};
+    GetClassNameA(window, name.data(), name.size());
+    const bool isHelp = process == GetCurrentProcessId() && QByteArray(name.data()).startsWith("HH ");
+    if (isHelp && IsWindowVisible(window)) ++*reinterpret_cast<int*>(counter);
+    return TRUE;
+  };
+  EnumWindows(look, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+}  // namespace
+
+/// The system's viewer of compiled help.
+class ThelpViewerTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void closesAndOpensAgain() {
+    QWidget owner;
+    owner.show();
+    auto viewer = makeHelpViewer();
+    for (int i = 0; i < 2; ++i) {
+      viewer->show(COMPILED_GUIDE_FOLDER, &owner);
+      QTRY_COMPARE(helpWindows(), 1);
+      viewer->closeAll();
+      QTRY_COMPARE(helpWindows(), 0);
+    }
+  }
+};
+EQREC_TEST(ThelpViewerTest);
+
+#include "helpViewerTest_win32.moc"

@@ -1,0 +1,36 @@
+#include <cstdlib>
+#include <winsock2.h>
+
+#include "tools/childProcess.h"
+
+// The analyzer runs on the machine beneath, where pseudo-terminals play serial ports: tools/windows/start-analyzers
+// starts one for each connection to it, passes on what it prints, and ends it with the connection.
+TchildProcess::TchildProcess(const QByteArrayList& arguments) {
+  WSADATA data{};
+  WSAStartup(MAKEWORD(2, 2), &data);
+  sockaddr_in starter{};
+  starter.sin_family = AF_INET;
+  starter.sin_port = htons(static_cast<u_short>(qEnvironmentVariableIntValue("QT484_STARTER")));
+  starter.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  const SOCKET socket = ::socket(AF_INET, SOCK_STREAM, 0);
+  output_ = static_cast<std::intptr_t>(socket);
+  if (connect(socket, reinterpret_cast<const sockaddr*>(&starter), sizeof starter) != 0) {
+    qFatal("QT484_STARTER: nothing there starts analyzers");
+  }
+  const QByteArray line = arguments.join('\t') + '\n';
+  send(socket, line.constData(), static_cast<int>(line.size()), 0);
+}
+
+TchildProcess::~TchildProcess() {
+  closesocket(static_cast<SOCKET>(output_));
+  WSACleanup();
+}
+
+QByteArray TchildProcess::readMore() {
+  constexpr int patience = 20000;  // ms
+  WSAPOLLFD waiting{static_cast<SOCKET>(output_), POLLRDNORM, 0};
+  if (WSAPoll(&waiting, 1, patience) <= 0) return {};
+  QByteArray buffer(4096, '\0');
+  const int count = recv(waiting.fd, buffer.data(), static_cast<int>(buffer.size()), 0);
+  return buffer.first(std::max(count, 0));
+}

@@ -1,0 +1,26 @@
+#include <fstream>
+#include <malloc.h>
+#include <unistd.h>
+
+#include "tools/testFiles.h"
+#include "tools/testPlatform.h"
+
+std::size_t openHandles() {
+  return static_cast<std::size_t>(namesIn("/proc/self/fd").size());
+}
+
+std::size_t memoryInUse() {
+  std::size_t total = 0;
+  std::size_t resident = 0;
+  std::ifstream("/proc/self/statm") >> total >> resident;
+  return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+std::size_t allocatedBytes() {
+  return mallinfo2().uordblks + mallinfo2().hblkhd;
+}
+
+QString linkOfPort3(const TtestFolder& folder) {
+  qputenv("QT484_PORTS", folder.path().c_str());
+  return QString::fromStdString((folder / "com3").string());
+}
