@@ -28,6 +28,18 @@ TsocketError kindOf(QAbstractSocket::SocketError error, TcommState state) {
   return error == QAbstractSocket::RemoteHostClosedError ? TsocketError::disconnect : TsocketError::general;
 }
 
+/// Runs the event loop until the socket's state changes, for one slot at most. The timer goes with the wait: a static
+/// single shot would stay with the application, which may outlive the module and its code.
+void runSlot(const QTcpSocket& socket) {
+  QEventLoop loop;
+  QTimer slot;
+  slot.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&socket, &QTcpSocket::stateChanged, &loop, &QEventLoop::quit);
+  QObject::connect(&slot, &QTimer::timeout, &loop, &QEventLoop::quit);
+  slot.start(slotLength);
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
 }  // namespace
 
 void TDataCommClass::openEthernet() {
@@ -63,10 +75,7 @@ void TDataCommClass::awaitConnection() {
     if (state_ == TcommState::connected) return;
     if (refused_) throw TinitializationException();
     if (cancelRequested()) throw ToperationCancelledException();
-    QEventLoop loop;
-    QObject::connect(socket, &QTcpSocket::stateChanged, &loop, &QEventLoop::quit);
-    QTimer::singleShot(slotLength, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    runSlot(*socket);
   }
   if (state_ == TcommState::connected) return;
   if (refused_) throw TinitializationException();

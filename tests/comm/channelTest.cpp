@@ -1,3 +1,4 @@
+#include <QAbstractEventDispatcher>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
@@ -209,6 +210,7 @@ class TchannelTest : public QObject {
     const int port = server.serverPort();
     TcommStruct resources({serial_, usb_});
     QElapsedTimer timer;
+    const auto heldByApplication = QAbstractEventDispatcher::instance()->children();
     {
       const TcommParameters address = addressOf(port);
       TDataCommClass channel(&resources, TcommMode::ethernet, 5, 264, &address, true);
@@ -216,6 +218,8 @@ class TchannelTest : public QObject {
       QCOMPARE(channel.connectionState(), TcommState::connected);
       QCOMPARE(resources.ethernet()->socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
     }
+    // The application may go on without the module.
+    QCOMPARE(QAbstractEventDispatcher::instance()->children(), heldByApplication);
     server.close();
     const TcommParameters refused = addressOf(port, 5000);
     TDataCommClass channel(&resources, TcommMode::ethernet, 100, 264, &refused, false, recorder());
