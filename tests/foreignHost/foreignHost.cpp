@@ -41,7 +41,7 @@ Function* entry(QLibrary& module, const char* name) {
 
 class Twindow : public QTabWidget, public THostApplication, public Tqt484Frame {
  public:
-  Twindow(QLibrary& module, const QStringList& arguments) : module_(module), arguments_(arguments) { startTimer(50); }
+  explicit Twindow(QLibrary& module) : module_(module) { startTimer(50); }
   QString programFolder() const override { return arguments_.value(2); }
   QString workingFolder() const override { return arguments_.value(3); }
   void returnToMainWindow() override { frame_.reset(); }
@@ -75,7 +75,7 @@ class Twindow : public QTabWidget, public THostApplication, public Tqt484Frame {
   }
 
   QLibrary& module_;
-  QStringList arguments_;
+  QStringList arguments_ = QApplication::arguments();
   std::unique_ptr<QWidget> frame_;
 };
 
@@ -87,7 +87,7 @@ int main(int argc, char** argv) {
   QLibrary module(QApplication::arguments().value(1));
   entry<void()>(module, "Initialize")();
   step(true, QString::fromLatin1(entry<const char*(void*)>(module, "initialize")(nullptr)));
-  Twindow window(module, QApplication::arguments());
+  Twindow window(module);
   const auto setup = entry<std::int32_t(THostApplication*, Tqt484Frame*)>(module, "setup");
   step(setup(&window, &window) == 0, QStringLiteral("setup"));
   window.show();
