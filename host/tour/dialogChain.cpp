@@ -39,16 +39,15 @@ void TdialogChain::follow() {
 
 bool TdialogChain::isReady(QWidget* window) const {
   const Tstep& next = acts_.first();
-  if (window == nullptr) return false;
+  if (window == nullptr || window == last_) return false;
   if (window->objectName() != next.dialog && !window->inherits(qPrintable(next.dialog))) return false;
   const auto* button = window->findChild<QAbstractButton*>(next.button);
   if (!next.button.isEmpty() && (button == nullptr || !button->isEnabled())) return false;
-  // What a window manager does, and a platform without one does not.
-  if (!window->isActiveWindow()) window->activateWindow();
-  return window->isActiveWindow();
+  return isBroughtToFront(window);
 }
 
 void TdialogChain::doAct(const Tact& act, QWidget* window) {
+  last_ = window;
   try {
     act(TuserHands(window));
   } catch (const TstepFailed&) {

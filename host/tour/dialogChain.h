@@ -34,5 +34,6 @@ class TdialogChain : public QObject {
 
   QList<Tstep> acts_;
   QElapsedTimer sinceAct_;
+  QPointer<QWidget> last_;  ///< the dialog of the last act, which is not another's, too: that act may not be over yet
   std::exception_ptr failure_;
 };

@@ -82,7 +82,7 @@ void Ttour::startHost(const QString& folder) {
   host_ = std::make_unique<ThostWindow>(modulePath_, ThostFolders{folder, folder});
   expect(host_->pluginError().isEmpty(), host_->pluginError());
   host_->show();
-  expect(QTest::qWaitForWindowActive(host_.get(), patience), QStringLiteral("the host's window does not open"));
+  expect(comesToFront(host_.get()), QStringLiteral("the host's window does not open"));
 }
 
 TuserHands Ttour::frame() const {
@@ -97,7 +97,7 @@ QTableView* Ttour::grid() const {
 void Ttour::launch() {
   host().tabTo(host().control<QAbstractButton>(QStringLiteral("btnLaunch")));
   host().press(Qt::Key_Space);
-  expect(QTest::qWaitForWindowActive(frame().window(), patience), QStringLiteral("the plug-in's window does not open"));
+  expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not open"));
   expect(host_->isHidden(), QStringLiteral("the host's window does not give way"));
 }
 
@@ -106,7 +106,7 @@ void Ttour::leave() {
   frame().press(Qt::Key_Space);
   expect(QTest::qWaitFor([this] { return host_->pluginFrame() == nullptr; }, patience),
          QStringLiteral("the plug-in's window stays"));
-  expect(QTest::qWaitForWindowActive(host_.get(), patience), QStringLiteral("the host's window does not come back"));
+  expect(comesToFront(host_.get()), QStringLiteral("the host's window does not come back"));
 }
 
 int Ttour::rows() const {
@@ -126,5 +126,6 @@ QStringList Ttour::columnTexts(int column) const {
 }
 
 int runTour(const QString& modulePath, const QString& sample, const QString& pictures) {
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // a system's own file dialog has none of Qt's controls
   return Ttour(modulePath, sample, pictures).run();
 }

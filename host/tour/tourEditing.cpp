@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
@@ -6,6 +5,7 @@
 
 #include "host/tour/listFolders.h"
 #include "host/tour/tour.h"
+#include "host/tour/tourHelp.h"
 
 namespace {
 
@@ -19,13 +19,6 @@ QLineEdit* edit(const TuserHands& hands, const char* name) {
 
 QAbstractButton* button(const TuserHands& hands, const char* name) {
   return hands.control<QAbstractButton>(QString::fromLatin1(name));
-}
-
-QWidget* helpWindow() {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == QStringLiteral("ThelpWindow") && window->isVisible()) return window;
-  }
-  return nullptr;
 }
 
 }  // namespace
@@ -147,18 +140,19 @@ QString Ttour::exportList() {
 
 QString Ttour::openHelp() {
   frame().press(Qt::Key_F1);
-  expect(QTest::qWaitFor([] { return helpWindow() != nullptr; }), QStringLiteral("no help window"));
-  picture(helpWindow(), QStringLiteral("help"));
+  const ThelpShown shown = awaitHelp();
+  expect(shown.isThere, QStringLiteral("no help window"));
+  if (shown.window != nullptr) picture(shown.window, QStringLiteral("help"));
   frame().window()->activateWindow();
-  expect(QTest::qWaitForWindowActive(frame().window()), QStringLiteral("the plug-in's window stays behind the help"));
-  return QStringLiteral("the user's guide in a window of its own");
+  expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window stays behind the help"));
+  return shown.how;
 }
 
 QString Ttour::findItAllAgain() {
   lastOrder_ = columnTexts(controlNum);
   const QString heading = headingText(grid(), grid()->model()->columnCount() - 1);
   leave();
-  expect(helpWindow() == nullptr, QStringLiteral("the help window stays"));
+  expect(!isHelpOpen(), QStringLiteral("the help window stays"));
   launch();
   expect(columnTexts(controlNum) == lastOrder_, QStringLiteral("the records are others"));
   expect(headingText(grid(), grid()->model()->columnCount() - 1) == heading, QStringLiteral("the column is lost"));

@@ -84,7 +84,7 @@ QString Ttour::importList() {
   addImport(chain, path, [this](QWidget* window, const char* name) { picture(window, QString::fromLatin1(name)); });
   chain.run([this] { frame().press(Qt::Key_I, Qt::ControlModifier); });
   frame().window()->activateWindow();
-  expect(QTest::qWaitForWindowActive(frame().window()), QStringLiteral("the plug-in's window does not come back"));
+  expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));
   expect(rows() == before + 4 && columnTexts(controlNum).contains(QStringLiteral("TOUR-104")),
          QStringLiteral("%1 rows").arg(rows()));
   picture(frame().window(), QStringLiteral("frame-imported"));

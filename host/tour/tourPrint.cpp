@@ -1,5 +1,6 @@
-#include <QFileDialog>
+#include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSpinBox>
 
 #include "host/tour/listFolders.h"
@@ -71,7 +72,8 @@ QString Ttour::savePdf() {
         QStringLiteral("QFileDialog"), [&] { print.click(button(print, "btnPdf")); },
         [&](const TuserHands& dialog) {
           dialog.control<QLineEdit>(QStringLiteral("fileNameEdit"))->setText(pdf);
-          dialog.press(Qt::Key_Return);
+          const auto* buttons = dialog.control<QDialogButtonBox>(QStringLiteral("buttonBox"));
+          dialog.click(buttons->button(QDialogButtonBox::Save));
         });
   });
   const QByteArray content = fileContent(temporary_.path(), QStringLiteral("report.pdf"));

@@ -103,7 +103,7 @@ QString Ttour::uploadList() {
   addUpload(chain, [this](QWidget* window, const char* name) { picture(window, QString::fromLatin1(name)); });
   chain.run([this] { frame().press(Qt::Key_U, Qt::ControlModifier); });
   frame().window()->activateWindow();
-  expect(QTest::qWaitForWindowActive(frame().window()), QStringLiteral("the plug-in's window does not come back"));
+  expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));
   const QStringList sent = inListOrder(columnTexts(0), columnTexts(controlNum));
   const QStringList arrived = idsIn(image);
   expect(arrived == sent, QStringLiteral("%1 of %2 records").arg(arrived.size()).arg(sent.size()));
@@ -126,7 +126,7 @@ QString Ttour::uploadToNobody() {
   chain.run([this] { frame().press(Qt::Key_U, Qt::ControlModifier); });
   boxes_.resume();
   frame().window()->activateWindow();
-  expect(QTest::qWaitForWindowActive(frame().window()), QStringLiteral("the plug-in's window does not come back"));
+  expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));
   expect(said.startsWith(QStringLiteral("No Deviced Attached.")), QStringLiteral("the message is: ") + said);
   leave();
   return QStringLiteral("one message, and the list as it was");

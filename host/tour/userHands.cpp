@@ -1,6 +1,7 @@
 #include "host/tour/userHands.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QStringList>
@@ -11,6 +12,7 @@
 namespace {
 
 constexpr int mostTabs = 60;
+constexpr int patience = 5000;  // milliseconds
 
 QPoint headingCentre(const QHeaderView* header, int column) {
   return {header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2};
@@ -69,19 +71,33 @@ QPoint TuserHands::inWindow(QWidget* widget, QPoint position) const {
   return widget->mapTo(window_, position);
 }
 
+bool isBroughtToFront(QWidget* window) {
+  if (!window->isActiveWindow()) window->activateWindow();
+  const bool takesKeys = window->focusWidget() == nullptr || window->focusWidget()->hasFocus();
+  return window->isActiveWindow() && QApplication::focusWindow() == window->windowHandle() && takesKeys;
+}
+
+bool comesToFront(QWidget* window) {
+  return QTest::qWaitFor([window] { return isBroughtToFront(window); }, patience);
+}
+
 void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
                        const std::function<void(const TuserHands&)>& act) {
   constexpr int often = 10;
   std::exception_ptr failure;
   bool acted = false;
   QWidget* opener = QApplication::activeWindow();
+  QElapsedTimer sinceOpen;
+  sinceOpen.start();
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
     QWidget* window = QApplication::activeModalWidget();
     const bool found = window != nullptr && (window->objectName() == dialog || window->inherits(qPrintable(dialog)));
-    if (acted || !found || !window->isActiveWindow()) return;
+    const bool isLate = sinceOpen.hasExpired(patience);
+    if (acted || !found || (!isBroughtToFront(window) && !isLate)) return;
     acted = true;
     try {
+      expect(!isLate, QStringLiteral("%1 does not become active").arg(dialog));
       act(TuserHands(window));
     } catch (const TstepFailed&) {
       failure = std::current_exception();
@@ -93,9 +109,7 @@ void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
   if (failure) std::rethrow_exception(failure);
   expect(acted, QStringLiteral("%1 does not open").arg(dialog));
   if (opener->isHidden()) return;  // it went with the dialog
-  // What a window manager does, and a platform without one does not.
-  if (QApplication::activeWindow() == nullptr) opener->activateWindow();
-  expect(QTest::qWaitForWindowActive(opener), QStringLiteral("the window before %1 does not come back").arg(dialog));
+  expect(comesToFront(opener), QStringLiteral("the window before %1 does not come back").arg(dialog));
 }
 
 QString cellText(const QTableView* grid, int row, int column) {

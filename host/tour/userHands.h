@@ -49,8 +49,14 @@ class TuserHands {
   QWidget* window_;
 };
 
+/// Makes a window the active one, as a window manager does and a platform without one does not. Whether it is by now.
+bool isBroughtToFront(QWidget* window);
+/// Waits until it is. False where it is not after some seconds.
+bool comesToFront(QWidget* window);
+
 /// Opens a modal dialog by `open`, which returns when it is closed, and meanwhile lets `act` work on it. The dialog is
-/// known by its name or class. A failure in `act` closes the dialog and fails the step.
+/// known by its name or class. A failure in `act`, and a dialog that does not become active, closes it and fails the
+/// step.
 void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
                        const std::function<void(const TuserHands&)>& act);
 

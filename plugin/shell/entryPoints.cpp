@@ -4,6 +4,7 @@
 
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "shell/hostInterface.h"
+#include "shell/keepLibraries.h"
 #include "support/recordString.h"
 
 namespace {
@@ -29,8 +30,10 @@ std::unique_ptr<TEquipmentRecordPluginFrame> buildFrame(const ThostReferences& h
 
 }  // namespace
 
-// Every unit of the module starts and ends with the module itself; nothing is left to do by hand.
-void Initialize() {}
+// Every unit of the module starts and ends with the module itself.
+void Initialize() {
+  keepLibraries();
+}
 
 void Finalize() {
   hostReferences() = {};

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QProcess>
 #include <QStringList>
 #include <filesystem>
 
@@ -8,6 +7,7 @@
 #include "print/printSettings.h"
 #include "print/reportTable.h"
 #include "testproc/autosequenceFileStructs.h"
+#include "tools/childProcess.h"
 
 /// A table of so many records with the control numbers ID00000, ID00001, ...; all other texts are `text`, cut to the
 /// fields' lengths.
@@ -53,8 +53,6 @@ inline QString nameOf(const std::filesystem::path& path) {
 
 /// What a tool of poppler's writes about a PDF file.
 inline QString poppler(const char* tool, const QStringList& options, const std::filesystem::path& pdf) {
-  QProcess process;
-  process.start(QString::fromLatin1(tool), options + QStringList{nameOf(pdf), QStringLiteral("-")});
-  process.waitForFinished();
-  return QString::fromUtf8(process.readAllStandardOutput());
+  TchildProcess process(QString::fromLatin1(tool), options + QStringList{nameOf(pdf), QStringLiteral("-")});
+  return QString::fromUtf8(process.readAll());
 }

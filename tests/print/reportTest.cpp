@@ -42,19 +42,24 @@ QStringList found(const QString& text, const char* pattern) {
 void checkWords(const std::filesystem::path& pdf) {
   double right = 0;
   double top = -1;
-  for (const QString& word : found(poppler("pdftotext", {QStringLiteral("-bbox")}, pdf), "<word [^>]*>")) {
-    const QStringList box = found(word, "[\\d.]+");  // left, top, right, bottom
-    QVERIFY2(box[1].toDouble() != top || box[0].toDouble() >= right - 0.5, qPrintable(word));
-    top = box[1].toDouble();
-    right = box[2].toDouble();
+  const QString words = poppler("pdftotext", {QStringLiteral("-bbox")}, pdf);
+  const QRegularExpression box(QStringLiteral(R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)")re"));
+  for (auto word = box.globalMatch(words); word.hasNext();) {
+    const auto match = word.next();
+    const double wordTop = match.captured(2).toDouble();
+    QVERIFY2(wordTop != top || match.captured(1).toDouble() >= right - 0.5, qPrintable(match.captured()));
+    top = wordTop;
+    right = match.captured(3).toDouble();
   }
+  QVERIFY(right > 0);
 }
 
 /// Each page has ink almost everywhere, but none on its margins.
 void checkPictures(const std::filesystem::path& pdf, qsizetype count) {
   const TtestFolder folder;
-  QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("36"), QStringLiteral("-gray"),
-                                                 nameOf(pdf), nameOf(folder / "page")});
+  TchildProcess(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("36"), QStringLiteral("-gray"),
+                                             nameOf(pdf), nameOf(folder / "page")})
+      .readAll();
   QCOMPARE(namesIn(folder.path()).size(), count);
   for (const QByteArray& name : namesIn(folder.path())) {
     const QImage picture(nameOf(folder / name.toStdString()));

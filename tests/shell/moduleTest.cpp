@@ -1,3 +1,4 @@
+#include <QImageReader>
 #include <QLibrary>
 #include <QTableView>
 #include <QTest>
@@ -78,6 +79,7 @@ class TmoduleTest : public QObject {
   void setupRefusesNull();
   void framesAreDistinctWithRecordsOfTheirOwn();
   void throwingHostGetsNoFrame();
+  void qtWorksWhenItHasGone();
 };
 EQREC_TEST(TmoduleTest);
 
@@ -132,6 +134,12 @@ void TmoduleTest::throwingHostGetsNoFrame() {
   const auto frame = module.mainForm();
   host.throws = true;  // the folders are asked for while the frame is built, and not again
   QVERIFY(frame != nullptr);
+}
+
+/// Qt has a list of all plug-ins, those included that came with libraries that the module brought.
+void TmoduleTest::qtWorksWhenItHasGone() {
+  { const Tmodule module; }
+  QVERIFY(QImageReader::supportedImageFormats().contains("png"));
 }
 
 #include "moduleTest.moc"

@@ -8,7 +8,7 @@ bool loadStandInDriver() {
 }
 
 TanalyzerProcess::TanalyzerProcess(const QStringList& arguments)
-    : process_(arguments.join(u'\n').toUtf8().split('\n')), listening_(waitFor("listening")) {}
+    : process_(QStringLiteral("qt484-analyzer"), arguments), listening_(waitFor("listening")) {}
 
 QByteArray TanalyzerProcess::waitFor(const QByteArray& start) {
   do {

@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QFile>
 #include <array>
 #include <csignal>
 #include <fcntl.h>
@@ -11,9 +12,10 @@
 #include "tools/childProcess.h"
 
 // Not a QProcess: it forks in a way after which the thread sanitizer sees nothing any more.
-TchildProcess::TchildProcess(const QByteArrayList& arguments) {
-  QByteArrayList texts = {QCoreApplication::applicationDirPath().toUtf8() + "/qt484-analyzer"};
-  texts += arguments;
+TchildProcess::TchildProcess(const QString& program, const QStringList& arguments) {
+  const QString beside = QCoreApplication::applicationDirPath() + u'/' + program;
+  QByteArrayList texts = {(QFile::exists(beside) ? beside : program).toUtf8()};
+  for (const QString& argument : arguments) texts << argument.toUtf8();
   std::vector<char*> pointers;
   for (QByteArray& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
@@ -24,7 +26,7 @@ TchildProcess::TchildProcess(const QByteArrayList& arguments) {
   posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
   posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
   pid_t started = -1;
-  if (posix_spawn(&started, pointers[0], &actions, nullptr, pointers.data(), environ) != 0) qFatal("no analyzer");
+  if (posix_spawnp(&started, pointers[0], &actions, nullptr, pointers.data(), environ) != 0) qFatal("no program");
   posix_spawn_file_actions_destroy(&actions);
   ::close(ends[1]);
   process_ = started;

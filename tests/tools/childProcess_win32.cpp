@@ -3,9 +3,20 @@
 
 #include "tools/childProcess.h"
 
-// The analyzer runs on the machine beneath, where pseudo-terminals play serial ports: tools/windows/start-analyzers
-// starts one for each connection to it, passes on what it prints, and ends it with the connection.
-TchildProcess::TchildProcess(const QByteArrayList& arguments) {
+namespace {
+
+/// As the machine beneath names it: in the folder where its programs are started, Wine's drives are folders.
+QString nativeArgument(const QString& argument) {
+  if (argument.size() < 2 || argument[1] != u':') return argument;
+  return argument[0].toLower() + argument.sliced(1).replace(u'\\', u'/');
+}
+
+}  // namespace
+
+// The program runs on the machine beneath, where pseudo-terminals play serial ports and poppler reads a PDF:
+// tools/windows/start-programs starts one for each connection to it, passes on what it prints, and ends it with the
+// connection.
+TchildProcess::TchildProcess(const QString& program, const QStringList& arguments) {
   WSADATA data{};
   WSAStartup(MAKEWORD(2, 2), &data);
   sockaddr_in starter{};
@@ -15,9 +26,11 @@ TchildProcess::TchildProcess(const QByteArrayList& arguments) {
   const SOCKET socket = ::socket(AF_INET, SOCK_STREAM, 0);
   output_ = static_cast<std::intptr_t>(socket);
   if (connect(socket, reinterpret_cast<const sockaddr*>(&starter), sizeof starter) != 0) {
-    qFatal("QT484_STARTER: nothing there starts analyzers");
+    qFatal("QT484_STARTER: nothing there starts programs");
   }
-  const QByteArray line = arguments.join('\t') + '\n';
+  QStringList texts = {program};
+  for (const QString& argument : arguments) texts << nativeArgument(argument);
+  const QByteArray line = texts.join(u'\t').toUtf8() + '\n';
   send(socket, line.constData(), static_cast<int>(line.size()), 0);
 }
 
