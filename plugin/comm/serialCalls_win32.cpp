@@ -48,6 +48,9 @@ class Twin32SerialCalls final : public TserialCalls {
     block.ByteSize = state.byteSize;
     block.Parity = state.parity;
     block.StopBits = state.stopBits;
+    // Blocks hold any byte: none is to halt the line or to be left out, whatever another program set up.
+    block.fBinary = TRUE;
+    block.fOutX = block.fInX = block.fNull = block.fErrorChar = FALSE;
     return SetCommState(toHandle(port), &block) != 0;
   }
 

@@ -11,6 +11,9 @@ std::size_t openHandles();
 /// Bytes of memory that this process has to itself.
 std::size_t memoryInUse();
 
+/// Whether that tells something: sanitizers' own memory grows, and Wine counts none.
+extern const bool memoryTells;
+
 /// Bytes that are allocated of the heap, where the allocator counts them.
 std::size_t allocatedBytes();
 

@@ -5,6 +5,8 @@
 // after it
 #include <psapi.h>
 
+const bool memoryTells = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr;
+
 std::size_t openHandles() {
   DWORD count = 0;
   GetProcessHandleCount(GetCurrentProcess(), &count);
