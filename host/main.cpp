@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
+#include "host/console.h"
 #include "host/hostWindow.h"
 #include "host/tour/runTour.h"
 
@@ -11,6 +12,7 @@ QString modulePath() {
 }
 
 int runHost(const ThostFolders& folders) {
+  leaveOwnConsole();
   ThostWindow window(modulePath(), folders);
   window.show();
   return QApplication::exec();

@@ -1,0 +1,3 @@
+#include "host/console.h"
+
+void leaveOwnConsole() {}
