@@ -75,6 +75,20 @@ VIAddVersionKey "LegalCopyright" "The Equipment Record Editor authors"
   ${EndIf}
 !macroend
 
+; A program that runs keeps its files, and half an installation would stay.
+!macro refuseWhileRunning PROGRAM
+  ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
+    ClearErrors
+    FileOpen $0 "$INSTDIR\${PROGRAM}" a
+    ${If} ${Errors}
+      MessageBox MB_ICONSTOP|MB_OK "${PROGRAM} is running. Please close it first." /SD IDOK
+      SetErrorLevel 2
+      Quit
+    ${EndIf}
+    FileClose $0
+  ${EndIf}
+!macroend
+
 ; Another program's folder is no place for ours, whose uninstaller would take its libraries.
 Function refuseStrangeFolder
   ${If} ${FileExists} "$INSTDIR\Qt6Core.dll"
@@ -93,6 +107,8 @@ FunctionEnd
 
 Section
   Call refuseStrangeFolder
+  !insertmacro refuseWhileRunning "qt484-host.exe"
+  !insertmacro refuseWhileRunning "qt484-analyzer.exe"
   Call takeEarlierRelease
   !insertmacro each_program put
   !insertmacro putWhereNone list "DATA"
@@ -115,6 +131,8 @@ Section
 SectionEnd
 
 Section "Uninstall"
+  !insertmacro refuseWhileRunning "qt484-host.exe"
+  !insertmacro refuseWhileRunning "qt484-analyzer.exe"
   SetOutPath "$TEMP"  ; no folder of ours is in use
   !insertmacro takeUnchanged list
   !insertmacro takeUnchanged sample
