@@ -1,8 +1,9 @@
+#include <array>
 #include <windows.h>
 
 #include "host/console.h"
 
 void leaveOwnConsole() {
-  DWORD processes[2];
-  if (GetConsoleProcessList(processes, 2) == 1) FreeConsole();
+  std::array<DWORD, 2> processes{};
+  if (GetConsoleProcessList(processes.data(), processes.size()) == 1) FreeConsole();
 }

@@ -11,8 +11,8 @@ TwriteOrder orderFor(const TfaultScript& script) {
   TwriteOrder order;
   const Tfault* fault = script.pending();
   if (fault == nullptr || !fault->isDriversOn(TlinkKind::usb)) return order;
-  using Tkind = TwriteOrder::Tkind;
-  order.kind = fault->traits.kind == TfaultKind::shortWrite ? Tkind::shortWrite : Tkind::blockedWrite;
+  const bool isShort = fault->traits.kind == TfaultKind::shortWrite;
+  order.kind = isShort ? TwriteOrder::Tkind::shortWrite : TwriteOrder::Tkind::blockedWrite;
   const bool isHandshake = fault->place.kind == Tplace::Tkind::handshake;
   std::copy_n(isHandshake ? "GESI\r" : "PEQR\r", order.command.size(), order.command.begin());
   order.later = static_cast<std::uint32_t>(fault->place.block);

@@ -6,22 +6,22 @@
 
 namespace {
 
-constexpr const char* section = "Import";
+constexpr const char* optionsSection = "Import";
 
 }  // namespace
 
 TimportChoices TimportChoices::load(const TiniFile& ini) {
   TimportChoices choices;
-  choices.fileName = ini.readString(section, "Filename", choices.fileName);
-  choices.delimiter = ini.readInteger(section, "Delimiter", choices.delimiter);
-  choices.userDelimiter = ini.readString(section, "UserDelimiter", choices.userDelimiter);
-  choices.startRow = ini.readInteger(section, "StartRow", choices.startRow);
-  choices.quotes = ini.readFlag(section, "Quotes", choices.quotes);
+  choices.fileName = ini.readString(optionsSection, "Filename", choices.fileName);
+  choices.delimiter = ini.readInteger(optionsSection, "Delimiter", choices.delimiter);
+  choices.userDelimiter = ini.readString(optionsSection, "UserDelimiter", choices.userDelimiter);
+  choices.startRow = ini.readInteger(optionsSection, "StartRow", choices.startRow);
+  choices.quotes = ini.readFlag(optionsSection, "Quotes", choices.quotes);
   return choices;
 }
 
 void TimportChoices::save(const TiniFile& ini) const {
-  ini.write(section, {{"Filename", fileName},
+  ini.write(optionsSection, {{"Filename", fileName},
                       {"Delimiter", std::to_string(delimiter)},
                       {"UserDelimiter", userDelimiter},
                       {"StartRow", std::to_string(startRow)},

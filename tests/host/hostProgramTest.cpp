@@ -23,7 +23,7 @@ Tended runHost(const QStringList& arguments) {
 }
 
 QString name(const std::filesystem::path& path) {
-  return QString::fromStdString(path.string());
+  return QString::fromStdString(path.generic_string());
 }
 
 }  // namespace

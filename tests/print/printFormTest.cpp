@@ -39,9 +39,13 @@ class Tform {
   bool isChecked(const char* button) const { return in<QAbstractButton>(form.get(), button)->isChecked(); }
   /// Presses Save as PDF and names the file.
   void savePdf(const char* name) const {
-    whenOpen("QFileDialog", [path = (folder / name).string()](QWidget* dialog) {
-      in<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(path));
-      QMetaObject::invokeMethod(dialog, "accept");
+    whenOpen("QFileDialog", [path = (folder / name).string()](QWidget* opened) {
+      const QPointer<QWidget> dialog = opened;
+      while (dialog && dialog->isVisible()) {  // while it reads its folder, it may drop the name
+        in<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(path));
+        QMetaObject::invokeMethod(dialog, "accept");
+        QTest::qWait(10);
+      }
     });
     click("btnPdf");
   }

@@ -14,9 +14,9 @@ class TchildProcess {
   ~TchildProcess();
 
   /// What it prints next; empty where it has ended, or prints nothing for some seconds.
-  QByteArray readMore();
+  QByteArray readMore() const;
   /// All that it prints until it ends.
-  QByteArray readAll() {
+  QByteArray readAll() const {
     QByteArray all;
     for (QByteArray more = readMore(); !more.isEmpty(); more = readMore()) all += more;
     return all;

@@ -39,7 +39,7 @@ TchildProcess::~TchildProcess() {
   ::close(static_cast<int>(output_));
 }
 
-QByteArray TchildProcess::readMore() {
+QByteArray TchildProcess::readMore() const {
   constexpr int patience = 20000;  // ms
   pollfd waiting = {static_cast<int>(output_), POLLIN, 0};
   if (poll(&waiting, 1, patience) <= 0) return {};

@@ -39,7 +39,7 @@ TchildProcess::~TchildProcess() {
   WSACleanup();
 }
 
-QByteArray TchildProcess::readMore() {
+QByteArray TchildProcess::readMore() const {
   constexpr int patience = 20000;  // ms
   WSAPOLLFD waiting{static_cast<SOCKET>(output_), POLLRDNORM, 0};
   if (WSAPoll(&waiting, 1, patience) <= 0) return {};
