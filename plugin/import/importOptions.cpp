@@ -22,10 +22,10 @@ TimportChoices TimportChoices::load(const TiniFile& ini) {
 
 void TimportChoices::save(const TiniFile& ini) const {
   ini.write(optionsSection, {{"Filename", fileName},
-                      {"Delimiter", std::to_string(delimiter)},
-                      {"UserDelimiter", userDelimiter},
-                      {"StartRow", std::to_string(startRow)},
-                      {"Quotes", quotes ? "1" : "0"}});
+                             {"Delimiter", std::to_string(delimiter)},
+                             {"UserDelimiter", userDelimiter},
+                             {"StartRow", std::to_string(startRow)},
+                             {"Quotes", quotes ? "1" : "0"}});
 }
 
 char delimiterCharacter(int index, const std::string& userDelimiter) {
