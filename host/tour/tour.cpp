@@ -20,6 +20,7 @@ void print(const QString& line) {
 
 Ttour::Ttour(QString modulePath, const QString& sample, const QString& pictures)
     : modulePath_(std::move(modulePath)), pictureFolder_(pictures), list_(temporary_.filePath(QStringLiteral("list"))) {
+  qputenv("HOME", temporary_.path().toUtf8());  // the user's documents are no business of the tour
   step(QStringLiteral("prepare"), [&] {
     expect(copyFolder(sample, list_), QStringLiteral("cannot copy %1").arg(sample));
     expect(QDir().mkpath(pictureFolder_.path()), QStringLiteral("cannot create %1").arg(pictureFolder_.path()));

@@ -31,6 +31,7 @@ namespace {
 class Tform {
  public:
   explicit Tform(int count) : records(count) {
+    qputenv("HOME", home.path().string().c_str());  // a user's own report would be taken for the one to write
     form = std::make_unique<TEquipRecPrint>(records.job(), TiniFile(folder / "e.ini"), nullptr);
     form->show();
   }
@@ -39,18 +40,15 @@ class Tform {
   bool isChecked(const char* button) const { return in<QAbstractButton>(form.get(), button)->isChecked(); }
   /// Presses Save as PDF and names the file.
   void savePdf(const char* name) const {
-    whenOpen("QFileDialog", [path = (folder / name).string()](QWidget* opened) {
-      const QPointer<QWidget> dialog = opened;
-      while (dialog && dialog->isVisible()) {  // while it reads its folder, it may drop the name
-        in<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(path));
-        QMetaObject::invokeMethod(dialog, "accept");
-        QTest::qWait(10);
-      }
+    whenOpen("QFileDialog", [path = (folder / name).string()](QWidget* dialog) {
+      in<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(path));
+      QMetaObject::invokeMethod(dialog, "accept");
     });
     click("btnPdf");
   }
 
   TtestFolder folder;
+  TtestFolder home;
   TmessageRecorder messages;
   TprintFixture records;
   std::unique_ptr<TEquipRecPrint> form;
