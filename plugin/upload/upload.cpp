@@ -20,12 +20,13 @@ TuploadThread::TuploadThread(TfrmProgress* dialog, TcommStruct* resources)
 TuploadThread::~TuploadThread() {
   giveUp();
   wait();
+  static_cast<void>(isCompleted());  // with all that the thread wrote before
 }
 
 void TuploadThread::run() {
   const TtransferResult result = transferRecords(dialog_.upload(), resources_, *this);
-  completed_ = result.completed;
   if (result.message) boxes_.show(&dialog_, *result.message);
+  completed_.store(result.completed, std::memory_order_release);
 }
 
 bool TuploadThread::isCancelled() const {

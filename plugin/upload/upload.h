@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QThread>
+#include <atomic>
 
 #include "support/messageRelay.h"
 #include "upload/transfer.h"
@@ -22,7 +23,7 @@ class TuploadThread final : public QThread, private TtransferView {
   ~TuploadThread() override;
 
   /// Whether the analyzer has acknowledged everything; to be asked after the end.
-  bool isCompleted() const { return completed_; }
+  bool isCompleted() const { return completed_.load(std::memory_order_acquire); }
 
   /// No box of this thread is waited for any more. User-interface thread only.
   void giveUp() { boxes_.release(); }
@@ -43,5 +44,5 @@ class TuploadThread final : public QThread, private TtransferView {
   TcommStruct& resources_;
   TmessageRelay boxes_;
   int position_ = -1;
-  bool completed_ = false;
+  std::atomic<bool> completed_ = false;  ///< the last thing that the thread writes: who reads it sees all the rest
 };

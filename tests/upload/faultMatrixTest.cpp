@@ -1,5 +1,6 @@
 #include <QTest>
 #include <QThread>
+#include <atomic>
 #include <chrono>
 
 #include "tools/analyzerProcess.h"
@@ -130,10 +131,14 @@ class TfaultMatrixTest : public QObject {
     TuploadCommStruct data(TuploadMethod::usb, 1, {}, entries);
     data.image.resize(blocks * uploadBlockSize);
     TtransferResult result;
-    const std::unique_ptr<QThread> worker(
-        QThread::create([&] { result = transferImage(data.image, transport, resources_, view_, settings); }));
+    std::atomic<bool> ended = false;
+    const std::unique_ptr<QThread> worker(QThread::create([&] {
+      result = transferImage(data.image, transport, resources_, view_, settings);
+      ended.store(true, std::memory_order_release);
+    }));
     worker->start();
     worker->wait();
+    if (!ended.load(std::memory_order_acquire)) return "not ended";
     return result.message ? QByteArray(result.message->text) : QByteArray(result.completed ? "" : "silently ended");
   }
 
