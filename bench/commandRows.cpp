@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t manyRows = 9000;
 constexpr std::size_t fewRows = 1000;
 constexpr double growthBound = 1.5 * manyRows / fewRows;  // in step with the rows, and some room
-constexpr double mostMilliseconds = 50;
+constexpr double mostForCommand = 50;                     // milliseconds
 
 std::shared_ptr<TrecordList> fullList(const TbenchFolders& folders) {
   auto list = std::make_shared<TrecordList>();
@@ -102,7 +102,7 @@ std::vector<Trow> commandRows(const TbenchFolders& folders) {
     };
   };
   const auto limit = [folders](Tmeasure measure) {
-    return [=] { return Tsides{[=] { return measure(folders, manyRows); }, [] { return mostMilliseconds; }}; };
+    return [=] { return Tsides{[=] { return measure(folders, manyRows); }, [] { return mostForCommand; }}; };
   };
   const auto search = [folders](const char* needle, bool afterChange) {
     return [=] { return prepareSearch(folders, needle, afterChange); };

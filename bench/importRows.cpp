@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t almostFull = equipRecLimit - 1;  // so that nothing is said about the limit
 constexpr std::size_t manyLines = 1'000'000;
 constexpr std::size_t columnCount = 8;
-constexpr TcolumnMapping allColumns = {{1, 2, 3, 4, 5, 6, 7, 8}};
+constexpr TcolumnMapping eachColumn = {{1, 2, 3, 4, 5, 6, 7, 8}};
 constexpr double longestGap = 100;  // milliseconds
 
 /// So many lines, the records of the full list over and over, each with a Device ID of its own.
@@ -55,7 +55,7 @@ double importBare(const std::filesystem::path& path, std::size_t expected = equi
   TequipRecTable records;
   TeverOnward observer;
   return millisecondsOf([&] {
-    TimportRun run = runImport(optionsOf(path), allColumns, columnCount, records, observer);
+    TimportRun run = runImport(optionsOf(path), eachColumn, columnCount, records, observer);
     for (TequipRec& record : run.records) records.append(std::move(record));
     require(records.count() == expected, "not all records were imported");
   });
@@ -98,7 +98,7 @@ class Twatcher : public QObject {
 
 TseenImport importSeen(const TbenchFolders& folders, const std::filesystem::path& path) {
   const TiniFile ini(folders.scratch / "import.ini");
-  allColumns.save(ini);
+  eachColumn.save(ini);
   TequipRecTable records;
   auto result = TimportResult::cancelled;
   TEquipRecImport form(optionsOf(path), records, ini, result, nullptr);

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr std::size_t fewRecords = 1000;
-constexpr double mostMilliseconds = 1000;
+constexpr double mostForPreview = 1000;  // milliseconds
 
 /// The full list, to be printed with all fields.
 class TprintList {
@@ -86,7 +86,7 @@ double measureMemory(const TprintList& list, std::size_t count, const std::files
 std::vector<Trow> printRows(const TbenchFolders& folders) {
   const auto preview = [folders](bool toolkit) {
     const auto list = std::make_shared<TprintList>(folders);
-    const auto yardstick = [list, toolkit] { return toolkit ? measureToolkitPreview(*list) : mostMilliseconds; };
+    const auto yardstick = [list, toolkit] { return toolkit ? measureToolkitPreview(*list) : mostForPreview; };
     return Tsides{[list] { return measurePreview(*list); }, yardstick};
   };
   const auto memory = [folders] {

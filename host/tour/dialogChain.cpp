@@ -2,11 +2,7 @@
 
 #include <QApplication>
 
-namespace {
-
-constexpr int patience = 5000;  // milliseconds
-
-}  // namespace
+namespace {}  // namespace
 
 void TdialogChain::add(const char* dialog, const Tact& act, const char* button) {
   acts_.append({QString::fromLatin1(dialog), act, QString::fromLatin1(button)});
@@ -27,7 +23,7 @@ void TdialogChain::follow() {
     QWidget* window = QApplication::activeModalWidget();
     if (window != nullptr && failure_) window->close();
     if (failure_ || acts_.isEmpty()) return;
-    if (sinceAct_.hasExpired(patience)) failure_ = std::make_exception_ptr(TstepFailed(notReady()));
+    if (sinceAct_.hasExpired(windowPatience)) failure_ = std::make_exception_ptr(TstepFailed(notReady()));
     if (failure_ || !isReady(window)) return;
     timer->stop();
     const Tact act = acts_.takeFirst().act;

@@ -6,9 +6,6 @@
 
 namespace {
 
-const QString dataFile = QStringLiteral("DATA/eq.dat");
-const QString infoFile = QStringLiteral("DATA/eqinfo.dat");
-
 bool writeFile(const QString& path, const QByteArray& content) {
   QFile file(path);
   return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();

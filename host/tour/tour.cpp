@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr int patience = 5000;  // milliseconds
-
 void print(const QString& line) {
   std::puts(qPrintable(line));
   std::fflush(stdout);
@@ -70,11 +68,11 @@ void Ttour::pictures(QWidget* window, const QString& name) {
   picture(window, name);
   const QSize opening = window->size();
   window->showMaximized();
-  expect(QTest::qWaitFor([&] { return window->width() > opening.width(); }, patience),
+  expect(QTest::qWaitFor([&] { return window->width() > opening.width(); }, windowPatience),
          QStringLiteral("the window does not grow"));
   picture(window, name + QStringLiteral("-maximised"));
   window->showNormal();
-  expect(QTest::qWaitFor([&] { return window->size() == opening; }, patience),
+  expect(QTest::qWaitFor([&] { return window->size() == opening; }, windowPatience),
          QStringLiteral("the window does not shrink back"));
 }
 
@@ -105,7 +103,7 @@ void Ttour::launch() {
 void Ttour::leave() {
   frame().tabTo(frame().control<QAbstractButton>(QStringLiteral("BtnExit")));
   frame().press(Qt::Key_Space);
-  expect(QTest::qWaitFor([this] { return host_->pluginFrame() == nullptr; }, patience),
+  expect(QTest::qWaitFor([this] { return host_->pluginFrame() == nullptr; }, windowPatience),
          QStringLiteral("the plug-in's window stays"));
   expect(comesToFront(host_.get()), QStringLiteral("the host's window does not come back"));
 }

@@ -9,16 +9,11 @@
 
 namespace {
 
-constexpr int controlNum = 1;  ///< the column of control numbers
 const QString editorName = QStringLiteral("TfrmEqRecEditor");
 const QString optionsName = QStringLiteral("TfrmOptions");
 
 QLineEdit* edit(const TuserHands& hands, const char* name) {
   return hands.control<QLineEdit>(QString::fromLatin1(name));
-}
-
-QAbstractButton* button(const TuserHands& hands, const char* name) {
-  return hands.control<QAbstractButton>(QString::fromLatin1(name));
 }
 
 }  // namespace
@@ -50,8 +45,8 @@ QString Ttour::searchPumps() {
 }
 
 QString Ttour::clearSearch() {
-  const auto all = fileContent(list_, QStringLiteral("DATA/eq.dat")).count('\n');
-  frame().click(button(frame(), "btnClearSearch"));
+  const auto all = fileContent(list_, dataFile).count('\n');
+  frame().click(frame().button("btnClearSearch"));
   expect(rows() == all, QStringLiteral("%1 rows of %2").arg(rows()).arg(all));
   frame().clickHeading(grid(), 0);
   return QStringLiteral("all %1 records again, sorted by number").arg(all);
@@ -59,22 +54,23 @@ QString Ttour::clearSearch() {
 
 QString Ttour::editWithNextAndPrevious() {
   selectFirstRows(1);
-  const QString before = cellText(grid(), 0, controlNum);
+  const QString before = cellText(grid(), 0, controlNumColumn);
   whileDialogIsOpen(
       editorName, [this] { frame().press(Qt::Key_Return); },
       [&](const TuserHands& editor) {
         picture(editor.window(), QStringLiteral("editor"));
         editor.press(Qt::Key_End);
         editor.type(QStringLiteral("-T"));
-        editor.click(button(editor, "btnNext"));
-        expect(edit(editor, "txtControlNum")->text() == cellText(grid(), 1, controlNum),
+        editor.click(editor.button("btnNext"));
+        expect(edit(editor, "txtControlNum")->text() == cellText(grid(), 1, controlNumColumn),
                QStringLiteral("not the next"));
-        editor.click(button(editor, "btnPrev"));
+        editor.click(editor.button("btnPrev"));
         expect(edit(editor, "txtControlNum")->text() == before + QStringLiteral("-T"), QStringLiteral("not stored"));
-        editor.click(button(editor, "btnOk"));
+        editor.click(editor.button("btnOk"));
       });
-  expect(cellText(grid(), 0, controlNum) == before + QStringLiteral("-T"), QStringLiteral("not in the grid"));
-  return QStringLiteral("'%1' became '%2', kept over Next and Previous").arg(before, cellText(grid(), 0, controlNum));
+  expect(cellText(grid(), 0, controlNumColumn) == before + QStringLiteral("-T"), QStringLiteral("not in the grid"));
+  return QStringLiteral("'%1' became '%2', kept over Next and Previous")
+      .arg(before, cellText(grid(), 0, controlNumColumn));
 }
 
 QString Ttour::addRecord() {
@@ -84,9 +80,9 @@ QString Ttour::addRecord() {
       [](const TuserHands& editor) {
         editor.type(QStringLiteral("TOUR-1"));
         editor.press(Qt::Key_Return);  // as a barcode scanner ends
-        editor.click(button(editor, "btnOk"));
+        editor.click(editor.button("btnOk"));
       });
-  expect(rows() == before + 1 && cellText(grid(), before, controlNum) == QStringLiteral("TOUR-1"),
+  expect(rows() == before + 1 && cellText(grid(), before, controlNumColumn) == QStringLiteral("TOUR-1"),
          QStringLiteral("not at the end of the list"));
   return QStringLiteral("record %1, typed as a scanner types").arg(rows());
 }
@@ -95,7 +91,8 @@ QString Ttour::copyRecords() {
   selectFirstRows(2);
   const int before = rows();
   frame().press(Qt::Key_D, Qt::ControlModifier);
-  expect(rows() == before + 2 && cellText(grid(), before, controlNum).isEmpty(), QStringLiteral("not two copies"));
+  expect(rows() == before + 2 && cellText(grid(), before, controlNumColumn).isEmpty(),
+         QStringLiteral("not two copies"));
   expect(grid()->selectionModel()->selectedRows().size() == 2, QStringLiteral("the copies are not selected"));
   picture(frame().window(), QStringLiteral("frame-copied"));
   return QStringLiteral("two records, without control numbers, selected at the end");
@@ -118,14 +115,14 @@ QString Ttour::deleteRecords() {
 QString Ttour::changeColumns() {
   const int before = grid()->model()->columnCount();
   whileDialogIsOpen(
-      optionsName, [this] { frame().click(button(frame(), "btnOptions")); },
+      optionsName, [this] { frame().click(frame().button("btnOptions")); },
       [this](const TuserHands& options) {
         options.tabTo(options.control<QCheckBox>(QStringLiteral("chkCustom3")));
         options.press(Qt::Key_Space);
         options.tabTo(edit(options, "txtCustom3"));
         options.type(QStringLiteral("Notes & more"));
         picture(options.window(), QStringLiteral("options"));
-        options.click(button(options, "btnOK"));
+        options.click(options.button("btnOK"));
       });
   expect(grid()->model()->columnCount() == before + 1, QStringLiteral("no column more"));
   return QStringLiteral("column %1 is '%2'").arg(before + 1).arg(headingText(grid(), before));
@@ -149,12 +146,12 @@ QString Ttour::openHelp() {
 }
 
 QString Ttour::findItAllAgain() {
-  lastOrder_ = columnTexts(controlNum);
+  lastOrder_ = columnTexts(controlNumColumn);
   const QString heading = headingText(grid(), grid()->model()->columnCount() - 1);
   leave();
   expect(!isHelpOpen(), QStringLiteral("the help window stays"));
   launch();
-  expect(columnTexts(controlNum) == lastOrder_, QStringLiteral("the records are others"));
+  expect(columnTexts(controlNumColumn) == lastOrder_, QStringLiteral("the records are others"));
   expect(headingText(grid(), grid()->model()->columnCount() - 1) == heading, QStringLiteral("the column is lost"));
   leave();
   return QStringLiteral("%1 records, the new one and the changed one among them").arg(lastOrder_.size());

@@ -9,12 +9,6 @@
 
 namespace {
 
-constexpr int controlNum = 1;  ///< the column of control numbers
-
-QAbstractButton* button(const TuserHands& hands, const char* name) {
-  return hands.control<QAbstractButton>(QString::fromLatin1(name));
-}
-
 QString shown(const TuserHands& hands, const char* name) {
   return hands.control<QLineEdit>(QString::fromLatin1(name))->text();
 }
@@ -48,7 +42,7 @@ void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture
     const QString first = shown(mapping, "EditDeviceID") + shown(mapping, "EditDesc") + shown(mapping, "EditTestProc");
     expect(first == QStringLiteral("TOUR-101Infusion pump14"), QStringLiteral("headings not understood: ") + first);
     picture(mapping.window(), "import-mapping");
-    mapping.tabTo(button(mapping, "BtnImport"));
+    mapping.tabTo(mapping.button("BtnImport"));
     mapping.press(Qt::Key_Space);
   });
   chain.add("TEquipRecImportDup", [picture](const TuserHands& duplicate) {
@@ -58,7 +52,7 @@ void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture
   });
   chain.add("TEquipRecImportDup", [picture](const TuserHands& duplicate) {
     picture(duplicate.window()->parentWidget(), "import-progress");
-    duplicate.tabTo(button(duplicate, "BtnSkip"));
+    duplicate.tabTo(duplicate.button("BtnSkip"));
     duplicate.press(Qt::Key_Space);
   });
   const auto finish = [picture](const TuserHands& progress) {
@@ -77,7 +71,7 @@ void Ttour::tourImport() {
 QString Ttour::importList() {
   launch();
   const int before = rows();
-  const QString taken = cellText(grid(), 0, controlNum);
+  const QString taken = cellText(grid(), 0, controlNumColumn);
   const QString path = temporary_.filePath(QStringLiteral("devices.csv"));
   expect(writeList(path, taken), QStringLiteral("cannot write %1").arg(path));
   TdialogChain chain;
@@ -85,7 +79,7 @@ QString Ttour::importList() {
   chain.run([this] { frame().press(Qt::Key_I, Qt::ControlModifier); });
   frame().window()->activateWindow();
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));
-  expect(rows() == before + 4 && columnTexts(controlNum).contains(QStringLiteral("TOUR-104")),
+  expect(rows() == before + 4 && columnTexts(controlNumColumn).contains(QStringLiteral("TOUR-104")),
          QStringLiteral("%1 rows").arg(rows()));
   picture(frame().window(), QStringLiteral("frame-imported"));
   leave();

@@ -6,14 +6,6 @@
 #include "host/tour/listFolders.h"
 #include "host/tour/tour.h"
 
-namespace {
-
-QAbstractButton* button(const TuserHands& hands, const char* name) {
-  return hands.control<QAbstractButton>(QString::fromLatin1(name));
-}
-
-}  // namespace
-
 void Ttour::tourPrinting() {
   step(QStringLiteral("print"), [this] { return choosePrint(); });
   step(QStringLiteral("preview"), [this] { return leafPreview(); });
@@ -30,8 +22,8 @@ QString Ttour::choosePrint() {
   launch();
   selectFirstRows(3);
   whilePrintIsOpen([this](const TuserHands& print) {
-    expect(button(print, "radSelected")->isChecked(), QStringLiteral("the selected records are not preset"));
-    print.tabTo(button(print, "chkCustom1"));
+    expect(print.button("radSelected")->isChecked(), QStringLiteral("the selected records are not preset"));
+    print.tabTo(print.button("chkCustom1"));
     print.press(Qt::Key_Space);
     picture(print.window(), QStringLiteral("print"));
     print.press(Qt::Key_Escape);
@@ -46,9 +38,9 @@ QString Ttour::choosePrint() {
 QString Ttour::leafPreview() {
   int pages = 0;
   whilePrintIsOpen([&](const TuserHands& print) {
-    print.click(button(print, "radAll"));
+    print.click(print.button("radAll"));
     whileDialogIsOpen(
-        QStringLiteral("TfrmPrintPreview"), [&] { print.click(button(print, "btnPreview")); },
+        QStringLiteral("TfrmPrintPreview"), [&] { print.click(print.button("btnPreview")); },
         [&](const TuserHands& preview) {
           const auto* page = preview.control<QSpinBox>(QStringLiteral("edtPage"));
           pages = page->maximum();
@@ -59,7 +51,7 @@ QString Ttour::leafPreview() {
           picture(preview.window(), QStringLiteral("print-preview-last"));
           preview.press(Qt::Key_Escape);
         });
-    print.click(button(print, "btnCancel"));
+    print.click(print.button("btnCancel"));
   });
   return QStringLiteral("%1 records on %2 pages, to the last one by keyboard").arg(rows()).arg(pages);
 }
@@ -67,9 +59,9 @@ QString Ttour::leafPreview() {
 QString Ttour::savePdf() {
   const QString pdf = temporary_.filePath(QStringLiteral("report.pdf"));
   whilePrintIsOpen([&](const TuserHands& print) {
-    print.click(button(print, "radLandscape"));
+    print.click(print.button("radLandscape"));
     whileDialogIsOpen(
-        QStringLiteral("QFileDialog"), [&] { print.click(button(print, "btnPdf")); },
+        QStringLiteral("QFileDialog"), [&] { print.click(print.button("btnPdf")); },
         [&](const TuserHands& dialog) {
           dialog.control<QLineEdit>(QStringLiteral("fileNameEdit"))->setText(pdf);
           const auto* buttons = dialog.control<QDialogButtonBox>(QStringLiteral("buttonBox"));

@@ -9,8 +9,6 @@
 namespace {
 
 constexpr int recordLimit = 18432;
-const QString dataFile = QStringLiteral("DATA/eq.dat");
-const QString infoFile = QStringLiteral("DATA/eqinfo.dat");
 const QString description = QStringLiteral("Description");
 
 /// The record numbers of a list in the order of their descriptions, compared byte by byte, read from its file.

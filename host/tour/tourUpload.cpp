@@ -12,9 +12,8 @@
 
 namespace {
 
-constexpr int patience = 10000;  // milliseconds
-constexpr int controlNum = 1;    ///< the column of control numbers
-constexpr int entrySize = 22;    ///< bytes of a record in the analyzer's copy of the list
+constexpr int analyzerPatience = 10000;  // milliseconds
+constexpr int entrySize = 22;            ///< bytes of a record in the analyzer's copy of the list
 constexpr int idSize = 17;
 
 using Tpicture = std::function<void(QWidget*, const char*)>;
@@ -26,7 +25,7 @@ class Tanalyzer {
   explicit Tanalyzer(const QString& saveFile) {
     process_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/qt484-analyzer"),
                    {QStringLiteral("--baud"), QStringLiteral("4000000"), QStringLiteral("--save"), saveFile});
-    expect(process_.waitForReadyRead(patience) && process_.readLine().startsWith("listening tcp"),
+    expect(process_.waitForReadyRead(analyzerPatience) && process_.readLine().startsWith("listening tcp"),
            QStringLiteral("no simulated analyzer: ") + QString::fromLocal8Bit(process_.readAllStandardError()));
   }
   Tanalyzer(const Tanalyzer&) = delete;
@@ -81,9 +80,9 @@ void addUpload(TdialogChain& chain, const Tpicture& picture) {
   chain.add("TfrmProgress", [picture](const TuserHands& progress) {
     const auto* bar = progress.control<QProgressBar>(QStringLiteral("transferProgress"));
     picture(progress.window(), "progress-start");
-    expect(QTest::qWaitFor([bar] { return bar->value() > 70; }, patience), QStringLiteral("no progress"));
+    expect(QTest::qWaitFor([bar] { return bar->value() > 70; }, analyzerPatience), QStringLiteral("no progress"));
     picture(progress.window(), "progress");
-    expect(QTest::qWaitFor([bar] { return bar->value() > 87; }, patience), QStringLiteral("no progress"));
+    expect(QTest::qWaitFor([bar] { return bar->value() > 87; }, analyzerPatience), QStringLiteral("no progress"));
     picture(progress.window(), "progress-end");
   });
 }
@@ -104,7 +103,7 @@ QString Ttour::uploadList() {
   chain.run([this] { frame().press(Qt::Key_U, Qt::ControlModifier); });
   frame().window()->activateWindow();
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));
-  const QStringList sent = inListOrder(columnTexts(0), columnTexts(controlNum));
+  const QStringList sent = inListOrder(columnTexts(0), columnTexts(controlNumColumn));
   const QStringList arrived = idsIn(image);
   expect(arrived == sent, QStringLiteral("%1 of %2 records").arg(arrived.size()).arg(sent.size()));
   return QStringLiteral("the analyzer's copy has the same %1 control numbers in the same order").arg(sent.size());

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int mostTabs = 60;
-constexpr int patience = 5000;  // milliseconds
 
 QPoint headingCentre(const QHeaderView* header, int column) {
   return {header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2};
@@ -78,7 +77,7 @@ bool isBroughtToFront(QWidget* window) {
 }
 
 bool comesToFront(QWidget* window) {
-  return QTest::qWaitFor([window] { return isBroughtToFront(window); }, patience);
+  return QTest::qWaitFor([window] { return isBroughtToFront(window); }, windowPatience);
 }
 
 void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
@@ -93,7 +92,7 @@ void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
   QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
     QWidget* window = QApplication::activeModalWidget();
     const bool found = window != nullptr && (window->objectName() == dialog || window->inherits(qPrintable(dialog)));
-    const bool isLate = sinceOpen.hasExpired(patience);
+    const bool isLate = sinceOpen.hasExpired(windowPatience);
     if (acted || !found || (!isBroughtToFront(window) && !isLate)) return;
     acted = true;
     try {

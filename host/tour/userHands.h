@@ -9,6 +9,9 @@
 #include <functional>
 #include <stdexcept>
 
+inline constexpr int windowPatience = 5000;  ///< ms that a window has to do what it is to do
+inline constexpr int controlNumColumn = 1;   ///< of the grid
+
 /// A step of the tour did not find what it looked for.
 class TstepFailed : public std::runtime_error {
  public:
@@ -32,6 +35,8 @@ class TuserHands {
     expect(found != nullptr, QStringLiteral("no control %1, only %2").arg(name, controlNames()));
     return found;
   }
+
+  QAbstractButton* button(const char* name) const { return control<QAbstractButton>(QString::fromLatin1(name)); }
 
   void click(QWidget* widget) const;
   void clickHeading(QTableView* grid, int column) const;

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-struct _EQDAT;   // NOLINT(bugprone-reserved-identifier): the established name
-struct _EQINFO;  // NOLINT(bugprone-reserved-identifier): the established name
+struct _EQDAT;   // NOLINT(clang-diagnostic-reserved-identifier): the established name
+struct _EQINFO;  // NOLINT(clang-diagnostic-reserved-identifier): the established name
 
 /// White space between the tokens of a line, and what a blank line consists of.
 inline constexpr std::string_view lineSpace = " \t\r\n\v\f";

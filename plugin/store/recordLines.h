@@ -8,14 +8,14 @@
 #include <vector>
 
 /// One line of the data file. The text is part of the file's content and lives as long as that.
-struct _EQDAT {  // NOLINT(bugprone-reserved-identifier): the established name
+struct _EQDAT {  // NOLINT(clang-diagnostic-reserved-identifier): the established name
   std::string_view controlNum;
   std::uint32_t testProc = 0;
 };
 
 /// One line of the information file: control number, description, manufacturer, model, custom fields 1 to 3, as the
 /// field ids count. The texts are part of the file's content and live as long as that.
-struct _EQINFO {  // NOLINT(bugprone-reserved-identifier): the established name
+struct _EQINFO {  // NOLINT(clang-diagnostic-reserved-identifier): the established name
   std::array<std::string_view, 7> texts;
 
   std::string_view controlNum() const { return texts[0]; }

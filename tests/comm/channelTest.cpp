@@ -15,7 +15,6 @@ const TcommParameters serialParameters = [] {
   std::copy_n("COM5", 5, parameters.portName.begin());
   return parameters;
 }();
-const TcommParameters usbParameters = TusbParameters();
 
 TcommParameters addressOf(int port, unsigned timeOut = 0) {
   return TethernetParameters{port, {127, 0, 0, 1}, timeOut};

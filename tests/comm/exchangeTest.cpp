@@ -10,8 +10,6 @@
 
 namespace {
 
-const TcommParameters usbParameters = TusbParameters();
-
 /// A channel that answers from a text, and of which everything that happens can be read.
 class TscriptedChannel final : public TDataCommClass {
  public:

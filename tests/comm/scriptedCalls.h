@@ -3,8 +3,11 @@
 #include <QByteArrayList>
 #include <algorithm>
 
+#include "comm/commParameters.h"
 #include "comm/d2xxCalls.h"
 #include "comm/serialCalls.h"
+
+inline const TcommParameters usbParameters = TusbParameters();
 
 /// A serial port that does nothing but remember the calls, of which one kind fails.
 class TscriptedSerial final : public TserialCalls {

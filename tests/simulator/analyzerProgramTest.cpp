@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int patience = 20000;  // milliseconds
 constexpr int blocks = 6;
 
 /// The program, serving one link, in a folder of its own. Ends with the test.

@@ -8,7 +8,6 @@
 const bool hasSerialLink = true;
 
 TtestHost openSerialHost(const QByteArray& path) {
-  constexpr int patience = 20000;  // milliseconds
   const auto port = std::make_shared<QFile>(QFile::decodeName(path));
   if (!port->open(QIODevice::ReadWrite | QIODevice::Unbuffered)) return {};
   termios mode{};

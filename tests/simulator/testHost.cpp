@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int patience = 20000;  // milliseconds
 constexpr qsizetype blockSize = 264;
 
 TtestHost openTcp(const QByteArray& port) {

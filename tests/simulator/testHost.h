@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <functional>
 
+inline constexpr int patience = 20000;  ///< ms that an analyzer has to answer
+
 /// The host's end of a link in its plainest form: what the analyzer must get along with. The last copy closes it.
 struct TtestHost {
   /// How many bytes the link takes; -1 where it is lost.
