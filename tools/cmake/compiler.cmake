@@ -15,8 +15,8 @@ endif()
 
 find_program(EQREC_CCACHE ccache)
 if(EQREC_CCACHE)
-  # The sloppiness is what the compiler cache needs to work with precompiled headers. What a source depends on is known
-  # from the compiler itself: to preprocess each source before would make a first build a quarter longer.
+  # The sloppiness is what the compiler cache needs to work with precompiled headers. The compiler
+  # itself says what a source depends on: to preprocess each one for that would make a first build longer.
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_DEPEND=1
       ${EQREC_CCACHE})
