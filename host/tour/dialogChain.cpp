@@ -2,8 +2,6 @@
 
 #include <QApplication>
 
-namespace {}  // namespace
-
 void TdialogChain::add(const char* dialog, const Tact& act, const char* button) {
   acts_.append({QString::fromLatin1(dialog), act, QString::fromLatin1(button)});
 }

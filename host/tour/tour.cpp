@@ -94,14 +94,14 @@ QTableView* Ttour::grid() const {
 }
 
 void Ttour::launch() {
-  host().tabTo(host().control<QAbstractButton>(QStringLiteral("btnLaunch")));
+  host().tabTo(host().button("btnLaunch"));
   host().press(Qt::Key_Space);
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not open"));
   expect(host_->isHidden(), QStringLiteral("the host's window does not give way"));
 }
 
 void Ttour::leave() {
-  frame().tabTo(frame().control<QAbstractButton>(QStringLiteral("BtnExit")));
+  frame().tabTo(frame().button("BtnExit"));
   frame().press(Qt::Key_Space);
   expect(QTest::qWaitFor([this] { return host_->pluginFrame() == nullptr; }, windowPatience),
          QStringLiteral("the plug-in's window stays"));

@@ -10,6 +10,8 @@
 #include "host/hostWindow.h"
 #include "host/tour/userHands.h"
 
+inline constexpr int controlNumColumn = 1;  ///< of the plug-in's grid
+
 /// The guided tour: a user's way through host and plug-in, driven by real key and mouse events on a copy of a list, so
 /// that nothing of the user's is changed. Prints one line a step, saying what was checked, and puts a picture of every
 /// screen into a folder.

@@ -47,7 +47,7 @@ void Ttour::tourFullList() {
 
 QString Ttour::openHost() {
   startHost(list_);
-  const auto* button = host().control<QAbstractButton>(QStringLiteral("btnLaunch"));
+  const auto* button = host().button("btnLaunch");
   expect(button->text() == QStringLiteral("Equipment Record\nEditor"), QStringLiteral("the button says otherwise"));
   pictures(host_.get(), QStringLiteral("host"));
   return QStringLiteral("the launch button has the plug-in's caption");

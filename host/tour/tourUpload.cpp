@@ -59,11 +59,11 @@ QStringList inListOrder(const QStringList& numbers, const QStringList& texts) {
 }
 
 void choose(const TuserHands& selector, const char* method) {
-  selector.click(selector.control<QAbstractButton>(QString::fromLatin1(method)));
+  selector.click(selector.button(method));
 }
 
 void connectBy(const TuserHands& selector) {
-  selector.tabTo(selector.control<QAbstractButton>(QStringLiteral("btnConnect")));
+  selector.tabTo(selector.button("btnConnect"));
   selector.press(Qt::Key_Space);
 }
 

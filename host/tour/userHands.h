@@ -10,7 +10,6 @@
 #include <stdexcept>
 
 inline constexpr int windowPatience = 5000;  ///< ms that a window has to do what it is to do
-inline constexpr int controlNumColumn = 1;   ///< of the grid
 
 /// A step of the tour did not find what it looked for.
 class TstepFailed : public std::runtime_error {
