@@ -18,7 +18,7 @@ if(EQREC_CCACHE)
   # The sloppiness is what the compiler cache needs to work with precompiled headers. The compiler
   # itself says what a source depends on: to preprocess each one for that would make a first build longer.
   set(CMAKE_CXX_COMPILER_LAUNCHER
-      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_DEPEND=1
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
       ${EQREC_CCACHE})
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endif()

@@ -1,4 +1,4 @@
-# How a room of the house, a test of it and the like are declared.
+# How a library of plugin/, its test program and the like are declared.
 
 # Of sources that exist once a platform, the ending of their names.
 if(WIN32)
@@ -7,7 +7,7 @@ else()
   set(EQREC_PLATFORM posix)
 endif()
 
-# A target that does nothing but precompile the Qt headers, once for all rooms with windows.
+# A target that does nothing but precompile the Qt headers, once for all libraries with windows.
 function(eqrec_precompiled_qt target)
   if(NOT TARGET eqrec_precompiled)
     file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "")
@@ -23,27 +23,27 @@ function(eqrec_precompiled_qt target)
   target_precompile_headers(${target} REUSE_FROM eqrec_precompiled)
 endfunction()
 
-# eqrec_room(<name> [WIDGETS] [USES <targets>] SOURCES <files>)
-# A room is a static library eqrec_<name>; what it USES is all that it may include and call. A room with WIDGETS has
-# forms, resources and Qt Widgets; any other links no Qt unless USES names it.
-function(eqrec_room name)
-  cmake_parse_arguments(ROOM "WIDGETS" "" "SOURCES;USES" ${ARGN})
+# eqrec_library(<name> [WIDGETS] [USES <targets>] SOURCES <files>)
+# Declares the static library eqrec_<name>. It may include and call only what it USES. With WIDGETS it has forms,
+# resources and Qt Widgets; otherwise it links no Qt unless USES names it.
+function(eqrec_library name)
+  cmake_parse_arguments(LIBRARY "WIDGETS" "" "SOURCES;USES" ${ARGN})
   set(target eqrec_${name})
-  add_library(${target} STATIC ${ROOM_SOURCES})
+  add_library(${target} STATIC ${LIBRARY_SOURCES})
   target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/plugin)
-  target_link_libraries(${target} PUBLIC ${ROOM_USES})
-  if(ROOM_WIDGETS)
+  target_link_libraries(${target} PUBLIC ${LIBRARY_USES})
+  if(LIBRARY_WIDGETS)
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
     target_link_libraries(${target} PUBLIC Qt6::Widgets)
     eqrec_precompiled_qt(${target})
   endif()
 endfunction()
 
-# eqrec_test(<room> USES <targets> SOURCES <files>)
-# One test program a room, test_<room>, run headless.
-function(eqrec_test room)
+# eqrec_test(<library> USES <targets> SOURCES <files>)
+# One test program a library, test_<library>, run headless.
+function(eqrec_test library)
   cmake_parse_arguments(TEST "" "" "SOURCES;USES" ${ARGN})
-  set(target test_${room})
+  set(target test_${library})
   add_executable(${target} ${TEST_SOURCES})
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
   target_link_libraries(${target} PRIVATE ${TEST_USES} eqrec_testTools)
@@ -52,6 +52,6 @@ function(eqrec_test room)
     set(format -o -,tap)
     set(fonts "QT_QPA_FONTDIR=Z:/usr/share/fonts/truetype/dejavu")
   endif()
-  add_test(NAME ${room} COMMAND ${target} ${format})
-  set_tests_properties(${room} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${fonts}" TIMEOUT 300)
+  add_test(NAME ${library} COMMAND ${target} ${format})
+  set_tests_properties(${library} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${fonts}" TIMEOUT 300)
 endfunction()
