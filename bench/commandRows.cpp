@@ -18,7 +18,7 @@ constexpr double mostForCommand = 50;                     // milliseconds
 
 std::shared_ptr<TrecordList> fullList(const TbenchFolders& folders) {
   auto list = std::make_shared<TrecordList>();
-  loadFullList(folders, list->records());
+  list->setRecords(fullTable(folders));
   loadTitles(folders, list->titles());
   list->clearSearch();
   return list;
@@ -65,7 +65,7 @@ Tsides prepareSearch(const TbenchFolders& folders, const std::string& needle, bo
   const auto found = std::make_shared<std::size_t>();
   const auto finder = std::make_shared<TrecordSearch>(std::as_const(*list).records(), std::as_const(*list).titles());
   const auto ours = [=] {
-    if (afterChange) list->records().at(0).setTestProc(1);
+    if (afterChange) list->change(TlistChange(TreplaceRecord{0, list->records().at(0)}));
     return millisecondsOf([&] { *found = finder->find({"", "", "", needle}).size(); });
   };
   const auto scan = [=] { return millisecondsOf([&] { *found = occurrences(*texts, needle); }); };

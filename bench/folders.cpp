@@ -13,12 +13,14 @@ std::string contentOf(const std::filesystem::path& path) {
   return content;
 }
 
-void loadFullList(const TbenchFolders& folders, TequipRecTable& records) {
+TequipRecTable fullTable(const TbenchFolders& folders) {
+  TequipRecTable records;
   bool complete = false;
   const TERStatus status =
       TequipRecFromFile(&records, equipRecLimit, folders.dataFile(), folders.infoFile(), diskFileSystem(), &complete);
   require(status == ERSUCCESS && complete, "the list was not loaded whole, status " + std::to_string(status));
   require(records.count() == equipRecLimit, "the list is not full");
+  return records;
 }
 
 void loadTitles(const TbenchFolders& folders, TtestProcTable& titles) {

@@ -19,5 +19,5 @@ struct TbenchFolders {
 std::string contentOf(const std::filesystem::path& path);
 
 /// The full list. Throws `std::runtime_error` where it cannot be loaded or is not full.
-void loadFullList(const TbenchFolders& folders, TequipRecTable& records);
+TequipRecTable fullTable(const TbenchFolders& folders);
 void loadTitles(const TbenchFolders& folders, TtestProcTable& titles);

@@ -27,7 +27,7 @@ constexpr double longestGap = 100;  // milliseconds
 /// So many lines, the records of the full list over and over, each with a Device ID of its own.
 std::filesystem::path makeFile(const TbenchFolders& folders, std::size_t lineCount) {
   TequipRecTable records;
-  loadFullList(folders, records);
+  records = fullTable(folders);
   auto path = folders.scratch / (std::to_string(lineCount) + ".txt");
   std::ofstream file(path, std::ios::binary);
   for (std::size_t i = 0; i < lineCount; ++i) {
@@ -56,7 +56,7 @@ double importBare(const std::filesystem::path& path, std::size_t expected = equi
   TeverOnward observer;
   return millisecondsOf([&] {
     TimportRun run = runImport(optionsOf(path), eachColumn, columnCount, records, observer);
-    for (TequipRec& record : run.records) records.append(std::move(record));
+    applyChange(records, TlistChange::append(records.count(), std::move(run.records)));
     require(records.count() == expected, "not all records were imported");
   });
 }

@@ -44,7 +44,7 @@ void splitFiles(const TbenchFolders& folders, Tfields& fields) {
 
 double measureLoad(const TbenchFolders& folders) {
   TequipRecTable records;  // freeing it is not part of the load
-  return millisecondsOf([&] { loadFullList(folders, records); });
+  return millisecondsOf([&] { records = fullTable(folders); });
 }
 
 double measureFloor(const TbenchFolders& folders) {

@@ -42,11 +42,13 @@ class Tpage {
  public:
   Tpage(const TbenchFolders& folders, std::size_t recordCount) {
     TequipRecTable all;
-    loadFullList(folders, all);
+    all = fullTable(folders);
     loadTitles(folders, titles_);
+    std::vector<TequipRec> last;
     for (std::size_t i = all.count() - recordCount; i < all.count(); ++i) {
-      records_.append(all.at(static_cast<TrecordIndex>(i)));
+      last.push_back(all.at(static_cast<TrecordIndex>(i)));
     }
+    records_ = TequipRecTable(std::move(last));
     view_.showAll();
     model_.refill();
     grid_.setModel(&model_);

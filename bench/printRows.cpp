@@ -22,7 +22,7 @@ constexpr double mostForPreview = 1000;  // milliseconds
 class TprintList {
  public:
   explicit TprintList(const TbenchFolders& folders) {
-    loadFullList(folders, records_);
+    records_ = fullTable(folders);
     loadTitles(folders, titles_);
   }
 

@@ -13,7 +13,7 @@ namespace {
 struct TsavedList {
   explicit TsavedList(const TbenchFolders& folders) : folder(folders.scratch / "save") {
     std::filesystem::create_directories(folder);
-    loadFullList(folders, records);
+    records = fullTable(folders);
   }
 
   std::filesystem::path folder;

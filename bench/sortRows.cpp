@@ -30,7 +30,7 @@ constexpr std::array<TsortColumn, 10> sortColumns = {{{"number", columnNumber},
 /// The full list, and a view of it to sort.
 struct TsortedList {
   explicit TsortedList(const TbenchFolders& folders) : view(records, titles) {
-    loadFullList(folders, records);
+    records = fullTable(folders);
     loadTitles(folders, titles);
     view.showAll();
   }

@@ -33,7 +33,7 @@ void checkRecord(const TequipRec& record) {
   mustHold(record.testProc() >= minTestProc && record.testProc() <= maxTestProc);
   for (int field = 0; field < fieldCount; ++field) {
     const std::string_view text = record.text(field);
-    mustHold(text.size() < fieldSizes[static_cast<std::size_t>(field)] && text.find('"') == std::string_view::npos);
+    mustHold(text.size() < textField(field).size && text.find('"') == std::string_view::npos);
   }
 }
 

@@ -101,7 +101,10 @@ void TEquipmentRecordPluginFrame::setUpKeys() {
 }
 
 void TEquipmentRecordPluginFrame::loadData() {
-  if (const auto message = files_.load(list_.records())) showMessage(nullptr, *message);
+  TequipRecTable records;
+  const auto message = files_.load(records);
+  list_.setRecords(std::move(records));
+  if (message) showMessage(nullptr, *message);
   const auto loaded =
       loadTestProcTable(diskFileSystem(), findPath(context_.workingFolder, "Data/testProc.asq"), list_.titles());
   if (loaded == TtestProcLoad::damaged) showMessage(nullptr, corruptTestProcList);

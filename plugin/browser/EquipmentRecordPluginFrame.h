@@ -60,7 +60,8 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void goToSearch();
 
   // What the editor needs
-  TequipRecTable& records() override { return list_.records(); }
+  const TequipRecTable& records() const override { return list_.records(); }
+  void change(TlistChange change) override { list_.change(std::move(change)); }
   const TtestProcTable& testProcs() const override { return list_.titles(); }
   std::size_t shownCount() const override { return list_.view().count(); }
   TrecordIndex recordAt(std::size_t row) const override { return list_.view().at(row); }

@@ -11,7 +11,7 @@
 
 void TEquipmentRecordPluginFrame::btnImportClick() {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
-  const QPointer<TEquipRecImportOptions> form = new TEquipRecImportOptions(list_.records(), ini_, this);
+  const QPointer<TEquipRecImportOptions> form = new TEquipRecImportOptions(*this, ini_, this);
   const int result = form->exec();
   if (self.isNull()) return;
   const std::unique_ptr<TEquipRecImportOptions> closed(form.data());

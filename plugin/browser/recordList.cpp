@@ -34,25 +34,27 @@ bool TrecordList::hasRoomFor(std::size_t count) const {
 
 TrecordIndex TrecordList::addBlank() {
   const auto index = static_cast<TrecordIndex>(records_.count());
-  records_.append(TequipRec());
+  change(TlistChange::append(index, std::vector<TequipRec>(1)));
   view_.append(index);
   return index;
 }
 
 void TrecordList::removeAdded(TrecordIndex index) {
-  records_.remove(index);
+  change(TlistChange(TremoveRecords{{index}}));
   view_.showAll();
 }
 
 TrowRange TrecordList::copy(const TrowRange& rows) {
   const std::size_t firstNew = view_.count();
-  records_.reserve(records_.count() + rows.count());
+  const std::size_t count = records_.count();
+  std::vector<TequipRec> copies;
+  copies.reserve(rows.count());
   for (std::size_t row = rows.top; row <= rows.bottom; ++row) {
-    TequipRec record = records_.at(view_.at(row));
-    record.setText(fieldControlNum, "");
-    view_.append(static_cast<TrecordIndex>(records_.count()));
-    records_.append(std::move(record));
+    view_.append(static_cast<TrecordIndex>(count + copies.size()));
+    copies.push_back(records_.at(view_.at(row)));
+    copies.back().setText(fieldControlNum, "");
   }
+  change(TlistChange::append(count, std::move(copies)));
   return {firstNew, view_.count() - 1};
 }
 
@@ -60,7 +62,7 @@ void TrecordList::remove(const TrowRange& rows) {
   std::vector<TrecordIndex> indices;
   for (std::size_t row = rows.top; row <= rows.bottom; ++row) indices.push_back(view_.at(row));
   std::sort(indices.begin(), indices.end());
-  records_.remove(indices);
+  change(TlistChange(TremoveRecords{std::move(indices)}));
   view_.showAll();
   if (searchActive_ && !view_.isEmpty() && !searchTexts_.isEmpty()) {
     view_.show(search_.find(searchTexts_));

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 #include "browser/columns.h"
 #include "browser/search.h"
 #include "browser/view.h"
-#include "store/datastructs.h"
+#include "store/listChange.h"
 #include "support/gridLayout.h"
 #include "testproc/autosequenceFileStructs.h"
 
@@ -21,8 +22,12 @@ struct TrowRange {
 /// window; whoever changes it refills the grid.
 class TrecordList {
  public:
-  TequipRecTable& records() { return records_; }
   const TequipRecTable& records() const { return records_; }
+  /// Replaces all records. The view is to be made anew afterwards.
+  void setRecords(TequipRecTable records) { records_ = std::move(records); }
+  /// Makes a change and returns the one that takes it back. The view stays as it is.
+  TlistChange change(TlistChange change) { return applyChange(records_, std::move(change)); }
+
   TtestProcTable& titles() { return titles_; }
   const TtestProcTable& titles() const { return titles_; }
   const Tview& view() const { return view_; }

@@ -61,7 +61,7 @@ class TtextSorter {
  public:
   /// Copies the column's texts first, so that what follows stays within a piece of memory that is small and in order.
   TtextSorter(const std::vector<TrecordIndex>& indices, const TequipRecTable& records, int field)
-      : wordCount_((fieldSizes[static_cast<std::size_t>(field)] + wordLength - 1) / wordLength) {
+      : wordCount_((textField(field).size + wordLength - 1) / wordLength) {
     words_.reserve(indices.size() * wordCount_);
     for (const TrecordIndex index : indices) appendWords(records.at(index).text(field));
   }

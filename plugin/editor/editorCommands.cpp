@@ -25,7 +25,11 @@ void TfrmEqRecEditor::goToRow(std::size_t row) {
 }
 
 void TfrmEqRecEditor::btnOkClick() {
-  if (TequipRec* record = currentRecord()) boxes().accept(*record, markedTestProc());
+  if (const TequipRec* record = currentRecord()) {
+    TequipRec changed = *record;
+    boxes().accept(changed, markedTestProc());
+    replaceCurrent(std::move(changed));
+  }
   host_.refillGrid();
   accept();
 }

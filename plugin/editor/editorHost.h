@@ -2,16 +2,13 @@
 
 #include <cstddef>
 
-#include "store/datastructs.h"
+#include "store/listChange.h"
 
 class TtestProcTable;
 
 /// What the record editor needs of the browser that opens it. Rows are those of the browser's grid, counted from 0.
-class TeditorHost {
+class TeditorHost : public TlistOwner {
  public:
-  virtual ~TeditorHost() = default;
-
-  virtual TequipRecTable& records() = 0;
   virtual const TtestProcTable& testProcs() const = 0;
 
   /// How many records the grid shows; 0 where the view is empty, although the grid then has one blank row.

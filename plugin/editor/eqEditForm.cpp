@@ -52,7 +52,7 @@ void TfrmEqRecEditor::setUpForm() {
   registerPictures();
   ui_->setupUi(this);
   setWindowFlags(windowFlags() | Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint);
-  forEachBox([](std::size_t field, auto& box) { box.setMaxLength(static_cast<int>(fieldSizes[field]) - 1); });
+  forEachBox([](std::size_t field, auto& box) { box.setMaxLength(static_cast<int>(textFields[field].size) - 1); });
   ui_->lstTestProc->setModel(model_.get());
   QPalette readOnly = ui_->txtTestProcedure->palette();
   readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
@@ -117,7 +117,7 @@ void TfrmEqRecEditor::forEachBox(Visit visit) const {
   visit(fieldCustom3, *ui_->txtCustom3);
 }
 
-TequipRec* TfrmEqRecEditor::currentRecord() const {
+const TequipRec* TfrmEqRecEditor::currentRecord() const {
   if (currentIndex_ == noRecord) return nullptr;
   const auto index = static_cast<TrecordIndex>(currentIndex_);
   return index < host_.records().count() ? &host_.records().at(index) : nullptr;
@@ -134,7 +134,16 @@ void TfrmEqRecEditor::showBoxes(const TrecordFields& fields) {
 }
 
 void TfrmEqRecEditor::store() {
-  if (TequipRec* record = currentRecord()) boxes().store(*record);
+  const TequipRec* record = currentRecord();
+  if (record == nullptr) return;
+  TequipRec changed = *record;
+  boxes().store(changed);
+  replaceCurrent(std::move(changed));
+}
+
+void TfrmEqRecEditor::replaceCurrent(TequipRec record) {
+  if (record == *currentRecord()) return;
+  host_.change(TlistChange(TreplaceRecord{static_cast<TrecordIndex>(currentIndex_), std::move(record)}));
 }
 
 void TfrmEqRecEditor::showRecord(std::int32_t index) {

@@ -59,10 +59,11 @@ class TfrmEqRecEditor : public QDialog {
 
   template <typename Visit>
   void forEachBox(Visit visit) const;
-  TequipRec* currentRecord() const;
+  const TequipRec* currentRecord() const;
   TrecordFields boxes() const;
   void showBoxes(const TrecordFields& fields);
   void store();
+  void replaceCurrent(TequipRec record);
   void showNoRecord();
   void goToRow(std::size_t row);
 

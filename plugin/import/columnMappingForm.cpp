@@ -33,11 +33,11 @@ void showCaption(QLabel* label, const QString& caption) {
 
 }  // namespace
 
-TEquipRecImport::TEquipRecImport(TimportOptions options, TequipRecTable& records, TiniFile ini, TimportResult& result,
+TEquipRecImport::TEquipRecImport(TimportOptions options, TlistOwner& list, TiniFile ini, TimportResult& result,
                                  QWidget* parent)
     : QDialog(parent),
       options_(std::move(options)),
-      records_(records),
+      list_(list),
       ini_(std::move(ini)),
       result_(result),
       sample_(TimportSample::read(options_)),
@@ -118,7 +118,7 @@ void TEquipRecImport::cbChange(std::size_t field) {
 void TEquipRecImport::BtnImportClick() {
   const QPointer<TEquipRecImport> self(this);
   mapping().save(ini_);
-  TimportDialogs dialogs(options_, mapping(), fields_.size() - 1, records_, this);
+  TimportDialogs dialogs(options_, mapping(), fields_.size() - 1, list_, this);
   const auto end = dialogs.run();
   if (self.isNull() || end == TimportDialogs::Tend::unreadable) return;  // the user may choose another file, or cancel
   const bool imported = end == TimportDialogs::Tend::imported;

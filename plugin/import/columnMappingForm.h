@@ -12,7 +12,7 @@
 
 class QComboBox;
 class QLineEdit;
-class TequipRecTable;
+class TlistOwner;
 namespace Ui {
 class TEquipRecImport;
 }
@@ -34,8 +34,7 @@ class TEquipRecImport : public QDialog {
 
  public:
   /// `result` and the records are the caller's and must be there until the dialog is closed.
-  TEquipRecImport(TimportOptions options, TequipRecTable& records, TiniFile ini, TimportResult& result,
-                  QWidget* parent);
+  TEquipRecImport(TimportOptions options, TlistOwner& list, TiniFile ini, TimportResult& result, QWidget* parent);
   ~TEquipRecImport() override;
 
   /// False: the file could not be read, and there is nothing to be chosen.
@@ -59,7 +58,7 @@ class TEquipRecImport : public QDialog {
   void BtnBackClick();
 
   TimportOptions options_;
-  TequipRecTable& records_;
+  TlistOwner& list_;
   TiniFile ini_;
   TimportResult& result_;
   std::optional<TimportSample> sample_;

@@ -10,13 +10,13 @@
 #include "support/messageBox.h"
 
 TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,
-                               TequipRecTable& records, QWidget* owner)
-    : options_(std::move(options)), mapping_(mapping), columnCount_(columnCount), records_(records), owner_(owner) {}
+                               TlistOwner& list, QWidget* owner)
+    : options_(std::move(options)), mapping_(mapping), columnCount_(columnCount), list_(list), owner_(owner) {}
 
 TimportDialogs::Tend TimportDialogs::run() {
   progress_ = new TImportProgress(owner_);
   progress_->show();
-  TimportRun result = runImport(options_, mapping_, columnCount_, records_, *this);
+  TimportRun result = runImport(options_, mapping_, columnCount_, list_.records(), *this);
   if (progress_.isNull()) return Tend::ownerGone;
   const Tend how = end(result);
   const std::unique_ptr<TImportProgress> done(progress_.data());
@@ -55,8 +55,7 @@ TimportDialogs::Tend TimportDialogs::end(TimportRun& result) {
 
 /// Takes the records over before anything is said, so that they stay whatever happens while a box is open.
 TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
-  records_.reserve(records_.count() + result.records.size());
-  for (TequipRec& record : result.records) records_.append(std::move(record));
+  list_.change(TlistChange::append(list_.records().count(), std::move(result.records)));
   const std::initializer_list<std::pair<bool, const TmessageText*>> messages = {
       {result.limitReached, &recordsExceeded},
       {result.malformed, &recordsMalformed},

@@ -5,6 +5,7 @@
 #include "import/columnMapping.h"
 #include "import/importOptions.h"
 #include "import/importRun.h"
+#include "store/listChange.h"
 #include "support/messages.h"
 
 class QWidget;
@@ -24,8 +25,8 @@ class TimportDialogs : private TimportObserver {
     ownerGone    ///< the owner was deleted
   };
 
-  TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,
-                 TequipRecTable& records, QWidget* owner);
+  TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount, TlistOwner& list,
+                 QWidget* owner);
 
   Tend run();
 
@@ -40,7 +41,7 @@ class TimportDialogs : private TimportObserver {
   TimportOptions options_;
   TcolumnMapping mapping_;
   std::size_t columnCount_;
-  TequipRecTable& records_;
+  TlistOwner& list_;
   QPointer<QWidget> owner_;
   QPointer<TImportProgress> progress_;
 };

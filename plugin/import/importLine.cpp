@@ -69,7 +69,7 @@ std::optional<TequipRec> recordInLine(const TfieldList& fields, const TcolumnMap
   if (deviceId.empty()) return std::nullopt;
 
   if (fields.size() - 1 != columnCount) findings.malformed = true;
-  if (deviceId.size() >= fieldSizes[fieldControlNum]) findings.truncated = true;
+  if (deviceId.size() >= textField(fieldControlNum).size) findings.truncated = true;
   TequipRec record;
   record.setText(fieldControlNum, deviceId);
   for (int field = fieldControlNum + 1; field < fieldCount; ++field) {

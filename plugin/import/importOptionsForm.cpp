@@ -25,8 +25,8 @@ class TdelimiterValidator : public QValidator {
 
 }  // namespace
 
-TEquipRecImportOptions::TEquipRecImportOptions(TequipRecTable& records, TiniFile ini, QWidget* parent)
-    : QDialog(parent), records_(records), ini_(std::move(ini)), ui_(std::make_unique<Ui::TEquipRecImportOptions>()) {
+TEquipRecImportOptions::TEquipRecImportOptions(TlistOwner& list, TiniFile ini, QWidget* parent)
+    : QDialog(parent), list_(list), ini_(std::move(ini)), ui_(std::make_unique<Ui::TEquipRecImportOptions>()) {
   ui_->setupUi(this);
   setWindowFlags(windowFlags() | Qt::MSWindowsFixedSizeDialogHint);
   ui_->EditDelimiter->setValidator(new TdelimiterValidator(this));
@@ -109,7 +109,7 @@ void TEquipRecImportOptions::BtnContinueClick() {
   const QPointer<TEquipRecImportOptions> self(this);
   hide();
   auto result = TimportResult::back;
-  const QPointer<TEquipRecImport> form = new TEquipRecImport(options(), records_, ini_, result, parentWidget());
+  const QPointer<TEquipRecImport> form = new TEquipRecImport(options(), list_, ini_, result, parentWidget());
   const bool readable = form->hasSample();
   if (readable) form->exec();
   const std::unique_ptr<TEquipRecImport> closed(form.data());

@@ -6,7 +6,7 @@
 #include "import/importOptions.h"
 #include "support/iniFile.h"
 
-class TequipRecTable;
+class TlistOwner;
 namespace Ui {
 class TEquipRecImportOptions;
 }
@@ -20,7 +20,7 @@ class TEquipRecImportOptions : public QDialog {
 
  public:
   /// The records are the caller's and must be there until the dialog is closed or deleted.
-  TEquipRecImportOptions(TequipRecTable& records, TiniFile ini, QWidget* parent);
+  TEquipRecImportOptions(TlistOwner& list, TiniFile ini, QWidget* parent);
   ~TEquipRecImportOptions() override;
 
   /// Ends when the dialog is closed or deleted, but not while it is merely hidden behind the second step.
@@ -36,7 +36,7 @@ class TEquipRecImportOptions : public QDialog {
   void BtnBrowseClick();
   void BtnContinueClick();
 
-  TequipRecTable& records_;
+  TlistOwner& list_;
   TiniFile ini_;
   std::unique_ptr<Ui::TEquipRecImportOptions> ui_;
 };

@@ -9,7 +9,7 @@ TequipRec::Tblock::Tblock() {
   char* next = texts.data();
   for (std::size_t id = 0; id < index.size(); ++id) {
     index[id] = next;
-    next += fieldSizes[id];
+    next += textFields[id].size;
   }
 }
 
@@ -38,7 +38,7 @@ bool TequipRec::setText(int fieldId, const char* text) {
 
 void TequipRec::setText(int fieldId, std::string_view text) {
   char* field = buffer(fieldId);
-  const std::size_t size = fieldSizes[static_cast<std::size_t>(fieldId)];
+  const std::size_t size = textField(fieldId).size;
   const std::size_t length = text.copy(field, size - 1);
   std::memset(field + length, 0, size - length);
 }
@@ -53,22 +53,11 @@ bool TequipRec::setTestProc(unsigned number) {
   return true;
 }
 
+bool TequipRec::operator==(const TequipRec& other) const {
+  return block_->testProc == other.block_->testProc && block_->texts == other.block_->texts;
+}
+
 char* TequipRec::buffer(int fieldId) const {
   if (fieldId < 0 || fieldId >= fieldCount) throw TERException(ERINVALIDFIELD, "Invalid field id");
   return block_->index[static_cast<std::size_t>(fieldId)];
-}
-
-void TequipRecTable::remove(const std::vector<TrecordIndex>& indices) {
-  ++revision_;
-  auto removed = indices.begin();
-  std::size_t kept = 0;
-  for (std::size_t index = 0; index < records_.size(); ++index) {
-    if (removed != indices.end() && *removed == index) {
-      ++removed;
-    } else {
-      if (kept != index) records_[kept] = std::move(records_[index]);
-      ++kept;
-    }
-  }
-  records_.resize(kept);
 }

@@ -1,17 +1,19 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The number of equipment records that the analyzer can hold, and so the most that New, Copy, an import and the record
 /// files may bring into the table.
 inline constexpr std::size_t equipRecLimit = 18432;
 
-/// Field ids: the text fields of a record.
+/// Field ids: the text fields of a record, as positions in `textFields`.
 inline constexpr int fieldControlNum = 0;
 inline constexpr int fieldDescription = 1;
 inline constexpr int fieldManufacturer = 2;
@@ -19,22 +21,78 @@ inline constexpr int fieldModel = 3;
 inline constexpr int fieldCustom1 = 4;
 inline constexpr int fieldCustom2 = 5;
 inline constexpr int fieldCustom3 = 6;
-inline constexpr int fieldCount = 7;
 
-/// Bytes of each text field's buffer by field id, the terminating zero included: a text is at most one byte shorter.
-inline constexpr std::array<std::size_t, fieldCount> fieldSizes = {18, 64, 22, 22, 64, 64, 64};
+/// When the grid shows a field's column.
+enum class Tshown : std::uint8_t { always, atFirst, onDemand };
+
+/// Everything that is particular to one text field of a record.
+struct TtextField {
+  int id;
+  std::size_t size;        ///< bytes of its buffer, the terminating zero included: a text is at most one byte shorter
+  const char* name;        ///< in names of controls ("chkModel", "txtModel"), and in upper case in settings ("MODEL")
+  const char* heading;     ///< of its column; for a custom field the caption that it has until the user names it
+  const char* importName;  ///< in names of the import's controls ("cbMake") and in its settings ("Make")
+  const char* exportName;  ///< in the heading line of an export; the misspelling is part of that format
+  int customNumber;        ///< 1, 2, ... for a custom field, whose caption is the user's; 0 for any other
+  Tshown shown;
+};
+
+/// The shape of a record. Whatever depends on the text fields follows from this table: the size of a record, the lines
+/// of the record files, the columns of grid, report and export, and the controls, settings and columns of an import.
+inline constexpr auto textFields = std::to_array<TtextField>({
+    {fieldControlNum, 18, "ControlNum", "Control Number", "DeviceID", "control nun", 0, Tshown::always},
+    {fieldDescription, 64, "Description", "Description", "Desc", "description", 0, Tshown::atFirst},
+    {fieldManufacturer, 22, "Manufacturer", "Manufacturer", "Make", "manufacturer", 0, Tshown::atFirst},
+    {fieldModel, 22, "Model", "Model", "Model", "model", 0, Tshown::atFirst},
+    {fieldCustom1, 64, "Custom1", "Custom 1", "Custom1", "custom1", 1, Tshown::onDemand},
+    {fieldCustom2, 64, "Custom2", "Custom 2", "Custom2", "custom2", 2, Tshown::onDemand},
+    {fieldCustom3, 64, "Custom3", "Custom 3", "Custom3", "custom3", 3, Tshown::onDemand},
+});
+
+inline constexpr int fieldCount = static_cast<int>(textFields.size());
+
+/// Bytes of all fields' buffers together.
+inline constexpr std::size_t textFieldsSize = [] {
+  std::size_t sum = 0;
+  for (const TtextField& field : textFields) sum += field.size;
+  return sum;
+}();
+
+/// The number of custom fields, which have the highest field ids.
+inline constexpr std::size_t customFieldCount = [] {
+  std::size_t count = 0;
+  for (const TtextField& field : textFields) count += field.customNumber > 0 ? 1 : 0;
+  return count;
+}();
+
+static_assert(
+    [] {
+      for (int id = 0; id < fieldCount; ++id) {
+        const TtextField& field = textFields.at(static_cast<std::size_t>(id));
+        const int firstCustom = fieldCount - static_cast<int>(customFieldCount);
+        const int customNumber = id < firstCustom ? 0 : id - firstCustom + 1;
+        if (field.id != id || field.customNumber != customNumber || field.size < 2) return false;
+      }
+      return true;
+    }(),
+    "A field's id is its position in the table, and custom fields come last, numbered from 1");
+
+/// The field of an id, which must be one from 0 to `fieldCount` - 1.
+constexpr const TtextField& textField(int id) {
+  return textFields.at(static_cast<std::size_t>(id));
+}
 
 inline constexpr unsigned minTestProc = 1;
 inline constexpr unsigned maxTestProc = 500;
 
-/// One piece of equipment that the analyzer tests: seven texts (Windows-1252, zero-terminated, zero-filled) and the
+/// One piece of equipment that the analyzer tests: its texts (Windows-1252, zero-terminated, zero-filled) and the
 /// number of its test procedure.
 ///
 /// All of it lies in one block that the record owns, so that a record costs one allocation and moves by a pointer. A
 /// record that was moved from may only be assigned to or destroyed.
 class TequipRec {
  public:
-  /// A blank record: seven empty texts, test procedure 1.
+  /// A blank record: empty texts, test procedure 1.
   TequipRec();
   TequipRec(const TequipRec& other);
   TequipRec(TequipRec&&) noexcept = default;
@@ -58,10 +116,11 @@ class TequipRec {
   bool setTestProc(unsigned number);
   unsigned testProc() const { return block_->testProc; }
 
- private:
-  static constexpr std::size_t textSize = 18 + 64 + 22 + 22 + 64 + 64 + 64;
+  /// Whether both hold the same texts and number.
+  bool operator==(const TequipRec& other) const;
 
-  /// The seven buffers, one after the other, and the index of pointers to them.
+ private:
+  /// The buffers, one after the other, and the index of pointers to them.
   struct Tblock {
     Tblock();
     Tblock(const Tblock&) = delete;
@@ -69,7 +128,7 @@ class TequipRec {
 
     std::array<char*, fieldCount> index;
     std::uint16_t testProc = minTestProc;
-    std::array<char, textSize> texts{};
+    std::array<char, textFieldsSize> texts{};
   };
 
   char* buffer(int fieldId) const;
@@ -80,27 +139,29 @@ class TequipRec {
 /// A record's position in the record table, from 0.
 using TrecordIndex = std::uint32_t;
 
-/// The ordered list of all records. Indices are stable between changes; the table itself knows no limit.
+class TlistChange;
+
+/// The ordered list of all records, to read only. `applyChange` (store/listChange.h) is the one way to change it.
+/// Indices are stable between changes; the table itself knows no limit.
 class TequipRecTable {
  public:
-  std::size_t count() const { return records_.size(); }
-  /// A number that is another one after each change, or chance of one, by any of the functions below.
-  std::uint64_t revision() const { return revision_; }
+  TequipRecTable() = default;
+  explicit TequipRecTable(std::vector<TequipRec> records) : records_(std::move(records)), revision_(newRevision()) {}
 
-  /// A record to be changed now: the reference is not for keeping.
-  TequipRec& at(TrecordIndex index) { return ++revision_, records_[index]; }
+  std::size_t count() const { return records_.size(); }
   const TequipRec& at(TrecordIndex index) const { return records_[index]; }
 
-  void append(TequipRec record) { ++revision_, records_.push_back(std::move(record)); }
-  /// Removes one record; those behind it move up by one.
-  void remove(TrecordIndex index) { ++revision_, records_.erase(records_.begin() + index); }
-  /// Removes several records in one pass; `indices` must be ascending, each at most once.
-  void remove(const std::vector<TrecordIndex>& indices);
-  void removeAll() { ++revision_, records_.clear(); }
-  /// Makes room for so many records in all.
-  void reserve(std::size_t count) { records_.reserve(count); }
+  /// Changes whenever the table may have changed. No two tables share a number, unless they are copies.
+  std::uint64_t revision() const { return revision_; }
 
  private:
+  friend TlistChange applyChange(TequipRecTable& table, TlistChange change);
+
+  static std::uint64_t newRevision() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+  }
+
   std::vector<TequipRec> records_;
-  std::uint64_t revision_ = 0;
+  std::uint64_t revision_ = newRevision();
 };

@@ -65,7 +65,7 @@ TequipRecFiles::Tstamps TequipRecFiles::stamps() const {
 
 TERStatus TequipRecFiles::loadFiles(TequipRecTable& table) {
   allRead_ = false;
-  table.removeAll();
+  table = TequipRecTable();
   TsavedPair(files_, dataPath(), infoPath()).recover();
   known_ = stamps();  // before the files are read: a change meanwhile is then seen as one
   bool complete = false;

@@ -27,9 +27,9 @@ TERStatus readFile(TfileSystem& files, const std::filesystem::path& path, List& 
 
 /// Whether a record made of the two lines holds all that they say.
 bool fits(const _EQDAT& data, const _EQINFO& info) {
-  if (data.controlNum != info.controlNum() || data.controlNum.size() >= fieldSizes[fieldControlNum]) return false;
-  for (std::size_t id = fieldDescription; id < fieldSizes.size(); ++id) {
-    if (info.texts[id].size() >= fieldSizes[id]) return false;
+  if (data.controlNum != info.controlNum() || data.controlNum.size() >= textField(fieldControlNum).size) return false;
+  for (std::size_t id = fieldDescription; id < textFields.size(); ++id) {
+    if (info.texts[id].size() >= textFields[id].size) return false;
   }
   return true;
 }
@@ -47,13 +47,15 @@ TequipRec makeRecord(const _EQDAT& data, const _EQINFO& info) {
 /// Appends a record for each pair. Returns whether each holds all that its lines say.
 bool merge(const Tpairing& pairing, const TdataList& data, const TinfoList& info, TequipRecTable& store) {
   bool complete = true;
-  store.reserve(pairing.pairs.size());
+  std::vector<TequipRec> records;
+  records.reserve(pairing.pairs.size());
   for (const Tpair& pair : pairing.pairs) {
     const _EQDAT& dataLine = data.entries[pair.data];
     const _EQINFO& infoLine = info.entries[pair.info];
     complete = fits(dataLine, infoLine) && complete;
-    store.append(makeRecord(dataLine, infoLine));
+    records.push_back(makeRecord(dataLine, infoLine));
   }
+  store = TequipRecTable(std::move(records));
   return complete;
 }
 
@@ -69,7 +71,7 @@ TERStatus TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, cons
                             const std::filesystem::path& infoPath, TfileSystem& files, bool* complete) {
   if (complete != nullptr) *complete = true;
   if (store == nullptr || dataPath.empty() || infoPath.empty()) return ERINVALIDINPUT;
-  store->removeAll();
+  *store = TequipRecTable();
   TsavedPair pair(files, dataPath, infoPath);
   pair.recover();
 

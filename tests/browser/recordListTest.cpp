@@ -3,6 +3,7 @@
 #include "browser/csvExport.h"
 #include "browser/recordList.h"
 #include "browser/settings.h"
+#include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
@@ -17,11 +18,12 @@ QByteArray shown(const TrecordList& list) {
 
 void add(TrecordList& list, const char* controlNum, const char* description, const char* manufacturer,
          unsigned testProc) {
-  TequipRec& record = list.records().at(list.addBlank());
-  record.setText(fieldControlNum, controlNum);
-  record.setText(fieldDescription, description);
-  record.setText(fieldManufacturer, manufacturer);
-  record.setTestProc(testProc);
+  edit(list, list.addBlank(), [&](TequipRec& record) {
+    record.setText(fieldControlNum, controlNum);
+    record.setText(fieldDescription, description);
+    record.setText(fieldManufacturer, manufacturer);
+    record.setTestProc(testProc);
+  });
 }
 
 void fill(TrecordList& list) {
@@ -36,7 +38,7 @@ void fill(TrecordList& list) {
       "d & co",
       2);
   add(list, "d", "Bed", "Lampe AG", 123);
-  list.records().at(2).setText(fieldCustom3, "near 123");
+  edit(list, 2, [](TequipRec& record) { record.setText(fieldCustom3, "near 123"); });
 }
 
 }  // namespace
@@ -108,7 +110,7 @@ void TrecordListTest::copiesGoToTheEndWithoutControlNumber() {
   QCOMPARE(shown(list), "abcd");
   QCOMPARE(list.view().cellText(4, fieldDescription), "ABC pump");
   QCOMPARE(list.view().cellText(4, columnTestProc), "123");
-  list.records().at(4).setText(fieldDescription, "changed");
+  edit(list, 4, [](TequipRec& record) { record.setText(fieldDescription, "changed"); });
   QCOMPARE(list.view().cellText(1, fieldDescription), "ABC pump");
 }
 

@@ -2,6 +2,7 @@
 
 #include "browser/view.h"
 #include "testproc/autosequenceFileStructs.h"
+#include "tools/recordChanges.h"
 #include "tools/testList.h"
 
 namespace {
@@ -16,7 +17,7 @@ struct Tlist {
     record.setText(fieldControlNum, controlNum);
     record.setText(fieldDescription, description);
     record.setTestProc(testProc);
-    records.append(record);
+    append(records, record);
     view.showAll();
   }
 

@@ -13,12 +13,14 @@
 #include "editor/editorHost.h"
 #include "editor/eqEditForm.h"
 #include "testproc/autosequenceFileStructs.h"
+#include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 
 /// A browser window's stand-in: the rows that it shows, and what it was asked to do.
 class TeditorBrowser final : public QWidget, public TeditorHost {
  public:
-  TequipRecTable& records() override { return records_; }
+  const TequipRecTable& records() const override { return records_; }
+  void change(TlistChange change) override { applyChange(records_, std::move(change)); }
   const TtestProcTable& testProcs() const override { return titles; }
   std::size_t shownCount() const override { return rows.size(); }
   TrecordIndex recordAt(std::size_t row) const override { return rows.at(row); }
@@ -47,7 +49,7 @@ class TeditorFixture {
       TequipRec record;
       record.setText(fieldControlNum, "r" + std::to_string(browser->records().count()));
       record.setTestProc(testProc);
-      browser->records().append(record);
+      browser->change(TlistChange::append(browser->records().count(), {record}));
     }
   }
 

@@ -48,7 +48,7 @@ void TeditorTest::okStoresAllAndRefills() {
   QVERIFY(f.editor->isHidden() && !f.editor->isCancelled());
   QCOMPARE(f.field(0, fieldControlNum), "");
   for (std::size_t id = 1; id < fieldCount; ++id) {
-    QCOMPARE(f.field(0, static_cast<int>(id)), (boxNames[id] + tail).left(static_cast<int>(fieldSizes[id]) - 2));
+    QCOMPARE(f.field(0, static_cast<int>(id)), (boxNames[id] + tail).left(static_cast<int>(textFields[id].size) - 2));
   }
   QCOMPARE(f.browser->records().at(0).testProc(), 500U);
   QCOMPARE(f.browser->refills, 1);
@@ -164,14 +164,14 @@ void TeditorTest::keyboardMarks() {
   f.press(Qt::Key_Return);
   QCOMPARE(f.browser->records().at(1).testProc(), 3U);
   for (unsigned number = 100; number < 200; ++number) f.browser->titles.set(number, "t");
-  f.browser->records().at(2).setTestProc(150);
+  edit(*f.browser, 2, [&](TequipRec& record) { record.setTestProc(150); });
   f.open(0);
   QCOMPARE(f.list()->rowAt(0), 54);  // the marked one is at the top
 }
 
 void TeditorTest::enterMovesOn() {
   TeditorFixture f;
-  f.browser->records().at(0).clear();
+  edit(*f.browser, 0, [&](TequipRec& record) { record.clear(); });
   f.open();
   for (const char key : QByteArray("1234567890ABCDEFGH")) QTest::keyClick(f.editor->windowHandle(), key);
   f.press(Qt::Key_Return);
@@ -222,7 +222,7 @@ void TeditorTest::opensCentredAndTheHostMayGoFirst() {
 void TeditorTest::boxesTakeCleanInput() {
   for (const auto& [box, limit] : {std::pair("txtControlNum", 17), std::pair("txtCustom1", 63)}) {
     TeditorFixture f;
-    f.browser->records().at(0).clear();
+    edit(*f.browser, 0, [&](TequipRec& record) { record.clear(); });
     f.open();
     f.type(box, QStringLiteral("a\u4E2D\"b"));
     f.paste(box, QStringLiteral("c\r\nd\u0416\"e\n\r\u2028\u20AC%1\U0001F600").arg(QChar(u'\0')));
@@ -247,7 +247,8 @@ void TeditorTest::everyByteSurvives() {
   for (int byte = 1; byte < 256; ++byte) {
     const std::string text = std::string("x") + static_cast<char>(byte) + "y";
     f.editor->showRecord(1);
-    for (int field = 0; field < fieldCount; ++field) f.browser->records().at(0).setText(field, text);
+    for (int field = 0; field < fieldCount; ++field)
+      edit(*f.browser, 0, [&](TequipRec& record) { record.setText(field, text); });
     f.editor->showRecord(0);
     f.editor->showRecord(1);  // stores what is shown
     for (int field = 0; field < fieldCount; ++field) QCOMPARE(f.field(0, field), text);
@@ -256,7 +257,7 @@ void TeditorTest::everyByteSurvives() {
 
 void TeditorTest::menuPastesCleanedAndCutKeepsEveryByte() {
   TeditorFixture f;
-  f.browser->records().at(2).setText(fieldDescription, "a\xA0\x80z");
+  edit(*f.browser, 2, [&](TequipRec& record) { record.setText(fieldDescription, "a\xA0\x80z"); });
   f.open(0);
   QApplication::clipboard()->setText(QStringLiteral("\"\u4E2D"));
   const auto menu = std::unique_ptr<QMenu>(f.control<QLineEdit>("txtControlNum")->createStandardContextMenu());

@@ -10,6 +10,7 @@
 #include "browser/frameFixture.h"
 #include "import/importOptionsForm.h"
 #include "store/datastructs.h"
+#include "tools/recordChanges.h"
 #include "tools/testList.h"
 
 /// The import as a user goes through its dialogs.
@@ -84,15 +85,16 @@ const Tact confirm = click("TImportProgress", "BtnOK");
 /// An import of `f.csv` into a table of one record, called "a".
 struct TimportFixture {
   TimportFixture() {
-    records.append(TequipRec());
-    records.at(0).setText(fieldControlNum, "a");
+    TequipRec record;
+    record.setText(fieldControlNum, "a");
+    append(list.table, record);
   }
   /// Opens the options dialog and does the acts. Returns the result; -1 where not all could be done.
   int import(const QByteArray& content, const Tacts& acts) {
     writeBytes(file, content);
     QObject context;
     follow(acts, &context);
-    options = new TEquipRecImportOptions(records, TiniFile(folder / "e.ini"), host.get());
+    options = new TEquipRecImportOptions(list, TiniFile(folder / "e.ini"), host.get());
     in<QLineEdit>(options, "EditFilename")->setText(name);
     const int result = options->exec();
     const std::unique_ptr<QDialog> closed(options.data());
@@ -100,7 +102,7 @@ struct TimportFixture {
   }
   QByteArray ids() const {
     QByteArrayList ids;
-    for (TrecordIndex i = 0; i < records.count(); ++i) ids << records.at(i).text(fieldControlNum);
+    for (TrecordIndex i = 0; i < list.table.count(); ++i) ids << list.table.at(i).text(fieldControlNum);
     return ids.join(' ');
   }
 
@@ -108,7 +110,7 @@ struct TimportFixture {
   std::filesystem::path file = folder / "f.csv";
   QString name = QString::fromStdString(file.string());
   TmessageRecorder messages;
-  TequipRecTable records;
+  TtestList list;
   std::unique_ptr<QWidget> host = std::make_unique<QWidget>();
   QPointer<TEquipRecImportOptions> options;
 };
@@ -172,7 +174,7 @@ void TdialogsTest::importGoesThroughAllDialogs() {
   QCOMPARE(f.import("WARD,Asset Tag,x\nw,N\" 1,7\nw,12345678901234567890\n", acts), int{QDialog::Accepted});
   QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"Malformed Equipment Records", "Device IDs Truncated"}));
   QCOMPARE(f.ids(), "a N\x94 1 12345678901234567");
-  QCOMPARE(f.records.at(1).testProc(), 7U);
+  QCOMPARE(f.list.table.at(1).testProc(), 7U);
 }
 
 void TdialogsTest::duplicatesAreRenamedOrSkipped() {

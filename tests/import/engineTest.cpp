@@ -7,6 +7,7 @@
 #include "import/importRun.h"
 #include "import/lineReader.h"
 #include "support/iniFile.h"
+#include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
@@ -174,10 +175,10 @@ void TengineTest::runStopsAtTheLimitAndWhenTold() {
   f.pollsUntilStop = 1;
   run = f.run(lines);
   QVERIFY(run.end == TimportRun::Tend::cancelled && run.records.empty());
-  for (int i = 0; i < 18431; ++i) f.table.append(TequipRec());
+  f.table = TequipRecTable(std::vector<TequipRec>(18431));
   run = f.run("a,,,1\nb,,,x\n");
   QVERIFY(run.limitReached && !run.malformed && run.records.size() == 1);
-  f.table.append(TequipRec());
+  append(f.table, TequipRec());
   run = f.run("a,,,1\n");
   QVERIFY(run.limitReached && run.records.empty() && run.end == TimportRun::Tend::done);
 }

@@ -8,6 +8,7 @@
 #include "print/reportTable.h"
 #include "testproc/autosequenceFileStructs.h"
 #include "tools/childProcess.h"
+#include "tools/recordChanges.h"
 
 /// A table of so many records with the control numbers ID00000, ID00001, ...; all other texts are `text`, cut to the
 /// fields' lengths.
@@ -19,7 +20,7 @@ class TprintFixture {
       TequipRec record;
       for (int field = 0; field < fieldCount; ++field) record.setText(field, std::string_view(text));
       record.setText(fieldControlNum, QStringLiteral("ID%1").arg(i, 5, 10, QLatin1Char('0')).toLatin1().constData());
-      records.append(std::move(record));
+      append(records, std::move(record));
     }
   }
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "store/testRecords.h"
+#include "tools/recordChanges.h"
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -104,10 +105,14 @@ class TformatTest : public QObject {
   }
 
   void formatIsToTheByte() {
-    TequipRecTable table = tableOf("A1 500 ,B2 1 a;b,C3 3 ");
-    table.at(0).setText(fieldManufacturer, "\xC4\x81");
-    table.at(1).setText(fieldModel, " m, ");
-    for (int id = fieldCustom1; id < fieldCount; ++id) table.at(0).setText(id, QByteArray::number(id).constData());
+    TtestList list;
+    list.table = tableOf("A1 500 ,B2 1 a;b,C3 3 ");
+    edit(list, 0, [](TequipRec& record) {
+      record.setText(fieldManufacturer, "\xC4\x81");
+      for (int id = fieldCustom1; id < fieldCount; ++id) record.setText(id, QByteArray::number(id).constData());
+    });
+    edit(list, 1, [](TequipRec& record) { record.setText(fieldModel, " m, "); });
+    const TequipRecTable& table = list.table;
     const TtestFolder folder;
     QCOMPARE(saveText(table, folder / "none"), "2");
     QCOMPARE(TequipRecToFile(table, 2, folder / "eq.dat", folder / "eqinfo.dat", diskFileSystem()), ERSUCCESS);
@@ -121,11 +126,10 @@ class TformatTest : public QObject {
     QByteArray bytes;
     for (int byte = 1; byte < 256; ++byte) bytes.append(byte == '"' || byte == '\n' ? "" : QByteArray(1, char(byte)));
     TequipRec record;
-    for (int id = 0, at = 0; id < fieldCount; at += int(fieldSizes[size_t(id++)]) - 1) {
-      record.setText(id, bytes.mid(at, qsizetype(fieldSizes[size_t(id)]) - 1).constData());
+    for (int id = 0, at = 0; id < fieldCount; at += int(textField(id++).size) - 1) {
+      record.setText(id, bytes.mid(at, qsizetype(textField(id).size) - 1).constData());
     }
-    TequipRecTable table;
-    for (int i = 0; i < 5000; ++i) table.append(record);
+    const TequipRecTable table(std::vector<TequipRec>(5000, record));
     const TtestFolder folder;
     QCOMPARE(saveText(table, folder.path()), "0");
     QVERIFY(loadText(folder.path()) == "0: " + textOf(table));

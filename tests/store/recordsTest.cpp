@@ -3,6 +3,7 @@
 #include "store/equipRecFiles.h"
 #include "store/loadReport.h"
 #include "store/testRecords.h"
+#include "tools/recordChanges.h"
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -119,10 +120,49 @@ class TrecordsTest : public QObject {
     }
   }
 
+  void changeIsTakenBackByItsInverse() {
+    TtestList list;
+    list.table = tableOf("A 1 a, B 2 b, C 3 c, D 4 d");
+    const TequipRecTable others = tableOf("X 7 x, Y 8 y, Z 9 z");
+    const auto records = [&](std::size_t count) {
+      std::vector<TequipRec> some;
+      for (TrecordIndex i = 0; i < count; ++i) some.push_back(others.at(i));
+      return some;
+    };
+    TlistChange change(TremoveRecords{{0, 2}});
+    change.add(TinsertRecords{{0, 2, 4}, records(3)});
+    change.add(TreplaceRecord{1, others.at(2)});
+    change.add(TremoveRecords{{4}});
+    const std::uint64_t revision = list.table.revision();
+    TlistChange inverse = applyChange(list.table, std::move(change));
+    QCOMPARE(textOf(list.table), "X 7 x, Z 9 z, Y 8 y, D 4 d");
+    QVERIFY(list.table.revision() != revision);
+    const TlistChange again = applyChange(list.table, std::move(inverse));
+    QCOMPARE(textOf(list.table), "A 1 a, B 2 b, C 3 c, D 4 d");
+    applyChange(list.table, again);
+    QCOMPARE(textOf(list.table), "X 7 x, Z 9 z, Y 8 y, D 4 d");
+    list.change(TlistChange::append(4, records(1)));
+    QCOMPARE(textOf(list.table), "X 7 x, Z 9 z, Y 8 y, D 4 d, X 7 x");
+  }
+
+  void changeThatDoesNotFitChangesNothing() {
+    TtestList list;
+    list.table = tableOf("A 1 a, B 2 b");
+    const std::initializer_list<TlistStep> steps = {TremoveRecords{{2}},
+                                                    TremoveRecords{{1, 0}},
+                                                    TremoveRecords{{1, 1}},
+                                                    TreplaceRecord{2, {}},
+                                                    TinsertRecords{{3}, std::vector<TequipRec>(1)},
+                                                    TinsertRecords{{2}, std::vector<TequipRec>(2)}};
+    for (const TlistStep& step : steps) {
+      QVERIFY_THROWS_EXCEPTION(std::out_of_range, list.change(TlistChange(step)));
+      QCOMPARE(textOf(list.table), "A 1 a, B 2 b");
+    }
+  }
+
   void fullTableIsSmall() {
     const std::size_t before = allocatedBytes();
-    TequipRecTable table;
-    for (std::size_t i = 0; i < equipRecLimit; ++i) table.append(TequipRec());
+    const TequipRecTable table{std::vector<TequipRec>(equipRecLimit)};
     const std::size_t each = (allocatedBytes() - before) / equipRecLimit;
     if (each == 0) QSKIP("This allocator does not count");
     QVERIFY2(each > 317 && each <= 400, qPrintable(QString::number(each)));

@@ -10,16 +10,16 @@
 
 /// Records by control number, test procedure and description, told as "A1 7 Pump, B2 1 Lamp".
 inline TequipRecTable tableOf(const QByteArray& text) {
-  TequipRecTable table;
+  std::vector<TequipRec> records;
   for (const QByteArray& told : QByteArray(text).replace(", ", ",").split(',')) {
     const QByteArrayList parts = told.split(' ');
     TequipRec record;
     record.setText(fieldControlNum, parts[0].constData());
     record.setTestProc(parts[1].toUInt());
     record.setText(fieldDescription, parts[2].constData());
-    table.append(record);
+    records.push_back(record);
   }
-  return table;
+  return TequipRecTable(std::move(records));
 }
 
 inline QByteArray textOf(const TequipRecTable& table) {

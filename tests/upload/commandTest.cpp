@@ -7,6 +7,7 @@
 #include "support/messageBox.h"
 #include "tools/analyzerProcess.h"
 #include "tools/messageRecorder.h"
+#include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 #include "tools/whenOpen.h"
@@ -34,9 +35,9 @@ class TuploadCommandTest : public QObject {
     owner_ = std::make_unique<QWidget>();
     TequipRec record;
     record.setText(fieldControlNum, std::string_view("A-1"));
-    records_.append(std::move(record));
+    append(records_, std::move(record));
   }
-  void cleanup() { records_.removeAll(); }
+  void cleanup() { records_ = {}; }
 
   void theWholeListArrives() {
     TanalyzerProcess analyzer({QStringLiteral("--usb"), QStringLiteral("0")});
@@ -51,7 +52,7 @@ class TuploadCommandTest : public QObject {
     qputenv("QT484_USB", "1");  // where nothing listens
     upload();
     QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
-    for (std::size_t i = 0; i < equipRecLimit; ++i) records_.append(TequipRec());
+    records_ = TequipRecTable(std::vector<TequipRec>(equipRecLimit));
     upload();
     QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
   }

@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "store/datastructs.h"
+#include "tools/recordChanges.h"
 #include "tools/testList.h"
 #include "upload/uploadImage.h"
 
@@ -49,12 +50,11 @@ class TimageTest : public QObject {
   }
 
   void aFullTableFillsTheImage() {
-    TequipRecTable records;
-    for (std::size_t i = 0; i < equipRecLimit; ++i) records.append(TequipRec());
+    TequipRecTable records{std::vector<TequipRec>(equipRecLimit)};
     const auto entries = makeUploadEntries(records);
     const TuploadCommStruct upload(TuploadMethod::usb, 1, {}, entries);
     QCOMPARE(upload.image.size(), equipRecLimit * 22);
-    records.append(TequipRec());
+    append(records, TequipRec());
     const auto tooMany = makeUploadEntries(records);
     QVERIFY_THROWS_EXCEPTION(std::length_error, TuploadCommStruct(TuploadMethod::usb, 1, {}, tooMany));
   }

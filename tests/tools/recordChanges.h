@@ -1,0 +1,26 @@
+#pragma once
+
+#include <utility>
+
+#include "store/listChange.h"
+
+/// A list without a window.
+struct TtestList final : TlistOwner {
+  const TequipRecTable& records() const override { return table; }
+  void change(TlistChange change) override { applyChange(table, std::move(change)); }
+
+  TequipRecTable table;
+};
+
+/// Adds one record at the end of a table.
+inline void append(TequipRecTable& table, TequipRec record) {
+  applyChange(table, TlistChange::append(table.count(), {std::move(record)}));
+}
+
+/// Lets `edit` change one record of a list, which has `records()` and `change()`.
+template <typename List, typename Edit>
+void edit(List& list, TrecordIndex index, Edit edit) {
+  TequipRec record = list.records().at(index);
+  edit(record);
+  list.change(TlistChange(TreplaceRecord{index, std::move(record)}));
+}
