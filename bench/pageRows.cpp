@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "bench/rows.h"
-#include "browser/columns.h"
+#include "browser/columnLayout.h"
 #include "browser/gridModel.h"
 #include "browser/settings.h"
 #include "browser/view.h"
@@ -30,7 +30,7 @@ class TcountingModel : public TgridModel {
 
 TcolumnLayout allColumns() {
   TbrowserSettings settings;
-  settings.display.custom = {true, true, true};
+  settings.shown.fill(true);
   TcolumnLayout columns;
   columns.build(settings);
   return columns;

@@ -4,7 +4,7 @@
 
 #include "bench/program.h"
 #include "bench/rows.h"
-#include "browser/columns.h"
+#include "browser/columnLayout.h"
 #include "browser/view.h"
 #include "store/datastructs.h"
 #include "testproc/autosequenceFileStructs.h"

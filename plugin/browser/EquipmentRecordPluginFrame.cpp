@@ -33,7 +33,7 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
   setUpGrid();
   setUpKeys();
   // Widths belong to column indices, whatever comes to stand there; they are read for the full set of columns.
-  layout_ = TgridLayout::load(ini_, layoutSection, ui_->tblEqRec->width(), TgridLayout::mostColumns);
+  layout_ = TgridLayout::load(ini_, layoutSection, ui_->tblEqRec->width(), static_cast<int>(allColumns.size()));
   settings_ = TbrowserSettings::load(ini_);
   list_.buildColumns(settings_);
   loadData();

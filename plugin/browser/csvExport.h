@@ -5,7 +5,7 @@
 class Tview;
 class TtestProcTable;
 
-enum class TexportResult { done, notOpened, nothingToExport };
+enum class TexportResult { done, notOpened, nothingShown };
 
 /// Writes the records of the view, in its order, to a comma-separated text file, a line each behind a heading line,
 /// each line in the system's hands as it is written. Whatever the file held is gone, also where there is nothing to

@@ -1,19 +1,23 @@
+#include <QPointer>
 #include <QPushButton>
 #include <memory>
 
 #include "browser/EquipmentRecordPluginFrame.h"
+#include "browser/browserMessages.h"
 #include "browser/csvExport.h"
 #include "browser/gridModel.h"
-#include "browser/messages.h"
 #include "browser/optionsForm.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
+#include "import/importOptionsForm.h"
+#include "print/printForm.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
 #include "support/recordString.h"
 #include "support/recordText.h"
 #include "support/sortedGrid.h"
 #include "ui_EquipmentRecordPluginFrame.h"
+#include "upload/uploadCommand.h"
 
 // What the frame's buttons, keys and clicks do. The rules are TrecordList's.
 
@@ -24,6 +28,12 @@ std::string searchText(const QLineEdit* edit) {
   const auto text = toRecordText(edit->text());
   const std::string foundNowhere("x\0x", 3);
   return text ? std::string(trimmedText(*text)) : foundNowhere;
+}
+
+std::vector<TrecordIndex> recordsOf(const Tview& view, const TrowRange& rows) {
+  std::vector<TrecordIndex> records;
+  for (std::size_t row = rows.top; row <= rows.bottom; ++row) records.push_back(view.at(row));
+  return records;
 }
 
 }  // namespace
@@ -116,7 +126,7 @@ void TEquipmentRecordPluginFrame::btnExportClick() {
     case TexportResult::notOpened:
       showMessage(this, exportNotOpened);
       break;
-    case TexportResult::nothingToExport:
+    case TexportResult::nothingShown:
       showMessage(this, nothingToExport);
       break;
     case TexportResult::done:
@@ -136,6 +146,45 @@ void TEquipmentRecordPluginFrame::btnOptionsClick() {
   list_.changeColumns(settings_, layout_.sort);
   sort();
   ui_->tblEqRec->setColumnWidths(layout_);
+}
+
+void TEquipmentRecordPluginFrame::btnPrintClick() {
+  const Tview& view = list_.view();
+  if (view.isEmpty()) {
+    showMessage(this, nothingToPrint);
+    return;
+  }
+  const auto rows = selectedRows();
+  TprintJob job{list_.records(), list_.titles(), recordsOf(view, {0, view.count() - 1}),
+                rows ? recordsOf(view, *rows) : std::vector<TrecordIndex>(), settings_.captions};
+  const QPointer<TEquipRecPrint> form = new TEquipRecPrint(std::move(job), ini_, this);
+  form->exec();
+  const std::unique_ptr<TEquipRecPrint> closed(form.data());
+}
+
+void TEquipmentRecordPluginFrame::BtnUploadClick() {
+  if (uploading_) return;
+  if (list_.view().isEmpty()) {
+    showMessage(this, noRecordsToUpload);
+    return;
+  }
+  const QPointer<TEquipmentRecordPluginFrame> self(this);
+  uploading_ = true;
+  uploadRecords(this, list_.records(), TiniFile(findPath(context_.programFolder, "QT484pc.ini")));
+  if (!self.isNull()) uploading_ = false;
+}
+
+/// Shows all records afterwards, so that the new ones are in sight whatever was searched for before.
+void TEquipmentRecordPluginFrame::btnImportClick() {
+  const QPointer<TEquipmentRecordPluginFrame> self(this);
+  const QPointer<TEquipRecImportOptions> form = new TEquipRecImportOptions(*this, ini_, this);
+  const int result = form->exec();
+  if (self.isNull()) return;
+  const std::unique_ptr<TEquipRecImportOptions> closed(form.data());
+  if (result != QDialog::Accepted) return;
+  btnClearSearchClick();
+  setCurrentRow(currentRow());
+  ui_->tblEqRec->setFocus();
 }
 
 void TEquipmentRecordPluginFrame::BtnHelpClick() {

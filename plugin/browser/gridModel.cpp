@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "browser/columns.h"
+#include "browser/columnLayout.h"
 #include "browser/view.h"
 #include "support/recordString.h"
 

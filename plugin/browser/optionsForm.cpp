@@ -1,22 +1,45 @@
 #include "browser/optionsForm.h"
 
 #include <QValidator>
-#include <array>
+#include <algorithm>
 #include <utility>
 
 #include "browser/settings.h"
+#include "support/formControl.h"
 #include "support/recordString.h"
 #include "ui_optionsForm.h"
 
 namespace {
 
-/// Refuses characters that Windows-1252 lacks, in which captions are stored.
+/// Refuses what a caption cannot be stored with: characters that Windows-1252 lacks, line breaks and other controls.
 class TcaptionValidator : public QValidator {
  public:
   using QValidator::QValidator;
 
-  State validate(QString& text, int& /*position*/) const override { return toRecordText(text) ? Acceptable : Invalid; }
+  State validate(QString& text, int& /*position*/) const override {
+    const auto isControl = [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F'; };
+    const auto bytes = toRecordText(text);
+    return bytes && std::none_of(bytes->begin(), bytes->end(), isControl) ? Acceptable : Invalid;
+  }
 };
+
+/// Calls `visit` with each custom field's number, from 0, its edit and its check box.
+template <typename Visit>
+void forEachCustomField(const QWidget& form, Visit visit) {
+  for (const TtextField& field : textFields) {
+    if (field.customNumber == 0) continue;
+    visit(static_cast<std::size_t>(field.customNumber) - 1, formControl<QLineEdit>(form, "txt", field.name),
+          formControl<TliteralCheckBox>(form, "chk", field.name));
+  }
+}
+
+/// Calls `visit` with the index of each column that the user may hide, and its check box.
+template <typename Visit>
+void forEachOptionalColumn(const QWidget& form, Visit visit) {
+  for (std::size_t i = 0; i < allColumns.size(); ++i) {
+    if (allColumns[i].shown != Tshown::always) visit(i, formControl<QCheckBox>(form, "chk", allColumns[i].name));
+  }
+}
 
 }  // namespace
 
@@ -25,12 +48,10 @@ TfrmOptions::TfrmOptions(TiniFile ini, QWidget* parent)
       ini_(std::move(ini)),
       ui_(std::make_unique<Ui::TfrmOptions>()) {
   ui_->setupUi(this);
-  const std::array<std::pair<QLineEdit*, TliteralCheckBox*>, 3> custom = {
-      {{ui_->txtCustom1, ui_->chkCustom1}, {ui_->txtCustom2, ui_->chkCustom2}, {ui_->txtCustom3, ui_->chkCustom3}}};
-  for (const auto& [edit, box] : custom) {
-    edit->setValidator(new TcaptionValidator(this));
-    connect(edit, &QLineEdit::textChanged, box, &TliteralCheckBox::setLiteralText);
-  }
+  forEachCustomField(*this, [this](std::size_t, QLineEdit& edit, TliteralCheckBox& box) {
+    edit.setValidator(new TcaptionValidator(this));
+    connect(&edit, &QLineEdit::textChanged, &box, &TliteralCheckBox::setLiteralText);
+  });
   connect(ui_->btnOK, &QPushButton::clicked, this, &TfrmOptions::btnOKClick);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &TfrmOptions::reject);
   showSettings();
@@ -40,29 +61,19 @@ TfrmOptions::~TfrmOptions() = default;
 
 void TfrmOptions::showSettings() {
   const TbrowserSettings settings = TbrowserSettings::load(ini_);
-  ui_->chkDescription->setChecked(settings.display.description);
-  ui_->chkManufacturer->setChecked(settings.display.manufacturer);
-  ui_->chkModel->setChecked(settings.display.model);
-  ui_->chkTitle->setChecked(settings.display.title);
-  ui_->chkCustom1->setChecked(settings.display.custom[0]);
-  ui_->chkCustom2->setChecked(settings.display.custom[1]);
-  ui_->chkCustom3->setChecked(settings.display.custom[2]);
-  ui_->txtCustom1->setText(fromRecordText(settings.customNames[0]));
-  ui_->txtCustom2->setText(fromRecordText(settings.customNames[1]));
-  ui_->txtCustom3->setText(fromRecordText(settings.customNames[2]));
+  forEachOptionalColumn(*this, [&](std::size_t column, QCheckBox& box) { box.setChecked(settings.shown[column]); });
+  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TliteralCheckBox& box) {
+    edit.setText(fromRecordText(settings.captions[number]));
+    box.setLiteralText(edit.text());  // an empty caption does not change the edit
+  });
 }
 
 void TfrmOptions::btnOKClick() {
   TbrowserSettings settings;
-  settings.display.description = ui_->chkDescription->isChecked();
-  settings.display.manufacturer = ui_->chkManufacturer->isChecked();
-  settings.display.model = ui_->chkModel->isChecked();
-  settings.display.title = ui_->chkTitle->isChecked();
-  settings.display.custom = {ui_->chkCustom1->isChecked(), ui_->chkCustom2->isChecked(), ui_->chkCustom3->isChecked()};
-  const std::array<QLineEdit*, 3> edits = {ui_->txtCustom1, ui_->txtCustom2, ui_->txtCustom3};
-  for (std::size_t i = 0; i < edits.size(); ++i) {
-    settings.customNames[i] = toRecordText(edits[i]->text()).value_or(std::string());
-  }
+  forEachOptionalColumn(*this, [&](std::size_t column, QCheckBox& box) { settings.shown[column] = box.isChecked(); });
+  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TliteralCheckBox&) {
+    settings.captions[number] = toRecordText(edit.text()).value_or(std::string());
+  });
   settings.saveOptions(ini_);
   accept();
 }

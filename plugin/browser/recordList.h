@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "browser/columns.h"
+#include "browser/columnLayout.h"
 #include "browser/search.h"
 #include "browser/view.h"
 #include "store/listChange.h"

@@ -4,34 +4,36 @@
 #include <functional>
 #include <utility>
 
+#include "store/columns.h"
 #include "support/recordText.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
 
-constexpr int titleField = -1;
-
-/// One text, in lower case, that is sought in one field or in the titles.
-struct TfieldSearch {
-  int field;
+/// One text, in lower case, that is sought in one text field or in the titles.
+struct TcolumnSearch {
+  TcolumnId column;
   std::string needle;
 };
 
-/// The searches that the texts lead to, in the order in which their results are shown.
-std::vector<TfieldSearch> searchesFor(const TsearchTexts& texts) {
-  const std::array<std::pair<int, const std::string*>, 3> own = {
+/// The searches that the texts lead to, in the order in which their results are shown: first the fields that have a
+/// search box of their own, then all others.
+std::vector<TcolumnSearch> searchesFor(const TsearchTexts& texts) {
+  const std::array<std::pair<TcolumnId, const std::string*>, 3> own = {
       {{fieldDescription, &texts.description}, {fieldManufacturer, &texts.manufacturer}, {fieldModel, &texts.model}}};
-  std::vector<TfieldSearch> searches;
-  for (const auto& [field, text] : own) {
-    if (!text->empty()) searches.push_back({field, lowerCased(*text)});
+  std::vector<TcolumnSearch> searches;
+  for (const auto& [column, text] : own) {
+    if (!text->empty()) searches.push_back({column, lowerCased(*text)});
   }
   if (texts.general.empty()) return searches;
   const std::string general = lowerCased(texts.general);
-  for (const auto& [field, text] : own) {
-    if (text->empty()) searches.push_back({field, general});
+  for (const auto& [column, text] : own) {
+    if (text->empty()) searches.push_back({column, general});
   }
-  for (const int field : {fieldControlNum, titleField, fieldCustom1, fieldCustom2, fieldCustom3}) {
-    searches.push_back({field, general});
+  for (const Tcolumn& column : allColumns) {
+    const bool hasOwnBox = std::any_of(own.begin(), own.end(), [&](const auto& box) { return box.first == column.id; });
+    const bool searched = column.id < fieldCount || column.id == columnTitle;
+    if (searched && !hasOwnBox) searches.push_back({column.id, general});
   }
   return searches;
 }
@@ -46,10 +48,9 @@ std::vector<TrecordIndex> TrecordSearch::find(const TsearchTexts& texts) {
   refresh();
   std::vector<TrecordIndex> united;
   std::vector<bool> taken(records_.count());
-  for (const TfieldSearch& search : searchesFor(texts)) {
-    const auto found = search.field == titleField
-                           ? findTitle(search.needle)
-                           : columns_[static_cast<std::size_t>(search.field)].find(search.needle);
+  for (const TcolumnSearch& search : searchesFor(texts)) {
+    const auto found =
+        search.column == columnTitle ? findTitle(search.needle) : columns_.at(search.column).find(search.needle);
     for (const TrecordIndex index : found) {
       if (!taken[index]) united.push_back(index);
       taken[index] = true;
@@ -58,13 +59,13 @@ std::vector<TrecordIndex> TrecordSearch::find(const TsearchTexts& texts) {
   return united;
 }
 
-void TrecordSearch::Tcolumn::append(std::string_view text) {
+void TrecordSearch::TlowerTexts::append(std::string_view text) {
   starts.push_back(static_cast<std::uint32_t>(texts.size()));
   for (const char c : text) texts += static_cast<char>(lowerCaseTable[static_cast<unsigned char>(c)]);
   texts += '\0';
 }
 
-std::vector<TrecordIndex> TrecordSearch::Tcolumn::find(const std::string& needle) const {
+std::vector<TrecordIndex> TrecordSearch::TlowerTexts::find(const std::string& needle) const {
   std::vector<TrecordIndex> found;
   if (needle.find('\0') != std::string::npos) return found;  // no text holds a zero byte
   const std::boyer_moore_horspool_searcher searcher(needle.begin(), needle.end());
@@ -82,8 +83,8 @@ std::vector<TrecordIndex> TrecordSearch::Tcolumn::find(const std::string& needle
 void TrecordSearch::refresh() {
   if (revision_ == records_.revision()) return;
   for (std::size_t field = 0; field < columns_.size(); ++field) {
-    Tcolumn& column = columns_[field];
-    column = Tcolumn();
+    TlowerTexts& column = columns_[field];
+    column = TlowerTexts();
     for (TrecordIndex i = 0; i < records_.count(); ++i) column.append(records_.at(i).text(static_cast<int>(field)));
   }
   revision_ = records_.revision();

@@ -10,7 +10,7 @@
 
 class TtestProcTable;
 
-/// What is sought, as the four search boxes say it (Windows-1252, trimmed).
+/// The texts of the four search boxes (Windows-1252, trimmed).
 struct TsearchTexts {
   std::string description;
   std::string manufacturer;
@@ -22,20 +22,20 @@ struct TsearchTexts {
 
 /// Finds texts in the records of one table, without regard to case.
 ///
-/// Keeps all texts in lower case, each field's one behind the other, so that a search runs straight through them; they
-/// are made anew when the table has changed. Table and titles must outlive the search.
+/// Keeps all texts in lower case, field by field in one piece of memory, so that a search runs straight through them.
+/// Rebuilds them when the table has changed. Table and titles must outlive the search.
 class TrecordSearch {
  public:
   TrecordSearch(const TequipRecTable& records, const TtestProcTable& titles) : records_(records), titles_(titles) {}
 
-  /// The records that any of the searches matches, each once: first those that the first search found, in table order,
-  /// then those that the next one adds, and so on. A field matches where the text occurs in it; an empty field never
-  /// does. The test procedure's number is not searched, its title is.
+  /// The records that any of the searches matches, each once: first the hits of the first search in table order, then
+  /// those that the next one adds, and so on. A field matches if the text occurs in it; an empty field never matches.
+  /// The title of the test procedure is searched, its number is not.
   std::vector<TrecordIndex> find(const TsearchTexts& texts);
 
  private:
-  /// One field of all records: their texts in lower case, a zero byte behind each, and where each begins.
-  struct Tcolumn {
+  /// One field of all records: the texts in lower case, each with a zero byte behind it, and where each begins.
+  struct TlowerTexts {
     std::string texts;
     std::vector<std::uint32_t> starts;
 
@@ -49,5 +49,5 @@ class TrecordSearch {
   const TequipRecTable& records_;
   const TtestProcTable& titles_;
   std::uint64_t revision_ = 0;  ///< of the table that the columns were made from; 0 for none
-  std::array<Tcolumn, fieldCount> columns_;
+  std::array<TlowerTexts, fieldCount> columns_;
 };

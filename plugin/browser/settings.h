@@ -1,21 +1,12 @@
 #pragma once
 
 #include <array>
-#include <string>
+
+#include "store/columns.h"
 
 class TiniFile;
 
-/// Which optional columns the grid shows: section `DISPLAY`.
-struct TdisplayFlags {
-  bool description = true;
-  bool manufacturer = true;
-  bool model = true;
-  bool title = true;
-  std::array<bool, 3> custom = {false, false, false};
-};
-
-/// Whether confirmations are wanted before deleting: section `PROMPTS`. They are read, but the question is always
-/// asked.
+/// Whether the user wants to be asked before deleting: section `PROMPTS`. Read, but the question is always asked.
 struct TpromptFlags {
   bool deleteSingle = true;
   bool deleteMultiple = true;
@@ -23,12 +14,15 @@ struct TpromptFlags {
 
 /// The user's choices in `EquipmentRecord.ini` that decide what the browser shows.
 struct TbrowserSettings {
-  TdisplayFlags display;
+  /// Which of `allColumns` the grid shows: section `DISPLAY`, but for the columns that are always shown.
+  std::array<bool, allColumns.size()> shown = shownAtFirst();
   TpromptFlags prompts;
-  /// Captions of the custom fields (Windows-1252, possibly empty): section `CUSTOMFIELDS`.
-  std::array<std::string, 3> customNames = {"Custom 1", "Custom 2", "Custom 3"};
+  Tcaptions captions = defaultCaptions();
 
   static TbrowserSettings load(const TiniFile& ini);
-  /// Writes what the options dialog offers: the display flags and the captions.
+  /// Writes what the options dialog offers: the columns and the captions.
   void saveOptions(const TiniFile& ini) const;
+
+ private:
+  static std::array<bool, allColumns.size()> shownAtFirst();
 };

@@ -1,126 +1,10 @@
 #include "browser/view.h"
 
-#include <algorithm>
-#include <array>
 #include <numeric>
-#include <span>
-#include <string_view>
-#include <utility>
 
-#include "support/recordText.h"
+#include "browser/columnLayout.h"
+#include "support/gridLayout.h"
 #include "testproc/autosequenceFileStructs.h"
-
-namespace {
-
-/// A position of the view with what it is sorted by: a number, or eight bytes of a text as a number that orders the
-/// same way. Of equal values the lower position comes first, so that every sort here is stable.
-struct Tkey {
-  std::uint64_t value;
-  std::uint32_t position;
-
-  bool operator<(const Tkey& other) const {
-    return value != other.value ? value < other.value : position < other.position;
-  }
-};
-
-using Tkeys = std::span<Tkey>;
-constexpr std::size_t wordLength = sizeof(std::uint64_t);
-constexpr int bitsPerDigit = 8;
-constexpr std::size_t digitCount = std::size_t{1} << bitsPerDigit;
-
-unsigned digitOf(std::uint64_t value, int digit) {
-  return static_cast<unsigned>(value >> (bitsPerDigit * digit)) % digitCount;
-}
-
-/// Sorts by one digit of the value. The keys come in the order of their lower digits.
-void sortByDigit(Tkeys keys, Tkeys sorted, int digit) {
-  std::array<std::uint32_t, digitCount> starts{};
-  for (const Tkey& key : keys) ++starts[digitOf(key.value, digit)];
-  std::exclusive_scan(starts.begin(), starts.end(), starts.begin(), std::uint32_t{0});
-  for (const Tkey& key : keys) sorted[starts[digitOf(key.value, digit)]++] = key;
-}
-
-/// Sorts keys that stand in the order of their positions, by each digit in which they differ. `spare` has their size.
-void sortByValue(Tkeys keys, Tkeys spare) {
-  constexpr std::size_t fewKeys = 192;
-  if (keys.size() <= fewKeys) return std::sort(keys.begin(), keys.end());
-  std::uint64_t differing = 0;
-  for (const Tkey& key : keys) differing |= key.value ^ keys.front().value;
-  Tkeys from = keys;
-  Tkeys to = spare;
-  for (int digit = 0; digit < static_cast<int>(wordLength); ++digit) {
-    if (digitOf(differing, digit) == 0) continue;
-    sortByDigit(from, to, digit);
-    std::swap(from, to);
-  }
-  if (from.data() != keys.data()) std::copy(from.begin(), from.end(), keys.begin());
-}
-
-/// Sorts a view's positions by a text field, eight bytes at a time.
-class TtextSorter {
- public:
-  /// Copies the column's texts first, so that what follows stays within a piece of memory that is small and in order.
-  TtextSorter(const std::vector<TrecordIndex>& indices, const TequipRecTable& records, int field)
-      : wordCount_((textField(field).size + wordLength - 1) / wordLength) {
-    words_.reserve(indices.size() * wordCount_);
-    for (const TrecordIndex index : indices) appendWords(records.at(index).text(field));
-  }
-
-  /// Sorts keys whose texts are the same before word `index`, and which stand in the order of their positions.
-  void sort(Tkeys keys, Tkeys spare, std::size_t index = 0) const {
-    for (Tkey& key : keys) key.value = words_[key.position * wordCount_ + index];
-    sortByValue(keys, spare);
-    if (index + 1 >= wordCount_) return;
-    for (std::size_t first = 0, last = 0; first < keys.size(); first = last) {
-      const std::uint64_t value = keys[first].value;
-      while (last < keys.size() && keys[last].value == value) ++last;
-      const bool textEnded = value % digitCount == 0;
-      if (!textEnded && last - first > 1) sort(keys.subspan(first, last - first), spare.first(last - first), index + 1);
-    }
-  }
-
- private:
-  /// A text as words, the first byte of each the most significant, with zeros behind its end.
-  void appendWords(std::string_view text) {
-    for (std::size_t i = 0; i < wordCount_; ++i, text.remove_prefix(std::min(text.size(), wordLength))) {
-      std::array<unsigned char, wordLength> bytes{};
-      std::copy_n(text.begin(), std::min(text.size(), wordLength), bytes.begin());
-      words_.push_back(wordOf(bytes));
-    }
-  }
-
-  static std::uint64_t wordOf(const std::array<unsigned char, wordLength>& bytes) {
-    std::uint64_t word = 0;
-    for (const unsigned char byte : bytes) word = word << 8 | byte;
-    return word;
-  }
-
-  std::size_t wordCount_;
-  std::vector<std::uint64_t> words_;
-};
-
-/// For each test procedure number the rank of its title among all titles; equal titles have equal ranks.
-std::array<std::uint16_t, maxTestProcNumber + 1> titleRanks(const TtestProcTable& titles) {
-  std::array<std::uint16_t, maxTestProcNumber + 1> numbers{};
-  std::iota(numbers.begin(), numbers.end(), std::uint16_t{0});
-  std::stable_sort(numbers.begin(), numbers.end(),
-                   [&](unsigned a, unsigned b) { return titles.title(a) < titles.title(b); });
-  std::array<std::uint16_t, maxTestProcNumber + 1> ranks{};
-  for (std::size_t i = 1; i < numbers.size(); ++i) {
-    const bool differs = titles.title(numbers[i]) != titles.title(numbers[i - 1]);
-    ranks[numbers[i]] = static_cast<std::uint16_t>(ranks[numbers[i - 1]] + (differs ? 1 : 0));
-  }
-  return ranks;
-}
-
-/// What a column that shows no text of the record itself is sorted by.
-std::uint64_t numberOf(TrecordIndex record, TcolumnId column, const TequipRecTable& records,
-                       std::span<const std::uint16_t> ranks) {
-  if (column == columnTestProc) return records.at(record).testProc();
-  return column == columnTitle ? ranks[records.at(record).testProc()] : record;
-}
-
-}  // namespace
 
 TcolumnId sortColumnId(TsortOrder& order, const TcolumnLayout& columns) {
   if (columns.id(order.column) == columnNotFound) order.column = columns.index(columnNumber);
@@ -132,37 +16,8 @@ void Tview::showAll() {
   std::iota(indices_.begin(), indices_.end(), TrecordIndex{0});
 }
 
-void Tview::sort(TcolumnId column, bool ascending) {
-  std::vector<Tkey> keys(2 * count());
-  const Tkeys sorted = Tkeys(keys).first(count());
-  const Tkeys spare = Tkeys(keys).last(count());
-  for (std::uint32_t i = 0; i < sorted.size(); ++i) sorted[i].position = i;
-  if (column < fieldCount) {
-    TtextSorter(indices_, records_, column).sort(sorted, spare);
-  } else {
-    const auto ranks = titleRanks(titles_);
-    for (Tkey& key : sorted) key.value = numberOf(indices_[key.position], column, records_, ranks);
-    sortByValue(sorted, spare);
-  }
-  std::vector<TrecordIndex> indices(count());
-  std::transform(sorted.begin(), sorted.end(), indices.begin(),
-                 [this](const Tkey& key) { return indices_[key.position]; });
-  if (!ascending) std::reverse(indices.begin(), indices.end());
-  indices_ = std::move(indices);
-}
-
 std::string Tview::cellText(std::size_t position, TcolumnId column) const {
   const TrecordIndex index = indices_[position];
   const TequipRec& record = records_.at(index);
-  if (column < fieldCount) return std::string(trimmedText(record.text(column)));
-  switch (column) {
-    case columnNumber:
-      return std::to_string(index + 1);
-    case columnTestProc:
-      return std::to_string(record.testProc());
-    case columnTitle:
-      return std::string(trimmedText(titles_.title(record.testProc())));
-    default:
-      return "INVALID DATA";
-  }
+  return columnText(column, {index, record, titles_.title(record.testProc())});
 }

@@ -5,17 +5,18 @@
 #include <utility>
 #include <vector>
 
-#include "browser/columns.h"
-#include "store/datastructs.h"
-#include "support/gridLayout.h"
+#include "browser/recordSorter.h"
+#include "store/columns.h"
 
+class TcolumnLayout;
 class TtestProcTable;
+struct TsortOrder;
 
-/// What the sort column of a grid with these columns shows. A column that is not there becomes column 0; the direction
+/// What the sort column of a grid shows. A sort column that the grid does not have becomes column 0; the direction
 /// stays.
 TcolumnId sortColumnId(TsortOrder& order, const TcolumnLayout& columns);
 
-/// The ordered list of record indices that the grid shows. Records and titles stay the browser's.
+/// The records that the grid shows, in its order. Records and titles belong to the browser.
 class Tview {
  public:
   Tview(const TequipRecTable& records, const TtestProcTable& titles) : records_(records), titles_(titles) {}
@@ -31,14 +32,13 @@ class Tview {
 
   /// Shows these records, in this order.
   void show(std::vector<TrecordIndex> indices) { indices_ = std::move(indices); }
-  /// Shows one record more, as the last.
+  /// Adds one record at the end.
   void append(TrecordIndex index) { indices_.push_back(index); }
 
-  /// Sorts by what a column shows: texts byte by byte, numbers by value, each stable; descending is the ascending
-  /// result reversed, ties included. A code that no column has sorts by record index.
-  void sort(TcolumnId column, bool ascending);
+  /// Sorts as `sortRecords` does.
+  void sort(TcolumnId column, bool ascending) { sortRecords(indices_, {column, ascending}, records_, titles_); }
 
-  /// What a column shows of the record at a position (Windows-1252), trimmed; "INVALID DATA" for a code that is none.
+  /// What a column shows of the record at a position: `columnText`.
   std::string cellText(std::size_t position, TcolumnId column) const;
 
  private:

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <array>
-#include <string>
 #include <vector>
 
-#include "store/datastructs.h"
+#include "store/columns.h"
 
 class TtestProcTable;
 
@@ -13,7 +11,7 @@ class TtestProcTable;
 struct TprintJob {
   const TequipRecTable& records;
   const TtestProcTable& titles;
-  std::vector<TrecordIndex> shown;         ///< the records that the grid shows, in its order
-  std::vector<TrecordIndex> selected;      ///< those of them that are selected, in the same order
-  std::array<std::string, 3> customNames;  ///< captions of the custom fields (Windows-1252)
+  std::vector<TrecordIndex> shown;     ///< the records that the grid shows, in its order
+  std::vector<TrecordIndex> selected;  ///< those of them that are selected, in the same order
+  Tcaptions customNames;               ///< captions of the custom fields (Windows-1252)
 };

@@ -1,5 +1,7 @@
 #include "store/columns.h"
 
+#include <algorithm>
+
 #include "support/iniFile.h"
 #include "support/recordText.h"
 
@@ -20,6 +22,13 @@ void forEachCaption(Captions& captions, Visit visit) {
 }
 
 }  // namespace
+
+std::string Tcolumn::settingsKey() const {
+  std::string key = name;
+  std::transform(key.begin(), key.end(), key.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; });
+  return key;
+}
 
 Tcaptions defaultCaptions() {
   Tcaptions captions;

@@ -26,6 +26,9 @@ struct Tcolumn {
   const char* heading;
   const char* exportName;
   Tshown shown;
+
+  /// The name in upper case: "CONTROLNUM".
+  std::string settingsKey() const;
 };
 
 /// All columns, in the order in which they are shown: the custom fields come behind the test procedure.

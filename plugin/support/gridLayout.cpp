@@ -19,7 +19,7 @@ TgridLayout TgridLayout::load(const TiniFile& ini, const std::string& section, i
   TgridLayout layout;
   const int defaultWidth = gridWidth / (columnCount + 1);
   for (int column = 0; column < columnCount; ++column) {
-    layout.widths.at(static_cast<std::size_t>(column)) = ini.readInteger(section, widthKey(column), defaultWidth);
+    layout.widths.push_back(ini.readInteger(section, widthKey(column), defaultWidth));
   }
   layout.sort.ascending = ini.readFlag(section, "SORTASC", true);
   layout.sort.column = ini.readInteger(section, "SORTCOL", 0);

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <string>
+#include <vector>
 
 class TiniFile;
 
@@ -17,12 +16,10 @@ struct TsortOrder {
 
 /// Column widths and sort order of a grid: section `GRID` for the record grid, `EDITGRID` for the editor's list.
 struct TgridLayout {
-  static constexpr std::size_t mostColumns = 10;
-
-  std::array<int, mostColumns> widths{};  ///< pixels, by column index
+  std::vector<int> widths;  ///< pixels, by column index
   TsortOrder sort;
 
-  /// Reads the layout of a grid of `columnCount` columns (at most `mostColumns`) that is `gridWidth` pixels wide.
+  /// Reads the layout of a grid of at most `columnCount` columns that is `gridWidth` pixels wide.
   static TgridLayout load(const TiniFile& ini, const std::string& section, int gridWidth, int columnCount);
 
   /// Writes the widths of the first `columnCount` columns and the sort order.

@@ -120,7 +120,7 @@ void TrecordListTest::sortColumnFollowsItsMeaning() {
   list.buildColumns(settings);
   TsortOrder byTitle{6, false};
   TsortOrder byDescription{2, false};
-  settings.display.description = false;
+  settings.shown[2] = false;  // the description
   TrecordList same;
   same.buildColumns(TbrowserSettings());
   list.changeColumns(settings, byTitle);
@@ -148,7 +148,7 @@ void TrecordListTest::exportIsWrittenToTheLetter() {
   QCOMPARE(all.count('\n'), qsizetype(list.view().count() + 1));
   QVERIFY(all.endsWith(",19999,long enough for several windows,,,7,,,,\n") && !all.contains('\0'));
   list.search({"nowhere", "", "", ""});
-  QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::nothingToExport);
+  QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::nothingShown);
   QCOMPARE(linesOf(folder / "e.csv"), "");
   QVERIFY(exportRecords(list.view(), list.titles(), folder.path()) == TexportResult::notOpened);
 }

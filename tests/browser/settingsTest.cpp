@@ -1,6 +1,6 @@
 #include <QTest>
 
-#include "browser/columns.h"
+#include "browser/columnLayout.h"
 #include "browser/settings.h"
 #include "support/iniFile.h"
 #include "tools/testFiles.h"

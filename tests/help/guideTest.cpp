@@ -2,7 +2,7 @@
 #include <QTest>
 #include <QTextDocument>
 
-#include "browser/messages.h"
+#include "browser/browserMessages.h"
 #include "comm/commExceptions.h"
 #include "comm/commMessages.h"
 #include "comm/selector/messages.h"
