@@ -1,6 +1,5 @@
 #include "import/columnMappingForm.h"
 
-#include <QPointer>
 #include <QStringListModel>
 #include <utility>
 
@@ -116,11 +115,11 @@ void TEquipRecImport::cbChange(std::size_t field) {
 }
 
 void TEquipRecImport::BtnImportClick() {
-  const QPointer<TEquipRecImport> self(this);
   mapping().save(ini_);
   TimportDialogs dialogs(options_, mapping(), fields_.size() - 1, list_, this);
   const auto end = dialogs.run();
-  if (self.isNull() || end == TimportDialogs::Tend::unreadable) return;  // the user may choose another file, or cancel
+  if (end == TimportDialogs::Tend::ownerGone) return;
+  if (end == TimportDialogs::Tend::unreadable) return;  // the user may choose another file or cancel
   const bool imported = end == TimportDialogs::Tend::imported;
   result_ = imported ? TimportResult::imported : TimportResult::cancelled;
   done(imported ? Accepted : Rejected);

@@ -1,41 +1,37 @@
 #include "import/importDialogs.h"
 
 #include <QCoreApplication>
-#include <memory>
 #include <utility>
 
 #include "import/duplicateForm.h"
 #include "import/messages.h"
-#include "import/progressForm.h"
 #include "support/messageBox.h"
 
 TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,
                                TlistOwner& list, QWidget* owner)
-    : options_(std::move(options)), mapping_(mapping), columnCount_(columnCount), list_(list), owner_(owner) {}
+    : options_(std::move(options)),
+      mapping_(mapping),
+      columnCount_(columnCount),
+      list_(list),
+      owner_(owner),
+      progress_(owner) {}
 
 TimportDialogs::Tend TimportDialogs::run() {
-  progress_ = new TImportProgress(owner_);
   progress_->show();
   TimportRun result = runImport(options_, mapping_, columnCount_, list_.records(), *this);
-  if (progress_.isNull()) return Tend::ownerGone;
-  const Tend how = end(result);
-  const std::unique_ptr<TImportProgress> done(progress_.data());
-  return how;
+  return progress_.isGone() ? Tend::ownerGone : end(result);
 }
 
 bool TimportDialogs::goOn(int percent) {
   progress_->stepTo(percent);
   QCoreApplication::processEvents();
-  return progress_ && !progress_->IsCancelled();
+  return !progress_.isGone() && !progress_->IsCancelled();
 }
 
 TimportObserver::Tduplicate TimportDialogs::duplicate(std::string& deviceId) {
   bool skip = false;
-  const QPointer<TEquipRecImportDup> dialog = new TEquipRecImportDup(deviceId, skip, progress_);
-  const int result = dialog->exec();
-  if (dialog.isNull()) return Tduplicate::stop;
-  const std::unique_ptr<TEquipRecImportDup> done(dialog.data());
-  if (result != QDialog::Accepted) return Tduplicate::stop;
+  TmodalDialog<TEquipRecImportDup> dialog(deviceId, skip, progress_.get());
+  if (dialog.exec() != QDialog::Accepted) return Tduplicate::stop;
   return skip ? Tduplicate::skipped : Tduplicate::renamed;
 }
 
@@ -64,12 +60,12 @@ TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
     if (applies && tell(*message, Tend::imported) == Tend::ownerGone) return Tend::ownerGone;
   }
   progress_->Finish();
-  progress_->exec();
-  return progress_ ? Tend::imported : Tend::ownerGone;
+  progress_.exec();
+  return progress_.isGone() ? Tend::ownerGone : Tend::imported;
 }
 
 /// Shows a message. Returns `end`, or that the owner has gone meanwhile.
 TimportDialogs::Tend TimportDialogs::tell(const TmessageText& message, Tend end) {
-  showMessage(progress_->isVisible() ? progress_.data() : owner_.data(), message);
-  return progress_ ? end : Tend::ownerGone;
+  showMessage(progress_->isVisible() ? progress_.get() : owner_.data(), message);
+  return progress_.isGone() ? Tend::ownerGone : end;
 }

@@ -5,12 +5,12 @@
 #include "import/columnMapping.h"
 #include "import/importOptions.h"
 #include "import/importRun.h"
+#include "import/progressForm.h"
 #include "store/listChange.h"
 #include "support/messages.h"
+#include "support/modalDialog.h"
 
 class QWidget;
-class TEquipRecImportDup;
-class TImportProgress;
 
 /// One import run with its dialogs: progress, duplicates, and what is to be said at the end.
 ///
@@ -43,5 +43,5 @@ class TimportDialogs : private TimportObserver {
   std::size_t columnCount_;
   TlistOwner& list_;
   QPointer<QWidget> owner_;
-  QPointer<TImportProgress> progress_;
+  TmodalDialog<TImportProgress> progress_;  ///< gone when the owner is
 };

@@ -10,6 +10,7 @@
 #include "import/columnMappingForm.h"
 #include "import/messages.h"
 #include "support/messageBox.h"
+#include "support/modalDialog.h"
 #include "support/recordString.h"
 #include "ui_importOptionsForm.h"
 
@@ -90,17 +91,14 @@ void TEquipRecImportOptions::EnableBtnContinue() {
 }
 
 void TEquipRecImportOptions::BtnBrowseClick() {
-  const QPointer<QFileDialog> dialog = new QFileDialog(this);
+  TmodalDialog<QFileDialog> dialog(this);
   dialog->setObjectName(QStringLiteral("OpenDialogFilename"));
   dialog->setFileMode(QFileDialog::ExistingFile);
   dialog->setDefaultSuffix(QStringLiteral("csv"));
   dialog->setNameFilters({QStringLiteral("Comma Separated Value files (*.csv)"), QStringLiteral("All files (*.*)")});
   const QFileInfo last(ui_->EditFilename->text());
   if (last.dir().exists() && !last.filePath().isEmpty()) dialog->setDirectory(last.absolutePath());
-  const int result = dialog->exec();
-  if (dialog.isNull()) return;
-  const std::unique_ptr<QFileDialog> done(dialog.data());
-  if (result != Accepted) return;
+  if (dialog.exec() != Accepted) return;
   ui_->EditFilename->setText(QDir::toNativeSeparators(dialog->selectedFiles().value(0)));
   if (ui_->BtnContinue->isEnabled()) ui_->BtnContinue->setFocus();
 }
@@ -109,10 +107,9 @@ void TEquipRecImportOptions::BtnContinueClick() {
   const QPointer<TEquipRecImportOptions> self(this);
   hide();
   auto result = TimportResult::back;
-  const QPointer<TEquipRecImport> form = new TEquipRecImport(options(), list_, ini_, result, parentWidget());
+  TmodalDialog<TEquipRecImport> form(options(), list_, ini_, result, parentWidget());
   const bool readable = form->hasSample();
-  if (readable) form->exec();
-  const std::unique_ptr<TEquipRecImport> closed(form.data());
+  if (readable) form.exec();
   if (self.isNull()) return;
   if (!readable || result == TimportResult::back) {
     show();

@@ -1,7 +1,6 @@
 #include "print/printForm.h"
 
 #include <QFileDialog>
-#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -14,6 +13,7 @@
 #include "print/printProgress.h"
 #include "print/report.h"
 #include "support/messageBox.h"
+#include "support/modalDialog.h"
 #include "support/recordString.h"
 #include "ui_printForm.h"
 
@@ -86,13 +86,10 @@ TreportTable TEquipRecPrint::table() const {
 
 void TEquipRecPrint::btnPreviewClick() {
   const Treport report(table(), reportPageLayout(usualPaper(), settings().landscape));
-  const QPointer<TfrmPrintPreview> preview = new TfrmPrintPreview(report, this);
-  preview->exec();
-  const std::unique_ptr<TfrmPrintPreview> closed(preview.data());
+  TmodalDialog<TfrmPrintPreview>(report, this).exec();
 }
 
 void TEquipRecPrint::btnPrintClick() {
-  const QPointer<TEquipRecPrint> self(this);
   if (QPrinterInfo::availablePrinterNames().isEmpty()) {
     showMessage(this, noPrinter);
     return;
@@ -100,7 +97,7 @@ void TEquipRecPrint::btnPrintClick() {
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(QStringLiteral("Equipment Records"));
   printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), settings().landscape));
-  if (!askForPrinter(printer) || self.isNull()) return;
+  if (!askForPrinter(printer)) return;
   // Another printer may have come with margins and paper of its own.
   const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
   printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), landscape));
@@ -110,42 +107,39 @@ void TEquipRecPrint::btnPrintClick() {
 }
 
 void TEquipRecPrint::btnPdfClick() {
-  const QPointer<TEquipRecPrint> self(this);
   const auto path = askForPdfPath();
-  if (!path || self.isNull()) return;
+  if (!path) return;
   write(reportPageLayout(usualPaper(), settings().landscape), pdfNotWritten,
         [&](const Treport& report, const TpageStart& start) { return savePdf(report, *path, start); });
 }
 
 bool TEquipRecPrint::askForPrinter(QPrinter& printer) {
-  const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, this);
+  TmodalDialog<QPrintDialog> dialog(&printer, this);
   dialog->setOptions(QAbstractPrintDialog::PrintShowPageSize | QAbstractPrintDialog::PrintPageRange);
-  const int result = dialog->exec();
-  const std::unique_ptr<QPrintDialog> closed(dialog.data());
-  return closed && result == QDialog::Accepted;
+  return dialog.exec() == Accepted;
 }
 
 std::optional<QString> TEquipRecPrint::askForPdfPath() {
-  const QPointer<QFileDialog> dialog = new QFileDialog(
-      this, QStringLiteral("Save as PDF"), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  TmodalDialog<QFileDialog> dialog(this, QStringLiteral("Save as PDF"),
+                                   QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setNameFilter(QStringLiteral("PDF files (*.pdf)"));
   dialog->setDefaultSuffix(QStringLiteral("pdf"));
   dialog->selectFile(QStringLiteral("Equipment Records.pdf"));
-  const int result = dialog->exec();
-  const std::unique_ptr<QFileDialog> closed(dialog.data());
-  if (!closed || result != QDialog::Accepted) return std::nullopt;
-  return closed->selectedFiles().constFirst();
+  if (dialog.exec() != Accepted) return std::nullopt;
+  return dialog->selectedFiles().constFirst();
+}
+
+std::optional<ToutputResult> TEquipRecPrint::writeWithProgress(const Treport& report, const Twrite& write) {
+  TmodalDialog<TfrmPrintProgress> progress(report.pageCount(), this);
+  const ToutputResult result = write(report, [&](std::size_t page) { return progress->startPage(page); });
+  return progress.isGone() ? std::nullopt : std::optional(result);
 }
 
 void TEquipRecPrint::write(const QPageLayout& paper, const TmessageText& failure, const Twrite& write) {
-  const QPointer<TEquipRecPrint> self(this);
   const Treport report(table(), paper);
-  const QPointer<TfrmPrintProgress> progress = new TfrmPrintProgress(report.pageCount(), this);
-  const auto start = [&](std::size_t page) { return progress->startPage(page); };
-  const ToutputResult result = write(report, start);
-  if (self.isNull()) return;  // deleted while events were processed
-  std::unique_ptr<TfrmPrintProgress>(progress.data()).reset();
-  if (result == ToutputResult::failed) showMessage(this, failure);
-  if (result == ToutputResult::done) accept();
+  const auto result = writeWithProgress(report, write);
+  if (!result) return;
+  if (*result == ToutputResult::failed) showMessage(this, failure);
+  if (*result == ToutputResult::done) accept();
 }

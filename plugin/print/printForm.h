@@ -46,7 +46,9 @@ class TEquipRecPrint : public QDialog {
   void btnPdfClick();
   bool askForPrinter(QPrinter& printer);
   std::optional<QString> askForPdfPath();
-  /// Writes the report, showing how far it has come; says so where it fails.
+  /// Shows the progress while it writes. Nothing: this dialog was destroyed meanwhile.
+  std::optional<ToutputResult> writeWithProgress(const Treport& report, const Twrite& write);
+  /// Writes the report with its progress, and shows `failure` when that fails.
   void write(const QPageLayout& paper, const TmessageText& failure, const Twrite& write);
 
   const TprintJob job_;

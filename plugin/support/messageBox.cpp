@@ -1,8 +1,8 @@
 #include "support/messageBox.h"
 
-#include <QPointer>
-#include <memory>
 #include <utility>
+
+#include "support/modalDialog.h"
 
 namespace {
 
@@ -28,16 +28,13 @@ QMessageBox::Icon toIcon(TmessageIcon icon) {
 QMessageBox::StandardButton showMessage(QWidget* owner, const TmessageText& message,
                                         QMessageBox::StandardButtons buttons) {
   if (replacement()) return replacement()(owner, message, buttons);
-  const QPointer<QMessageBox> box = new QMessageBox(owner);
+  TmodalDialog<QMessageBox> box(owner);
   box->setTextFormat(Qt::PlainText);
   box->setWindowTitle(QString::fromLatin1(message.caption));
   box->setText(QString::fromLatin1(message.text));
   box->setIcon(toIcon(message.icon));
   box->setStandardButtons(buttons);
-  const int button = box->exec();
-  if (box.isNull()) return QMessageBox::NoButton;  // its owner went while it was open
-  const std::unique_ptr<QMessageBox> done(box.data());
-  return static_cast<QMessageBox::StandardButton>(button);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
 void replaceMessageBox(TmessageBoxFunction function) {
