@@ -13,9 +13,9 @@
 #include "print/printForm.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
-#include "support/recordString.h"
 #include "support/recordText.h"
 #include "support/sortedGrid.h"
+#include "support/windows1252.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 #include "upload/uploadCommand.h"
 

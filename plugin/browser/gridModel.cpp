@@ -4,7 +4,7 @@
 
 #include "browser/columnLayout.h"
 #include "browser/view.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 TgridModel::TgridModel(const Tview& view, const TcolumnLayout& columns) : view_(view), columns_(columns) {}
 

@@ -6,7 +6,7 @@
 
 #include "browser/settings.h"
 #include "support/formControl.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "ui_optionsForm.h"
 
 namespace {

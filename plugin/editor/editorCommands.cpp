@@ -6,7 +6,7 @@
 
 #include "editor/editorHost.h"
 #include "editor/eqEditForm.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "ui_eqEditForm.h"
 
 void TfrmEqRecEditor::btnPrevClick() {

@@ -7,7 +7,7 @@
 
 #include "editor/editorHost.h"
 #include "editor/testProcModel.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "ui_eqEditForm.h"
 
 /// The library is a static one, whose resources nobody registers unasked. (The macro does not work in a namespace.)

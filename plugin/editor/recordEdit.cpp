@@ -6,7 +6,7 @@
 #include <QMimeData>
 
 #include "editor/recordInput.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 TrecordEdit::TrecordEdit(QWidget* parent) : QLineEdit(parent) {}
 

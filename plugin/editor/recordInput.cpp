@@ -1,6 +1,6 @@
 #include "editor/recordInput.h"
 
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 namespace {
 

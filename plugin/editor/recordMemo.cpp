@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "editor/recordInput.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "editor/testProcModel.h"
 
 #include "editor/testProcList.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 int TtestProcModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rowCount_;

@@ -5,7 +5,7 @@
 
 #include "import/importDialogs.h"
 #include "import/importLine.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "ui_columnMappingForm.h"
 
 namespace {

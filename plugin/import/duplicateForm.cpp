@@ -3,8 +3,8 @@
 #include <QStyle>
 #include <QValidator>
 
-#include "support/recordString.h"
 #include "support/recordText.h"
+#include "support/windows1252.h"
 #include "ui_duplicateForm.h"
 
 namespace {

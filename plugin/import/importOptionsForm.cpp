@@ -11,7 +11,7 @@
 #include "import/messages.h"
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "ui_importOptionsForm.h"
 
 namespace {
@@ -79,7 +79,7 @@ TimportChoices TEquipRecImportOptions::choices() const {
 
 TimportOptions TEquipRecImportOptions::options() const {
   const TimportChoices chosen = choices();
-  return {toPath(ui_->EditFilename->text()), delimiterCharacter(chosen.delimiter, chosen.userDelimiter),
+  return {ui_->EditFilename->text().toStdU16String(), delimiterCharacter(chosen.delimiter, chosen.userDelimiter),
           chosen.startRow, chosen.quotes};
 }
 

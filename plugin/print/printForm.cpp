@@ -14,7 +14,7 @@
 #include "print/report.h"
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "ui_printForm.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <utility>
 
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 namespace {
 

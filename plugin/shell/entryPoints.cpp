@@ -5,7 +5,6 @@
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "shell/hostInterface.h"
 #include "shell/keepLibraries.h"
-#include "support/recordString.h"
 
 namespace {
 
@@ -22,8 +21,8 @@ ThostReferences& hostReferences() {
 
 std::unique_ptr<TEquipmentRecordPluginFrame> buildFrame(const ThostReferences& host) {
   TframeContext context;
-  context.programFolder = toPath(host.application->programFolder());
-  context.workingFolder = toPath(host.application->workingFolder());
+  context.programFolder = host.application->programFolder().toStdU16String();
+  context.workingFolder = host.application->workingFolder().toStdU16String();
   context.returnToMainWindow = [frame = host.frame] { frame->returnToMainWindow(); };
   return std::make_unique<TEquipmentRecordPluginFrame>(std::move(context));
 }

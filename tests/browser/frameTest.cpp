@@ -1,7 +1,7 @@
 #include <QTest>
 
 #include "browser/frameFixture.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "tools/testList.h"
 
 /// How the frame begins and ends: what it loads, shows, saves and hands back.

@@ -7,7 +7,7 @@
 #include <QTimer>
 
 #include "editor/editorFixture.h"
-#include "support/recordString.h"
+#include "support/windows1252.h"
 #include "tools/testList.h"
 
 /// The dialog as the user handles it.

@@ -1,8 +1,8 @@
 #include <QTest>
 
-#include "support/recordString.h"
 #include "support/recordText.h"
 #include "support/safeWrite.h"
+#include "support/windows1252.h"
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"

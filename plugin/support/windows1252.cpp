@@ -1,4 +1,4 @@
-#include "support/recordString.h"
+#include "support/windows1252.h"
 
 #include <array>
 
@@ -41,8 +41,4 @@ std::optional<std::string> toRecordText(const QString& text) {
     bytes.push_back(*byte);
   }
   return bytes;
-}
-
-std::filesystem::path toPath(const QString& name) {
-  return {name.toStdU16String()};
 }
