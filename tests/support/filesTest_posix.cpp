@@ -1,5 +1,7 @@
 #include <QTest>
+#include <sys/stat.h>
 
+#include "support/appendFile.h"
 #include "support/fileSystem.h"
 #include "support/paths.h"
 #include "support/safeWrite.h"
@@ -31,6 +33,12 @@ class TposixFilesTest : public QObject {
     QVERIFY(std::filesystem::is_symlink(folder / "link"));
     QCOMPARE(bytesOf(folder / "real/file"), "new");
     QCOMPARE(std::filesystem::status(folder / "real/file").permissions(), std::filesystem::perms(0604));
+  }
+
+  void nothingIsAppendedToAPipe() {
+    const TtestFolder folder;
+    QCOMPARE(mkfifo((folder / "pipe").c_str(), 0666), 0);
+    QCOMPARE(appendToFile(folder / "pipe", "x", 100), TappendResult::failed);  // would hang without a reader
   }
 };
 EQREC_TEST(TposixFilesTest);

@@ -138,6 +138,8 @@ Section "Uninstall"
   !insertmacro takeUnchanged sample
   !insertmacro takeUnchanged settings
   !insertmacro each_program take
+  Delete "$INSTDIR\EquipmentRecord.log"
+  Delete "$INSTDIR\EquipmentRecord.old.log"
   RMDir "$INSTDIR\sample"
   Delete "$SMPROGRAMS\${TITLE}.lnk"
   DeleteRegKey HKCU "${KEY}"

@@ -10,15 +10,18 @@ set(CMAKE_PREFIX_PATH ${EQREC_WINDOWS_QT})
 set(QT_HOST_PATH /usr)
 set(QT_HOST_PATH_CMAKE_DIR /usr/lib/x86_64-linux-gnu/cmake)
 
-# Boost is headers only. Its folder holds a link to them and nothing else: this machine's include folder as a whole has no
-# place on a cross compiler's path.
-set(eqrec_boost ${eqrec_root}/build/windows-boost)
-file(MAKE_DIRECTORY ${eqrec_boost})
-if(NOT EXISTS ${eqrec_boost}/boost)
-  file(CREATE_LINK /usr/include/boost ${eqrec_boost}/boost SYMBOLIC)
-endif()
+# Boost, spdlog and fmt are headers only. A folder of their own holds links to them: the cross compiler must not see the
+# rest of this machine's include folder.
+set(eqrec_headers ${eqrec_root}/build/windows-headers)
+file(MAKE_DIRECTORY ${eqrec_headers})
+foreach(library boost spdlog fmt)
+  if(NOT EXISTS ${eqrec_headers}/${library})
+    file(CREATE_LINK /usr/include/${library} ${eqrec_headers}/${library} SYMBOLIC)
+  endif()
+endforeach()
 set(Boost_NO_BOOST_CMAKE ON)
-set(Boost_INCLUDE_DIR ${eqrec_boost})
+set(Boost_INCLUDE_DIR ${eqrec_headers})
+set(EQREC_SPDLOG_INCLUDE_DIR ${eqrec_headers})
 
 # The checksum is not worth a library beside the module.
 set(ZLIB_LIBRARY /usr/x86_64-w64-mingw32/lib/libz.a)
