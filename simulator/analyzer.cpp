@@ -101,7 +101,7 @@ Tsteps Tanalyzer::takeImage() {
   if (complete_ && !save()) complain("the image could not be written to " + settings_.savePath);
   Tsteps steps = answer(place, "*\r");
   if (!complete_) return steps;
-  // Printing many records takes its time: the host has its acknowledgement before.
+  // Printing many records takes a while, so the acknowledgement goes first.
   const auto sent =
       std::find_if(steps.rbegin(), steps.rend(), [](const Tstep& step) { return step.action == Tstep::Taction::send; });
   steps.insert(sent.base(), Tstep{Tstep::Taction::report, linesOf(decoded.records, settings_.blocks)});
@@ -128,7 +128,7 @@ Tsteps Tanalyzer::refuse() {
   return {{Tstep::Taction::send, "E\r"}};
 }
 
-/// The fault to be played here by the analyzer itself; one that this link does not know is used up.
+/// The fault that the analyzer itself plays here. A fault that this link does not know is used up.
 const Tfault* Tanalyzer::faultAt(Tplace place) {
   const Tfault* fault = script_.pending();
   if (fault == nullptr || fault->place != place || fault->isDriversOn(link_)) return nullptr;

@@ -7,43 +7,42 @@
 
 #include "simulator/faults.h"
 
-/// Takes one line of what is printed.
+/// Prints one line.
 using Treport = std::function<void(const QByteArray& line)>;
 
-/// One thing that the analyzer wants done on its link.
+/// One action that the analyzer requests on its link.
 struct Tstep {
   enum class Taction { send, wait, report, stopReading, close, reset, unplug };
 
   Taction action = Taction::send;
-  QByteArray bytes = {};  ///< to be sent; lines to be reported
+  QByteArray bytes = {};  ///< to send, or the lines to report
   int milliseconds = 0;   ///< to wait
 
   bool operator==(const Tstep&) const = default;
 };
 
-/// To be done in this order.
+/// Steps in the order in which they are carried out.
 using Tsteps = std::vector<Tstep>;
 
-/// What the analyzer goes by.
 struct TanalyzerSettings {
   int blocks = 1536;    ///< of an upload
-  int timeout = 2000;   ///< the host's, in milliseconds; what is late goes by it
-  QByteArray savePath;  ///< where to keep the image of a complete upload; empty for nowhere
+  int timeout = 2000;   ///< the host's, in milliseconds; late answers are timed by it
+  QByteArray savePath;  ///< where to save the image of a complete upload; empty for nowhere
 };
 
-/// The instrument's side of one connection: fed with the bytes that come, it says what is to be done. It knows no link
-/// and no clock, and any cut of the bytes into pieces is as good as any other.
+/// The instrument's side of one connection: it takes the bytes received and returns the steps to carry out. It knows no
+/// link and no clock, and the bytes may arrive in pieces of any size.
 ///
-/// Whatever is wrong with what the host sends is reported as "error: ..." and remembered. What a fault just played may
-/// have caused on its connection, in the order of the bytes and in their end, is not held against the host.
+/// It reports every mistake of the host as "error: ..." and remembers it. After a fault was played, bytes out of turn
+/// and an early end of that connection do not count as mistakes.
 class Tanalyzer {
  public:
   /// `script` must outlive the analyzer.
   Tanalyzer(TlinkKind link, TanalyzerSettings settings, TfaultScript& script, Treport report);
 
-  /// Takes bytes from the host. Until the steps are done and `answered` was called, nothing further is answered.
+  /// Takes bytes from the host. The analyzer answers nothing more until the steps are done and `answered` is called.
   Tsteps take(const QByteArray& bytes);
-  /// The steps of the last answer are done. More follow where the host has sent more already.
+  /// The steps of the last answer are done. Returns more steps if the host has already sent more.
   Tsteps answered();
   bool isAnswering() const { return answering_; }
 
@@ -73,13 +72,13 @@ class Tanalyzer {
   TanalyzerSettings settings_;
   TfaultScript& script_;
   Treport report_;
-  QByteArray pending_;  ///< received, and not yet a whole command or block
+  QByteArray pending_;  ///< received, but not yet a whole command or block
   QByteArray image_;
   bool uploading_ = false;
   bool answering_ = false;
   bool faulted_ = false;
   bool deaf_ = false;
   bool wrong_ = false;
-  bool disorderly_ = false;  ///< said once a connection
+  bool disorderly_ = false;  ///< bytes out of turn or an early end: reported once per connection
   bool complete_ = false;
 };

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Makes the program end in order, its event loop first, when it is told to end or interrupted. To be called once,
-/// after the application was made and before any thread.
+/// Makes a request to end or an interrupt quit the event loop, so that the program shuts down in order. Call it once,
+/// after creating the application and before any thread.
 void endInOrder();

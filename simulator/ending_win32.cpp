@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Called on a thread of the system's own.
+/// The system calls this on a thread of its own.
 BOOL WINAPI quit(DWORD /*event*/) {
   QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
   return TRUE;

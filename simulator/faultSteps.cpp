@@ -16,7 +16,7 @@ Tstep wait(int milliseconds) {
   return {Taction::wait, {}, milliseconds};
 }
 
-/// Before the host looks for the last time: it looks every 50 ms for the handshake's block, every 10 ms for others.
+/// Before the host's last slot. Slots are 50 ms for the block of the handshake and 10 ms for other answers.
 int justInTime(const Tplace& place, int timeout) {
   const int slot = place.kind == Tplace::Tkind::handshake ? 50 : 10;
   return std::max(0, timeout - std::max(slot + 10, timeout / 10));
@@ -26,7 +26,7 @@ int justTooLate(int timeout) {
   return timeout + std::max(50, timeout / 4);
 }
 
-/// As many bytes that look like nothing in particular, the same in every run.
+/// Bytes that look random, the same in every run.
 QByteArray garbage(qsizetype size) {
   QByteArray bytes;
   for (quint32 state = 484; bytes.size() < size;) {
@@ -77,7 +77,7 @@ Tsteps faultSteps(const Tfault& fault, const QByteArray& right, int timeout) {
       return {send(garbage(right.size()))};
     case TfaultKind::shortHandshake:
       return {send(right.first(right.size() - 1))};
-    default:  // silence; what the driver plays
+    default:  // silence, and the faults that the driver plays
       return {};
   }
 }

@@ -2,5 +2,5 @@
 
 #include <QtGlobal>
 
-/// Makes the coming close of a TCP socket a reset of the connection.
+/// Makes the next close of a TCP socket reset the connection.
 void closeHard(qintptr socket);

@@ -6,18 +6,18 @@
 
 /// One entry of an upload image.
 struct TuploadedRecord {
-  QByteArray deviceId;  ///< as it came, without the blanks that pad it
+  QByteArray deviceId;  ///< as received, without the padding blanks
   int procedure = 0;
 };
 
-/// An upload image read back.
+/// A decoded upload image.
 struct TdecodedImage {
   std::vector<TuploadedRecord> records;
-  QByteArrayList errors;  ///< what does not hold, at most 10; empty for a right image
+  QByteArrayList errors;  ///< at most 10; empty for a correct image
 };
 
-/// Reads an image of whole entries: records, and behind the last one nothing but filler.
+/// Decodes an image of whole entries: records, then nothing but filler.
 TdecodedImage decodeImage(const QByteArray& image);
 
-/// "record NUMBER: DEVICE ID, procedure N"; a byte that would break the line shows as "\xNN".
+/// "record NUMBER: DEVICE ID, procedure N"; control characters appear as "\xNN".
 QByteArray describe(const TuploadedRecord& record, qsizetype number);

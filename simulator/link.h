@@ -5,7 +5,7 @@
 
 #include "simulator/faults.h"
 
-/// The analyzer's end of one connection, whatever it runs over. Bytes go out at once and in order.
+/// The analyzer's end of one connection of any kind. Bytes go out at once and in order.
 class Tlink : public QObject {
   Q_OBJECT
  public:
@@ -14,18 +14,18 @@ class Tlink : public QObject {
   TlinkKind kind() const { return kind_; }
 
   virtual void send(const QByteArray& bytes) = 0;
-  /// Takes no more bytes, so that the host's writes fill up what lies between.
+  /// Accepts no more bytes, so that the host's writes fill the buffers in between.
   virtual void stopReading() = 0;
-  /// Ends the connection in order, what was sent included.
+  /// Ends the connection in order, after everything sent has gone out.
   virtual void close() = 0;
-  /// Ends it without order, where the link has such an end; else as `close`.
+  /// Aborts the connection if the link can do that; otherwise like `close`.
   virtual void reset() { close(); }
-  /// Takes the link away from the host, once the host has read what was sent; else as `close`.
+  /// Takes the link away once the host has read what was sent, if the link can do that; otherwise like `close`.
   virtual void unplug() { close(); }
 
  signals:
   void received(const QByteArray& bytes);
-  /// The connection has ended, by either side. Once, and last.
+  /// Either side has ended the connection. Emitted once, as the last signal.
   void closed();
   /// The stand-in driver has played the fault inside a write.
   void driverPlayed();

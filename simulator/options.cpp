@@ -9,41 +9,41 @@ constexpr int maxBlocks = 1000000;
 constexpr int maxBaud = 100000000;
 constexpr int maxTimeout = 3600000;
 
-/// The program's options by name; a command line is read as a whole or not at all.
+/// The program's options by name. A command line is accepted as a whole or not at all.
 class Tparser {
  public:
   Tparser() {
-    add("tcp", "PORT", "Listens for TCP connections; 0 for any free port. 60601 where no link is named at all.");
-    add("serial", "LINK", "Opens a pseudo-terminal, and makes LINK a link to its far end.");
-    add("usb", "PORT", "Listens for the stand-in D2XX driver, which goes by 60602 unless told otherwise.");
-    add("save", "FILE", "Keeps the image of each complete upload.");
-    add("baud", "N", "Paces both directions to a line's speed, 10 bits a byte; 0 for no pacing.");
-    add("blocks", "N", "Blocks of an upload, 1536 where not told.");
-    add("timeout", "MS", "The host's time-out, that late answers go by; 2000 where not told.");
+    add("tcp", "PORT", "Listens for TCP connections; 0 for any free port. Without any link option: 60601.");
+    add("serial", "LINK", "Opens a pseudo-terminal and makes LINK a symbolic link to its far end.");
+    add("usb", "PORT", "Listens for the stand-in D2XX driver, which uses 60602 by default.");
+    add("save", "FILE", "Saves the image of each complete upload.");
+    add("baud", "N", "Paces both directions to this line speed, 10 bits a byte; 0 for no pacing.");
+    add("blocks", "N", "Blocks of an upload; 1536 by default.");
+    add("timeout", "MS", "The host's time-out, by which late answers are timed; 2000 by default.");
     add("fault", "KIND[@WHERE]",
-        "Plays a fault, once: " + kinds() +
-            "; at handshake, command, a block's number, last, or after the last answer.");
-    add("once", nullptr, "Ends after the first complete upload (0), or after the first wrong connection (1).");
-    add("help", nullptr, "Prints this.");
+        "Plays a fault once: " + kinds() +
+            "; WHERE is handshake, command, a block's number, last, or after (the last answer).");
+    add("once", nullptr, "Ends after the first complete upload (status 0) or the first connection with an error (1).");
+    add("help", nullptr, "Prints this help.");
   }
 
   bool read(const QStringList& arguments) {
     if (!parser_.parse(arguments)) return refuse(parser_.errorText());
     if (!parser_.positionalArguments().isEmpty())
-      return refuse(QStringLiteral("There is nothing to do with \"%1\".").arg(parser_.positionalArguments().first()));
+      return refuse(QStringLiteral("Unexpected argument \"%1\".").arg(parser_.positionalArguments().first()));
     return true;
   }
 
   bool isSet(const char* name) const { return parser_.isSet(QLatin1String(name)); }
   QString text(const char* name) const { return parser_.value(QLatin1String(name)); }
 
-  /// The option's number, or the default where it is not given.
+  /// The option's number, or `otherwise` if the option is not given.
   int number(const char* name, int least, int most, int otherwise) {
     if (!isSet(name)) return otherwise;
     bool isNumber = false;
     const int value = text(name).toInt(&isNumber);
     if (!isNumber || value < least || value > most)
-      refuse(QStringLiteral("--%1 takes a number from %2 to %3.").arg(QLatin1String(name)).arg(least).arg(most));
+      refuse(QStringLiteral("--%1 needs a number from %2 to %3.").arg(QLatin1String(name)).arg(least).arg(most));
     return value;
   }
 
@@ -91,8 +91,7 @@ void readFault(Tparser& parser, Toptions& options) {
   for (const TlinkKind link : {TlinkKind::tcp, TlinkKind::serial, TlinkKind::usb}) {
     if (isServed(options, link) && options.fault->existsOn(link)) return;
   }
-  parser.refuse(
-      QStringLiteral("--fault: \"%1\" does not exist on the links that are served.").arg(parser.text("fault")));
+  parser.refuse(QStringLiteral("--fault: \"%1\" does not exist on any of these links.").arg(parser.text("fault")));
 }
 
 }  // namespace
@@ -105,7 +104,7 @@ std::optional<Toptions> parseOptions(const QStringList& arguments, QString& erro
     options.tcp = portOf(parser, "tcp");
     options.usb = portOf(parser, "usb");
     options.serial = parser.text("serial");
-    if (parser.isSet("serial") && options.serial.isEmpty()) parser.refuse(QStringLiteral("--serial takes a path."));
+    if (parser.isSet("serial") && options.serial.isEmpty()) parser.refuse(QStringLiteral("--serial needs a path."));
     if (!options.tcp && !options.usb && options.serial.isEmpty()) options.tcp = 60601;
     options.save = parser.text("save");
     options.baud = parser.number("baud", 0, maxBaud, options.baud);

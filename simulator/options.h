@@ -6,11 +6,11 @@
 
 #include "simulator/faults.h"
 
-/// What the program was told on its command line.
+/// The options of the command line.
 struct Toptions {
   std::optional<quint16> tcp;  ///< the port; 0 for any free one
   std::optional<quint16> usb;
-  QString serial;  ///< the link to make to the pseudo-terminal; empty for none
+  QString serial;  ///< the symbolic link to create to the pseudo-terminal; empty for none
   QString save;
   int baud = 0;
   int blocks = 1536;
@@ -20,7 +20,7 @@ struct Toptions {
   std::optional<Tfault> fault;
 };
 
-/// Reads the command line. Nothing, and `error` says why, where it is not a right one.
+/// Parses the command line. Returns nothing, and `error` says why, if it is invalid.
 std::optional<Toptions> parseOptions(const QStringList& arguments, QString& error);
 
 /// What --help prints.

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int unplugAttempts = 200;  // one a millisecond
+constexpr int unplugAttempts = 200;  // one per millisecond
 constexpr int closeInterval = 10;    // milliseconds
 
 }  // namespace
@@ -51,7 +51,7 @@ void TserialLink::pass(const QByteArray& bytes) {
   emit received(bytes);
 }
 
-/// Looks for the host's close from time to time, as nothing is read that would tell it.
+/// Polls for the host's close, which nothing reports while reading is off.
 void TserialLink::closeWithHost() {
   if (!terminal_->isClosed()) {
     QTimer::singleShot(closeInterval, this, &TserialLink::closeWithHost);

@@ -37,31 +37,31 @@ TlinkedPort::~TlinkedPort() {
 bool TlinkedPort::open(QString& error) {
   terminal_ = TpseudoTerminal::open();
   if (!terminal_) {
-    error = QStringLiteral("there is no pseudo-terminal to be had");
+    error = QStringLiteral("no pseudo-terminal is available");
     return false;
   }
   openings_ = std::make_unique<QSocketNotifier>(terminal_->openingDescriptor(), QSocketNotifier::Read);
   connect(openings_.get(), &QSocketNotifier::activated, this, &TlinkedPort::handOver);
   if (makeLink()) return true;
-  error = QStringLiteral("the link %1 cannot be made").arg(path_);
+  error = QStringLiteral("the link %1 cannot be created").arg(path_);
   return false;
 }
 
 void TlinkedPort::handOver() {
   openings_->setEnabled(false);
-  openings_.release()->deleteLater();  // it is the caller
+  openings_.release()->deleteLater();  // the notifier is calling this function
   auto owned = std::make_unique<TserialLink>(std::move(terminal_));
   owned->setParent(this);
   TserialLink* link = owned.release();
   connect(link, &TserialLink::begun, this, [this, link] { emit begun(link); });
   connect(link, &TserialLink::closed, this, [this, link] {
-    if (link->parent() == this) link->deleteLater();  // nothing came
+    if (link->parent() == this) link->deleteLater();  // closed before anything arrived
   });
   QString error;
   if (!open(error)) qCritical("%s", qPrintable(error));
 }
 
-/// In one step, so that there is a port to open at any time.
+/// Replaces the link in one step, so that there is always a port to open.
 bool TlinkedPort::makeLink() const {
   const std::filesystem::path path = native(path_);
   std::filesystem::path temporary = path;

@@ -42,7 +42,7 @@ bool Tserver::openSerial(QString& error) {
   return true;
 }
 
-/// A host that closes and connects again is seen to do so in this order, which the script of faults relies on.
+/// When a host closes and reconnects, the old connection's end is handled first, as the fault script requires.
 void Tserver::catchUp() {
   for (TtcpLink* link : findChildren<TtcpLink*>()) link->catchUp();
 }
@@ -61,7 +61,7 @@ void Tserver::acceptUsb() {
   }
 }
 
-/// Takes the link over; it goes with its session.
+/// Takes ownership of the link, which its session then owns.
 void Tserver::serve(Tlink* link) {
   const TanalyzerSettings settings{options_.blocks, options_.timeout, options_.save.toLocal8Bit()};
   auto owned = std::make_unique<Tsession>(*link, settings, options_.baud, script_, report_);

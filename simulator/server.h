@@ -10,18 +10,18 @@
 class Tlink;
 class TserialPort;
 
-/// The whole instrument: listens on the links that it was told, and serves each connection by a session of its own.
+/// The whole instrument: listens on the links of its options, and serves each connection with a session of its own.
 class Tserver : public QObject {
   Q_OBJECT
  public:
   Tserver(const Toptions& options, Treport report);
   ~Tserver() override;
 
-  /// Opens all links. False, and `error` says why, where one cannot be had.
+  /// Opens all links. Returns false, and `error` says why, if one cannot be opened.
   bool listen(QString& error);
 
  signals:
-  /// The program is to end, where it serves but once.
+  /// With --once: the program should end with this status.
   void finished(int status);
 
  private:

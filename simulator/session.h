@@ -9,8 +9,8 @@
 
 class Tlink;
 
-/// One connection: carries bytes between a link and an analyzer of its own, at the pace of the line, and does what the
-/// analyzer wants done, one step after the other.
+/// One connection: carries bytes between a link and an analyzer of its own, at the pace of the line, and carries out
+/// the analyzer's steps one after the other.
 class Tsession : public QObject {
   Q_OBJECT
  public:
@@ -23,7 +23,7 @@ class Tsession : public QObject {
   void close();
 
  signals:
-  /// An upload is complete, or something was wrong, for the first time.
+  /// The first complete upload, or the first error.
   void decided();
   /// The connection has ended; nothing more happens here.
   void ended();
@@ -45,7 +45,7 @@ class Tsession : public QObject {
   Tpace pace_;
   std::deque<Tstep> steps_;
   qint64 received_ = 0;
-  bool waiting_ = false;  ///< for the end of a step
+  bool waiting_ = false;  ///< a step is still running
   bool decided_ = false;
   bool ended_ = false;
 };

@@ -21,7 +21,7 @@ void TtcpLink::send(const QByteArray& bytes) {
 }
 
 void TtcpLink::stopReading() {
-  // Of one byte the socket goes on to see the end of a connection on which nothing more comes.
+  // With a buffer of one byte the socket still notices the end of a connection on which nothing more arrives.
   reading_ = false;
   socket_->setReadBufferSize(1);
 }

@@ -10,7 +10,7 @@ class QTcpSocket;
 class TtcpLink : public Tlink {
   Q_OBJECT
  public:
-  /// Takes a connected socket over.
+  /// Takes ownership of a connected socket.
   explicit TtcpLink(std::unique_ptr<QTcpSocket> socket, TlinkKind kind = TlinkKind::tcp);
   ~TtcpLink() override;
 
@@ -18,11 +18,11 @@ class TtcpLink : public Tlink {
   void stopReading() override;
   void close() override;
   void reset() override;
-  /// Takes what has come, its end included, without waiting for the event loop.
+  /// Handles what has arrived, including the end of the connection, without waiting for the event loop.
   void catchUp();
 
  protected:
-  /// Takes what came over the socket.
+  /// Handles the bytes that arrived over the socket.
   virtual void decode(const QByteArray& bytes) { emit received(bytes); }
 
  private:

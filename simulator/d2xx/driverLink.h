@@ -4,22 +4,22 @@
 #include <cstdint>
 #include <cstring>
 
-/// What the stand-in driver and the analyzer say to each other over their loopback connection; all that the two share.
+/// The protocol between the stand-in driver and the analyzer over their loopback connection; all that the two share.
 ///
-/// From the analyzer: one order, then the bytes to be read, as they are. To the analyzer: each write of the host as a
-/// head and its bytes. The end of the connection is the end of the link. Numbers are in the machine's own byte order,
-/// as both ends are on one machine.
+/// The analyzer sends one order, then the bytes for the host to read, as they are. The driver sends each write of the
+/// host as a head and the bytes. The end of the connection is the end of the link. Numbers are in the machine's byte
+/// order, because both ends are on one machine.
 
-/// The fault that the driver is to play, once, in one write of the host.
+/// The fault that the driver must play once, in one write of the host.
 struct TwriteOrder {
   enum class Tkind : char { none = 'n', shortWrite = 's', blockedWrite = 'b' };
 
   Tkind kind = Tkind::none;
-  std::array<char, 5> command{};  ///< the write that is this command, or ...
-  std::uint32_t later = 0;        ///< ... as many writes later
+  std::array<char, 5> command{};  ///< in the write of this command ...
+  std::uint32_t later = 0;        ///< ... or this many writes later
 };
 
-/// Stands before the bytes of a write.
+/// Precedes the bytes of a write.
 struct TwriteHead {
   enum class Tkind : char { whole = 'w', cut = 'c' };
 

@@ -15,14 +15,14 @@
 namespace {
 
 constexpr int openTimeout = 2000;     // milliseconds
-constexpr int transferTimeout = 300;  // milliseconds, of reads and writes
+constexpr int transferTimeout = 300;  // milliseconds, for reads and writes
 
 /// An open device.
 class Tdevice {
  public:
   Tdevice(std::unique_ptr<Tloopback> loopback, const TwriteOrder& order) : link(std::move(loopback)), order_(order) {}
 
-  /// How many bytes of a write are taken; less than all where the order comes due with this one.
+  /// How many bytes of a write are accepted; fewer than all if the order applies to this write.
   std::uint32_t taken(std::string_view bytes);
 
   const std::unique_ptr<Tloopback> link;
@@ -47,7 +47,7 @@ std::uint32_t Tdevice::taken(std::string_view bytes) {
   return all / 2;
 }
 
-/// The devices that are open, by handle.
+/// The open devices by handle.
 class Topened {
  public:
   FT_HANDLE add(std::shared_ptr<Tdevice> device) {
@@ -87,7 +87,7 @@ std::string environment(const char* name, const char* otherwise) {
   return value == nullptr ? otherwise : value;
 }
 
-/// Connects, and waits for the order that the analyzer begins with. Null where there is no analyzer.
+/// Connects and waits for the analyzer's order, which comes first. Null if there is no analyzer.
 std::shared_ptr<Tdevice> connectDevice() {
   const auto port = std::strtoul(environment("QT484_USB", "60602").c_str(), nullptr, 10);
   std::unique_ptr<Tloopback> link = Tloopback::connect(static_cast<std::uint16_t>(port));

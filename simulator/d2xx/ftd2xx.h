@@ -2,12 +2,11 @@
 
 #include <cstdint>
 
-/// A stand-in for the USB driver's library, for tests and demonstrations: each open device is a connection to
-/// qt484-analyzer, on the port of this machine that the environment variable QT484_USB names (60602 where it is not
-/// set).
+/// A stand-in for the USB driver's library, for tests and demonstrations. Each open device is a connection to
+/// qt484-analyzer on this machine, on the port in the environment variable QT484_USB (60602 if it is not set).
 ///
-/// Functions may be called from any thread, for one handle from one thread at a time. D2XX_CALL is the calling
-/// convention, which the build sets where the platform has more than one.
+/// Functions may be called from any thread, but for one handle from one thread at a time. D2XX_CALL is the calling
+/// convention; the build sets it for platforms that have more than one.
 
 using FT_HANDLE = void*;
 using FT_STATUS = std::uint32_t;
@@ -22,21 +21,21 @@ constexpr std::uint32_t FT_OPEN_BY_DESCRIPTION = 2;
 
 extern "C" {
 
-/// Opens the device of this description, a zero-terminated text: the one that the environment variable QT484_USB_NAME
-/// names, "Velmora Systems QT484 Plus" where it is not set. FT_DEVICE_NOT_FOUND for any other and where no analyzer
-/// listens; FT_DEVICE_NOT_OPENED while this process has the device open already.
+/// Opens the device with this description, a zero-terminated text. The device's description is in the environment
+/// variable QT484_USB_NAME ("Velmora Systems QT484 Plus" if it is not set). FT_DEVICE_NOT_FOUND for any other
+/// description and if no analyzer listens; FT_DEVICE_NOT_OPENED while this process already has the device open.
 FT_STATUS D2XX_CALL FT_OpenEx(const void* description, std::uint32_t flags, FT_HANDLE* handle);
 
-/// FT_INVALID_HANDLE for a handle that is not open, FT_IO_ERROR where the link had dropped; the handle is closed then,
-/// too.
+/// FT_INVALID_HANDLE for a handle that is not open; FT_IO_ERROR if the link had dropped, but the handle is closed
+/// anyway.
 FT_STATUS D2XX_CALL FT_Close(FT_HANDLE handle);
 
-/// Waits for the bytes, at most 300 ms, and reads those that came.
+/// Waits up to 300 ms for `count` bytes and reads those that arrived.
 FT_STATUS D2XX_CALL FT_Read(FT_HANDLE handle, void* buffer, std::uint32_t count, std::uint32_t* read);
 
-/// `written` is less than `count` where the analyzer was told to play such a fault.
+/// `written` is less than `count` if the analyzer plays such a fault.
 FT_STATUS D2XX_CALL FT_Write(FT_HANDLE handle, const void* buffer, std::uint32_t count, std::uint32_t* written);
 
-/// How many bytes wait to be read. FT_IO_ERROR once the link has dropped and all that came before was read.
+/// The number of bytes waiting. FT_IO_ERROR once the link has dropped and everything was read.
 FT_STATUS D2XX_CALL FT_GetQueueStatus(FT_HANDLE handle, std::uint32_t* waiting);
 }

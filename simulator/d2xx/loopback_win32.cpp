@@ -9,14 +9,14 @@ SOCKET nativeOf(std::intptr_t socket) {
   return static_cast<SOCKET>(socket);
 }
 
-/// Sockets are there for this library as long as it is loaded.
-bool socketsAreThere() {
+/// Starts the system's sockets for as long as this library is loaded.
+bool startSockets() {
   static WSADATA data{};
   static const bool started = WSAStartup(MAKEWORD(2, 2), &data) == 0;
   return started;
 }
 
-/// Waits until something can be received, the end of the connection included.
+/// Waits until something can be received, including the end of the connection.
 bool awaitInput(std::intptr_t socket, long long milliseconds) {
   WSAPOLLFD ready{nativeOf(socket), POLLRDNORM, 0};
   return WSAPoll(&ready, 1, static_cast<int>(milliseconds)) > 0;
@@ -25,7 +25,7 @@ bool awaitInput(std::intptr_t socket, long long milliseconds) {
 }  // namespace
 
 std::unique_ptr<Tloopback> Tloopback::connect(std::uint16_t port) {
-  if (!socketsAreThere()) return nullptr;
+  if (!startSockets()) return nullptr;
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(port);
