@@ -1,5 +1,5 @@
 #pragma once
 
-/// Closes the console window that the system opens for this program alone where it is started by a double click. A
-/// console that it was started from stays, for what the guided tour and the help print.
+/// Closes the console window that the system opens when a double click starts this program. A console from which the
+/// program was started stays, for the output of the guided tour and of --help.
 void leaveOwnConsole();

@@ -36,7 +36,7 @@ ThostWindow::ThostWindow(const QString& modulePath, ThostFolders folders)
 ThostWindow::~ThostWindow() {
   if (pluginFrame_.isNull()) return;
   pluginFrame_->disconnect(this);
-  const std::unique_ptr<QWidget> frame(pluginFrame_.data());  // it saves before the module goes
+  const std::unique_ptr<QWidget> frame(pluginFrame_.data());  // it saves before the module is unloaded
 }
 
 QString ThostWindow::programFolder() const {

@@ -11,14 +11,14 @@ namespace Ui {
 class ThostWindow;
 }
 
-/// The folders that the host works with.
+/// The host's folders.
 struct ThostFolders {
   QString program;  ///< settings, export and help
   QString working;  ///< holds `DATA`
 };
 
-/// The stand-in host's main window: it loads the plug-in, offers its launch button, and gives way to the plug-in's
-/// frame while that is open.
+/// The stand-in host's main window. It loads the plug-in, shows its launch button, and hides while the plug-in's frame
+/// is open.
 class ThostWindow : public QWidget, public THostApplication, public Tqt484Frame {
   Q_OBJECT
 
@@ -32,7 +32,7 @@ class ThostWindow : public QWidget, public THostApplication, public Tqt484Frame 
 
   /// The plug-in's frame while one is open.
   QWidget* pluginFrame() const { return pluginFrame_; }
-  /// Why the plug-in cannot be used; empty where it can.
+  /// Why the plug-in cannot be used; empty if it can.
   QString pluginError() const;
 
  protected:

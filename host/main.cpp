@@ -3,7 +3,7 @@
 
 #include "host/console.h"
 #include "host/hostWindow.h"
-#include "host/tour/runTour.h"
+#include "host/tour/tour.h"
 
 namespace {
 
@@ -29,8 +29,8 @@ int main(int argc, char** argv) {
   const QCommandLineOption working(QStringLiteral("working-folder"), QStringLiteral("Folder that holds DATA."),
                                    QStringLiteral("DIR"), here);
   const QCommandLineOption tour(QStringLiteral("tour"),
-                                QStringLiteral("Runs the guided tour on a copy of the list in the working folder (the "
-                                               "sample list where none is given), with its pictures in DIR."),
+                                QStringLiteral("Runs the guided tour on a copy of the list in the working folder (by "
+                                               "default the sample list), and saves its pictures in DIR."),
                                 QStringLiteral("DIR"));
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("A stand-in for the host application of the QT484."));

@@ -8,8 +8,8 @@ class QWidget;
 class THostApplication;
 class Tqt484Frame;
 
-/// The plug-in module, loaded at run time and driven through its nine exported names. Loads and initializes it on
-/// construction, shuts it down and unloads it on destruction, when no frame of it may be left.
+/// The plug-in module, loaded at run time and used through its nine exported functions. The constructor loads and
+/// initializes it; the destructor shuts it down and unloads it. By then no frame of the module may exist.
 class TpluginModule {
  public:
   explicit TpluginModule(const QString& path);
@@ -17,14 +17,14 @@ class TpluginModule {
   TpluginModule(const TpluginModule&) = delete;
   TpluginModule& operator=(const TpluginModule&) = delete;
 
-  /// Whether the module was loaded and has all nine names; if not, `error` says why.
+  /// Whether the module was loaded and exports all nine functions; if not, `error` says why.
   bool isUsable() const { return error_.isEmpty(); }
   QString error() const { return error_; }
 
   bool setup(THostApplication* application, Tqt484Frame* frame);
   QString name() const;
   QString buttonCaption() const;
-  /// A new main frame, the caller's own; null where it could not be built.
+  /// A new main frame, which the caller owns; null if it could not be built.
   QWidget* createMainForm();
 
  private:

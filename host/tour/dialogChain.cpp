@@ -13,7 +13,7 @@ void TdialogChain::run(const std::function<void()>& open) {
   expect(acts_.isEmpty(), notReady());
 }
 
-/// Each act has a timer of its own, as the ones before may not have returned yet.
+/// Each act has a timer of its own, because the previous acts may not have returned yet.
 void TdialogChain::follow() {
   auto* timer = new QTimer(this);
   sinceAct_.start();

@@ -8,16 +8,17 @@
 
 #include "host/tour/userHands.h"
 
-/// Lets a chain of dialogs open, each from the one before or after it, and works on them in turn. Unlike with
-/// `whileDialogIsOpen` no window needs to come back in between. A failure closes what is open and fails the step.
+/// Works through a chain of dialogs in turn, each opened from the one before it or after that one has closed. Unlike
+/// `whileDialogIsOpen`, it does not expect another window to come back in between. A failure closes the open dialogs
+/// and fails the step.
 class TdialogChain : public QObject {
  public:
   using Tact = std::function<void(const TuserHands&)>;
 
-  /// `act` is done once the dialog, known by its name or class, is open and, where a button is named, that is enabled.
+  /// Runs `act` once the dialog with this name or class is open and, if a button is named, that button is enabled.
   void add(const char* dialog, const Tact& act, const char* button = "");
 
-  /// Opens the first dialog by `open`, which returns when the last is closed.
+  /// Calls `open`, which opens the first dialog and returns when the last one has closed.
   void run(const std::function<void()>& open);
 
  private:
@@ -34,6 +35,6 @@ class TdialogChain : public QObject {
 
   QList<Tstep> acts_;
   QElapsedTimer sinceAct_;
-  QPointer<QWidget> last_;  ///< the dialog of the last act, which is not another's, too: that act may not be over yet
+  QPointer<QWidget> last_;  ///< the dialog of the last act, which may still be running: no other act gets it
   std::exception_ptr failure_;
 };

@@ -11,7 +11,7 @@ bool writeFile(const QString& path, const QByteArray& content) {
   return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
-/// So many lines, those of `content` over and over, each with its control number replaced by a running one.
+/// Repeats the lines of `content` up to `count` lines, and numbers their control numbers consecutively.
 QByteArray repeatedLines(const QByteArray& content, int count) {
   QList<QByteArray> lines = content.split('\n');
   lines.removeLast();

@@ -3,20 +3,20 @@
 #include <QByteArray>
 #include <QString>
 
-/// Folders with lists for the tour to work on.
+// Prepares folders with lists for the tour.
 
-// A list's two files.
+/// A list's two files.
 inline const QString dataFile = QStringLiteral("DATA/eq.dat");
 inline const QString infoFile = QStringLiteral("DATA/eqinfo.dat");
 
-/// Copies a folder with all that lies in it. False: something could not be copied.
+/// Copies a folder with everything in it. False if something could not be copied.
 bool copyFolder(const QString& from, const QString& to);
 
-/// A list without records.
+/// Makes a list without records.
 bool makeEmptyList(const QString& sample, const QString& folder);
 
-/// A list of so many records, the sample's over and over with control numbers of their own.
+/// Makes a list of `count` records: the sample's records repeated, with new control numbers.
 bool makeLongList(const QString& sample, const QString& folder, int count);
 
-/// The content of one of a folder's files.
+/// The content of a file in the folder.
 QByteArray fileContent(const QString& folder, const QString& name);

@@ -5,7 +5,6 @@
 #include <cstdio>
 
 #include "host/tour/listFolders.h"
-#include "host/tour/runTour.h"
 
 namespace {
 
@@ -18,11 +17,11 @@ void print(const QString& line) {
 
 Ttour::Ttour(QString modulePath, const QString& sample, const QString& pictures)
     : modulePath_(std::move(modulePath)), pictureFolder_(pictures), list_(temporary_.filePath(QStringLiteral("list"))) {
-  qputenv("HOME", temporary_.path().toUtf8());  // the user's documents are no business of the tour
+  qputenv("HOME", temporary_.path().toUtf8());  // keeps the tour away from the user's documents
   step(QStringLiteral("prepare"), [&] {
     expect(copyFolder(sample, list_), QStringLiteral("cannot copy %1").arg(sample));
     expect(QDir().mkpath(pictureFolder_.path()), QStringLiteral("cannot create %1").arg(pictureFolder_.path()));
-    return QStringLiteral("a copy of the list in %1").arg(sample);
+    return QStringLiteral("working on a copy of the list in %1").arg(sample);
   });
 }
 
@@ -37,14 +36,14 @@ int Ttour::run() {
   host_.reset();
   print(failures_ == 0
             ? QStringLiteral("%1 steps passed; pictures in %2").arg(stepCount_).arg(pictureFolder_.absolutePath())
-            : QStringLiteral("The tour failed at step %1; pictures until then in %2")
+            : QStringLiteral("The tour failed at step %1; pictures so far in %2")
                   .arg(stepCount_)
                   .arg(pictureFolder_.absolutePath()));
   return failures_ == 0 ? 0 : 1;
 }
 
 void Ttour::step(const QString& name, const Tcheck& check) {
-  if (failures_ > 0) return;  // each step starts where the one before it ended
+  if (failures_ > 0) return;  // each step starts where the previous one ended
   ++stepCount_;
   const QString heading = QStringLiteral("%1  %2").arg(stepCount_, 2).arg(name, -18);
   try {
@@ -63,7 +62,7 @@ void Ttour::picture(QWidget* window, const QString& name) {
   expect(window->grab().save(path), QStringLiteral("cannot write %1").arg(path));
 }
 
-/// Pictures of a window as it opened and maximised.
+/// Takes pictures of a window at its opening size and maximised.
 void Ttour::pictures(QWidget* window, const QString& name) {
   picture(window, name);
   const QSize opening = window->size();
@@ -85,7 +84,7 @@ void Ttour::startHost(const QString& folder) {
 }
 
 TuserHands Ttour::frame() const {
-  expect(host_->pluginFrame() != nullptr, QStringLiteral("the plug-in's window is not there"));
+  expect(host_->pluginFrame() != nullptr, QStringLiteral("the plug-in's window is not open"));
   return TuserHands(host_->pluginFrame());
 }
 
@@ -97,14 +96,14 @@ void Ttour::launch() {
   host().tabTo(host().button("btnLaunch"));
   host().press(Qt::Key_Space);
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not open"));
-  expect(host_->isHidden(), QStringLiteral("the host's window does not give way"));
+  expect(host_->isHidden(), QStringLiteral("the host's window stays visible"));
 }
 
 void Ttour::leave() {
   frame().tabTo(frame().button("BtnExit"));
   frame().press(Qt::Key_Space);
   expect(QTest::qWaitFor([this] { return host_->pluginFrame() == nullptr; }, windowPatience),
-         QStringLiteral("the plug-in's window stays"));
+         QStringLiteral("the plug-in's window does not close"));
   expect(comesToFront(host_.get()), QStringLiteral("the host's window does not come back"));
 }
 
@@ -125,6 +124,6 @@ QStringList Ttour::columnTexts(int column) const {
 }
 
 int runTour(const QString& modulePath, const QString& sample, const QString& pictures) {
-  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // a system's own file dialog has none of Qt's controls
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // native file dialogs have no Qt controls to drive
   return Ttour(modulePath, sample, pictures).run();
 }

@@ -12,19 +12,19 @@
 
 inline constexpr int controlNumColumn = 1;  ///< of the plug-in's grid
 
-/// The guided tour: a user's way through host and plug-in, driven by real key and mouse events on a copy of a list, so
-/// that nothing of the user's is changed. Prints one line a step, saying what was checked, and puts a picture of every
-/// screen into a folder.
+/// The guided tour: a user's way through host and plug-in, driven by real key and mouse events. It works on a copy of a
+/// list, so that it changes nothing of the user's. It prints one line per step, saying what it checked, and saves a
+/// picture of every screen.
 class Ttour {
  public:
-  /// `sample` is the folder whose list and settings are toured, `pictures` where the pictures go.
+  /// `sample` is the folder with the list and settings to tour, `pictures` the folder for the pictures.
   Ttour(QString modulePath, const QString& sample, const QString& pictures);
 
-  /// Runs all steps. Returns the exit status: 0, or 1 where a step failed.
+  /// Runs all steps. Returns the exit status: 0, or 1 if a step failed.
   int run();
 
  private:
-  using Tcheck = std::function<QString()>;  ///< does a step, and tells what was checked
+  using Tcheck = std::function<QString()>;  ///< performs a step, and returns what it checked
 
   void step(const QString& name, const Tcheck& check);
   void picture(QWidget* window, const QString& name);
@@ -81,9 +81,13 @@ class Ttour {
   QTemporaryDir temporary_;
   TboxWatcher boxes_;
   std::unique_ptr<ThostWindow> host_;
-  QString list_;  ///< the folder being toured
+  QString list_;  ///< the folder of the toured list
   int stepCount_ = 0;
   int failures_ = 0;
-  int widened_ = 0;        ///< the width that a column was dragged to
-  QStringList lastOrder_;  ///< the descriptions, later the control numbers, as they stood when the plug-in was left
+  int widened_ = 0;        ///< the width of a column after dragging its edge
+  QStringList lastOrder_;  ///< the order of descriptions, later of control numbers, on leaving the plug-in
 };
+
+/// Runs the guided tour of the list in the folder `sample`, with pictures in the folder `pictures`. Returns the exit
+/// status: 0, or 1 if a step failed.
+int runTour(const QString& modulePath, const QString& sample, const QString& pictures);

@@ -28,7 +28,7 @@ void Ttour::tourEditing() {
   step(QStringLiteral("options"), [this] { return changeColumns(); });
   step(QStringLiteral("export"), [this] { return exportList(); });
   step(QStringLiteral("help"), [this] { return openHelp(); });
-  step(QStringLiteral("find it all again"), [this] { return findItAllAgain(); });
+  step(QStringLiteral("reopen"), [this] { return findItAllAgain(); });
 }
 
 QString Ttour::searchPumps() {
@@ -39,7 +39,7 @@ QString Ttour::searchPumps() {
   frame().click(edit(frame(), "txtDescSearch"));
   frame().type(sought);
   frame().press(Qt::Key_Return);
-  expect(columnTexts(column) == matching, QStringLiteral("not the records whose description has it"));
+  expect(columnTexts(column) == matching, QStringLiteral("not the records with that description"));
   picture(frame().window(), QStringLiteral("frame-search"));
   return QStringLiteral("%1 records with 'pump' in their description").arg(rows());
 }
@@ -63,13 +63,15 @@ QString Ttour::editWithNextAndPrevious() {
         editor.type(QStringLiteral("-T"));
         editor.click(editor.button("btnNext"));
         expect(edit(editor, "txtControlNum")->text() == cellText(grid(), 1, controlNumColumn),
-               QStringLiteral("not the next"));
+               QStringLiteral("Next does not show the next record"));
         editor.click(editor.button("btnPrev"));
-        expect(edit(editor, "txtControlNum")->text() == before + QStringLiteral("-T"), QStringLiteral("not stored"));
+        expect(edit(editor, "txtControlNum")->text() == before + QStringLiteral("-T"),
+               QStringLiteral("the change was not stored"));
         editor.click(editor.button("btnOk"));
       });
-  expect(cellText(grid(), 0, controlNumColumn) == before + QStringLiteral("-T"), QStringLiteral("not in the grid"));
-  return QStringLiteral("'%1' became '%2', kept over Next and Previous")
+  expect(cellText(grid(), 0, controlNumColumn) == before + QStringLiteral("-T"),
+         QStringLiteral("the grid does not show the change"));
+  return QStringLiteral("'%1' became '%2', stored by Next and Previous")
       .arg(before, cellText(grid(), 0, controlNumColumn));
 }
 
@@ -79,12 +81,12 @@ QString Ttour::addRecord() {
       editorName, [this] { frame().press(Qt::Key_N, Qt::ControlModifier); },
       [](const TuserHands& editor) {
         editor.type(QStringLiteral("TOUR-1"));
-        editor.press(Qt::Key_Return);  // as a barcode scanner ends
+        editor.press(Qt::Key_Return);  // as a barcode scanner does
         editor.click(editor.button("btnOk"));
       });
   expect(rows() == before + 1 && cellText(grid(), before, controlNumColumn) == QStringLiteral("TOUR-1"),
-         QStringLiteral("not at the end of the list"));
-  return QStringLiteral("record %1, typed as a scanner types").arg(rows());
+         QStringLiteral("the record is not at the end of the list"));
+  return QStringLiteral("record %1, typed as by a barcode scanner").arg(rows());
 }
 
 QString Ttour::copyRecords() {
@@ -92,10 +94,10 @@ QString Ttour::copyRecords() {
   const int before = rows();
   frame().press(Qt::Key_D, Qt::ControlModifier);
   expect(rows() == before + 2 && cellText(grid(), before, controlNumColumn).isEmpty(),
-         QStringLiteral("not two copies"));
+         QStringLiteral("there are not two copies"));
   expect(grid()->selectionModel()->selectedRows().size() == 2, QStringLiteral("the copies are not selected"));
   picture(frame().window(), QStringLiteral("frame-copied"));
-  return QStringLiteral("two records, without control numbers, selected at the end");
+  return QStringLiteral("two copies without control numbers, selected at the end");
 }
 
 QString Ttour::deleteRecords() {
@@ -109,7 +111,7 @@ QString Ttour::deleteRecords() {
       });
   boxes_.resume();
   expect(rows() == before - 2, QStringLiteral("%1 rows").arg(rows()));
-  return QStringLiteral("the two copies, after the question");
+  return QStringLiteral("the two copies, after confirming");
 }
 
 QString Ttour::changeColumns() {
@@ -124,15 +126,16 @@ QString Ttour::changeColumns() {
         picture(options.window(), QStringLiteral("options"));
         options.click(options.button("btnOK"));
       });
-  expect(grid()->model()->columnCount() == before + 1, QStringLiteral("no column more"));
+  expect(grid()->model()->columnCount() == before + 1, QStringLiteral("no column was added"));
   return QStringLiteral("column %1 is '%2'").arg(before + 1).arg(headingText(grid(), before));
 }
 
 QString Ttour::exportList() {
   frame().press(Qt::Key_E, Qt::ControlModifier);
   const QByteArray file = fileContent(list_, QStringLiteral("export.csv"));
-  expect(file.startsWith("<index>,<control nun>,") && file.count('\n') == rows() + 1, QStringLiteral("not all lines"));
-  return QStringLiteral("export.csv with a heading and %1 lines").arg(rows());
+  expect(file.startsWith("<index>,<control nun>,") && file.count('\n') == rows() + 1,
+         QStringLiteral("export.csv is incomplete"));
+  return QStringLiteral("export.csv has a heading and %1 lines").arg(rows());
 }
 
 QString Ttour::openHelp() {
@@ -149,10 +152,10 @@ QString Ttour::findItAllAgain() {
   lastOrder_ = columnTexts(controlNumColumn);
   const QString heading = headingText(grid(), grid()->model()->columnCount() - 1);
   leave();
-  expect(!isHelpOpen(), QStringLiteral("the help window stays"));
+  expect(!isHelpOpen(), QStringLiteral("the help window does not close"));
   launch();
-  expect(columnTexts(controlNumColumn) == lastOrder_, QStringLiteral("the records are others"));
+  expect(columnTexts(controlNumColumn) == lastOrder_, QStringLiteral("the records have changed"));
   expect(headingText(grid(), grid()->model()->columnCount() - 1) == heading, QStringLiteral("the column is lost"));
   leave();
-  return QStringLiteral("%1 records, the new one and the changed one among them").arg(lastOrder_.size());
+  return QStringLiteral("%1 records, including the new and the changed one").arg(lastOrder_.size());
 }

@@ -4,10 +4,10 @@
 
 class QWidget;
 
-/// What came of the wish for help.
+/// What the help key brought up.
 struct ThelpShown {
   bool isThere = false;
-  QWidget* window = nullptr;  ///< where it is one of this program's
+  QWidget* window = nullptr;  ///< null if the window is not one of Qt's
   QString how;
 };
 

@@ -18,13 +18,13 @@ BOOL CALLBACK lookForHelp(HWND window, LPARAM found) {
 
 }  // namespace
 
-/// Where the system's viewer lacks a browser, as it may under Wine, it takes the wish and shows nothing.
+/// If the system's viewer has no browser, as may happen under Wine, the call succeeds but shows nothing.
 ThelpShown awaitHelp() {
   if (QTest::qWaitFor(isHelpOpen)) return {true, nullptr, QStringLiteral("the user's guide in the system's viewer")};
   const bool isWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
   const bool isCalled = GetModuleHandleW(L"hhctrl.ocx") != nullptr;
   return {isWine && isCalled, nullptr,
-          QStringLiteral("the system's viewer was called; Wine shows nothing with it here")};
+          QStringLiteral("the system's viewer was called; under Wine it shows nothing here")};
 }
 
 bool isHelpOpen() {

@@ -13,7 +13,7 @@ QString shown(const TuserHands& hands, const char* name) {
   return hands.control<QLineEdit>(QString::fromLatin1(name))->text();
 }
 
-/// A list of another program's: five devices, of which two have the number of one that is there.
+/// Another program's list: five devices, two of which have the number of an existing record.
 bool writeList(const QString& path, const QString& taken) {
   QByteArray text = "Asset Tag;Name;Make;Model;Test Procedure;Location\n";
   text += "TOUR-101;Infusion pump;Halvorsby Medical;Perlova V2;14;Haus A, 2nd floor\n";
@@ -27,7 +27,7 @@ bool writeList(const QString& path, const QString& taken) {
 
 using Tpicture = std::function<void(QWidget*, const char*)>;
 
-/// The way through all dialogs of an import, by keyboard.
+/// Adds all dialogs of an import, worked by keyboard.
 void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture) {
   chain.add("TEquipRecImportOptions", [=](const TuserHands& options) {
     options.type(path);
@@ -40,7 +40,7 @@ void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture
   });
   chain.add("TEquipRecImport", [picture](const TuserHands& mapping) {
     const QString first = shown(mapping, "EditDeviceID") + shown(mapping, "EditDesc") + shown(mapping, "EditTestProc");
-    expect(first == QStringLiteral("TOUR-101Infusion pump14"), QStringLiteral("headings not understood: ") + first);
+    expect(first == QStringLiteral("TOUR-101Infusion pump14"), QStringLiteral("headings not recognised: ") + first);
     picture(mapping.window(), "import-mapping");
     mapping.tabTo(mapping.button("BtnImport"));
     mapping.press(Qt::Key_Space);
@@ -83,5 +83,5 @@ QString Ttour::importList() {
          QStringLiteral("%1 rows").arg(rows()));
   picture(frame().window(), QStringLiteral("frame-imported"));
   leave();
-  return QStringLiteral("4 of 5 devices, one renamed and one skipped as '%1' was there").arg(taken);
+  return QStringLiteral("4 of 5 devices; '%1' was a duplicate, once renamed and once skipped").arg(taken);
 }

@@ -12,7 +12,7 @@ void Ttour::tourPrinting() {
   step(QStringLiteral("save as PDF"), [this] { return savePdf(); });
 }
 
-/// Opens the print dialog by its key, and lets `act` work on it.
+/// Opens the print dialog with its shortcut and runs `act` on it.
 void Ttour::whilePrintIsOpen(const std::function<void(const TuserHands&)>& act) {
   whileDialogIsOpen(
       QStringLiteral("TEquipRecPrint"), [this] { frame().press(Qt::Key_P, Qt::ControlModifier); }, act);
@@ -32,7 +32,7 @@ QString Ttour::choosePrint() {
              .replace("\r\n", "\n")
              .contains("[PRINT]\nCONTROLNUM=1\n"),
          QStringLiteral("the choices are not stored"));
-  return QStringLiteral("the three selected records are preset; choices are kept, also after Cancel");
+  return QStringLiteral("the three selected records are preset; choices are kept even after Cancel");
 }
 
 QString Ttour::leafPreview() {
@@ -53,7 +53,7 @@ QString Ttour::leafPreview() {
         });
     print.click(print.button("btnCancel"));
   });
-  return QStringLiteral("%1 records on %2 pages, to the last one by keyboard").arg(rows()).arg(pages);
+  return QStringLiteral("%1 records on %2 pages, paged to the last one by keyboard").arg(rows()).arg(pages);
 }
 
 QString Ttour::savePdf() {

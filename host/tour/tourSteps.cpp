@@ -11,7 +11,7 @@ namespace {
 constexpr int recordLimit = 18432;
 const QString description = QStringLiteral("Description");
 
-/// The record numbers of a list in the order of their descriptions, compared byte by byte, read from its file.
+/// The record numbers in the list's file, ordered by description, byte by byte.
 QStringList numbersByDescription(const QString& folder) {
   QList<QPair<QByteArray, int>> records;
   for (const QByteArray& line : fileContent(folder, infoFile).split('\n')) {
@@ -48,7 +48,8 @@ void Ttour::tourFullList() {
 QString Ttour::openHost() {
   startHost(list_);
   const auto* button = host().button("btnLaunch");
-  expect(button->text() == QStringLiteral("Equipment Record\nEditor"), QStringLiteral("the button says otherwise"));
+  expect(button->text() == QStringLiteral("Equipment Record\nEditor"),
+         QStringLiteral("the button has another caption"));
   pictures(host_.get(), QStringLiteral("host"));
   return QStringLiteral("the launch button has the plug-in's caption");
 }
@@ -56,8 +57,8 @@ QString Ttour::openHost() {
 QString Ttour::openPlugin() {
   launch();
   const auto lines = fileContent(list_, dataFile).count('\n');
-  expect(grid()->model()->rowCount() == lines, QStringLiteral("the grid has another number of rows than the file"));
-  expect(frame().window()->size() == QSize(792, 536), QStringLiteral("the window opens in another size"));
+  expect(grid()->model()->rowCount() == lines, QStringLiteral("the grid has not as many rows as the file has lines"));
+  expect(frame().window()->size() == QSize(792, 536), QStringLiteral("the window has the wrong opening size"));
   pictures(frame().window(), QStringLiteral("frame"));
   return QStringLiteral("%1 records in %2 columns").arg(lines).arg(grid()->model()->columnCount());
 }
@@ -66,7 +67,7 @@ QString Ttour::sortByDescription() {
   const int column = columnOf(grid(), description);
   frame().clickHeading(grid(), column);
   const QStringList texts = columnTexts(column);
-  expect(columnTexts(0) == numbersByDescription(list_), QStringLiteral("not in order"));
+  expect(columnTexts(0) == numbersByDescription(list_), QStringLiteral("the rows are not in order"));
   picture(frame().window(), QStringLiteral("frame-sorted"));
   return QStringLiteral("by description, from '%1' to '%2'").arg(texts.first(), texts.last());
 }
@@ -76,8 +77,8 @@ QString Ttour::sortBackwards() {
   frame().clickHeading(grid(), columnOf(grid(), description));
   QStringList after = columnTexts(0);
   std::reverse(after.begin(), after.end());
-  expect(before == after, QStringLiteral("not the exact mirror"));
-  return QStringLiteral("the same order mirrored, record by record");
+  expect(before == after, QStringLiteral("the order is not exactly reversed"));
+  return QStringLiteral("the exact reverse order, record by record");
 }
 
 QString Ttour::selectWithKeyboard() {
@@ -98,7 +99,7 @@ QString Ttour::widenColumn() {
   frame().dragColumnEdge(grid(), column, 60);
   widened_ = grid()->columnWidth(column);
   expect(widened_ == before + 60, QStringLiteral("%1 pixels became %2").arg(before).arg(widened_));
-  return QStringLiteral("description dragged from %1 to %2 pixels, without sorting").arg(before).arg(widened_);
+  return QStringLiteral("Description dragged from %1 to %2 pixels, without sorting").arg(before).arg(widened_);
 }
 
 QString Ttour::leaveWithKeyboard() {
@@ -107,10 +108,10 @@ QString Ttour::leaveWithKeyboard() {
   lastOrder_ = columnTexts(columnOf(grid(), description));
   leave();
   expect(fileContent(list_, dataFile) == data && fileContent(list_, infoFile) == info,
-         QStringLiteral("the files are not what they were"));
+         QStringLiteral("the files have changed"));
   const QByteArray settings = fileContent(list_, QStringLiteral("EquipmentRecord.ini"));
   expect(settings.contains("SORTASC=0"), QStringLiteral("the sort order was not stored"));
-  return QStringLiteral("records saved to the byte, layout stored, back in the host");
+  return QStringLiteral("records saved byte for byte, layout stored, back in the host");
 }
 
 QString Ttour::openAgain() {
@@ -118,7 +119,7 @@ QString Ttour::openAgain() {
   expect(columnTexts(columnOf(grid(), description)) == lastOrder_, QStringLiteral("the order is lost"));
   expect(grid()->columnWidth(columnOf(grid(), description)) == widened_, QStringLiteral("the width is lost"));
   leave();
-  return QStringLiteral("order and column width are as they were left");
+  return QStringLiteral("the order and the column width are unchanged");
 }
 
 QString Ttour::showEmpty() {
@@ -126,7 +127,8 @@ QString Ttour::showEmpty() {
   expect(makeEmptyList(list_, folder), QStringLiteral("cannot prepare the list"));
   startHost(folder);
   launch();
-  expect(grid()->model()->rowCount() == 1 && cellText(grid(), 0, 0).isEmpty(), QStringLiteral("not one blank row"));
+  expect(grid()->model()->rowCount() == 1 && cellText(grid(), 0, 0).isEmpty(),
+         QStringLiteral("the grid has not exactly one blank row"));
   pictures(frame().window(), QStringLiteral("frame-empty"));
   leave();
   return QStringLiteral("headings and one blank row");
@@ -144,5 +146,5 @@ QString Ttour::showFull() {
   expect(grid()->currentIndex().row() == recordLimit - 1, QStringLiteral("Ctrl+End does not go to the last row"));
   pictures(frame().window(), QStringLiteral("frame-full"));
   leave();
-  return QStringLiteral("%1 records, the last one in sight").arg(recordLimit);
+  return QStringLiteral("%1 records, scrolled to the last one").arg(recordLimit);
 }

@@ -13,13 +13,12 @@
 namespace {
 
 constexpr int analyzerPatience = 10000;  // milliseconds
-constexpr int entrySize = 22;            ///< bytes of a record in the analyzer's copy of the list
+constexpr int entrySize = 22;            // bytes of a record in the analyzer's copy of the list
 constexpr int idSize = 17;
 
 using Tpicture = std::function<void(QWidget*, const char*)>;
 
-/// The simulated analyzer in a process of its own, on the port of real ones and slowed down so far that its progress
-/// can be watched.
+/// The simulated analyzer in a process of its own, on the port of a real one and slow enough to watch the progress.
 class Tanalyzer {
  public:
   explicit Tanalyzer(const QString& saveFile) {
@@ -39,7 +38,7 @@ class Tanalyzer {
   QProcess process_;
 };
 
-/// The Device IDs in the analyzer's copy of the list, up to the filler behind the last.
+/// The Device IDs in the analyzer's copy of the list, up to the filler after the last one.
 QStringList idsIn(const QString& image) {
   QFile file(image);
   expect(file.open(QIODevice::ReadOnly), QStringLiteral("the analyzer has saved nothing"));
@@ -51,7 +50,7 @@ QStringList idsIn(const QString& image) {
   return ids;
 }
 
-/// Texts of the grid's rows in the order of the record numbers of the same rows.
+/// The texts of the grid's rows, ordered by the record numbers of these rows.
 QStringList inListOrder(const QStringList& numbers, const QStringList& texts) {
   QMap<int, QString> ordered;
   for (qsizetype row = 0; row < texts.size(); ++row) ordered[numbers[row].toInt()] = texts[row];
@@ -67,7 +66,7 @@ void connectBy(const TuserHands& selector) {
   selector.press(Qt::Key_Space);
 }
 
-/// The way through an upload over Ethernet.
+/// Adds the dialogs of an upload over Ethernet.
 void addUpload(TdialogChain& chain, const Tpicture& picture) {
   chain.add("TcomSelectFrm", [picture](const TuserHands& selector) {
     choose(selector, "radEthernet");
@@ -106,7 +105,7 @@ QString Ttour::uploadList() {
   const QStringList sent = inListOrder(columnTexts(0), columnTexts(controlNumColumn));
   const QStringList arrived = idsIn(image);
   expect(arrived == sent, QStringLiteral("%1 of %2 records").arg(arrived.size()).arg(sent.size()));
-  return QStringLiteral("the analyzer's copy has the same %1 control numbers in the same order").arg(sent.size());
+  return QStringLiteral("the analyzer holds the same %1 control numbers in the same order").arg(sent.size());
 }
 
 QString Ttour::uploadToNobody() {
@@ -128,5 +127,5 @@ QString Ttour::uploadToNobody() {
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));
   expect(said.startsWith(QStringLiteral("No Deviced Attached.")), QStringLiteral("the message is: ") + said);
   leave();
-  return QStringLiteral("one message, and the list as it was");
+  return QStringLiteral("one message; the list is unchanged");
 }

@@ -107,8 +107,8 @@ void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
   open();
   if (failure) std::rethrow_exception(failure);
   expect(acted, QStringLiteral("%1 does not open").arg(dialog));
-  if (opener->isHidden()) return;  // it went with the dialog
-  expect(comesToFront(opener), QStringLiteral("the window before %1 does not come back").arg(dialog));
+  if (opener->isHidden()) return;  // it closed together with the dialog
+  expect(comesToFront(opener), QStringLiteral("the window behind %1 does not come back").arg(dialog));
 }
 
 QString cellText(const QTableView* grid, int row, int column) {

@@ -9,9 +9,9 @@
 #include <functional>
 #include <stdexcept>
 
-inline constexpr int windowPatience = 5000;  ///< ms that a window has to do what it is to do
+inline constexpr int windowPatience = 5000;  ///< ms to wait for a window
 
-/// A step of the tour did not find what it looked for.
+/// A step of the tour did not find what it expected.
 class TstepFailed : public std::runtime_error {
  public:
   explicit TstepFailed(const QString& why) : std::runtime_error(why.toStdString()) {}
@@ -20,8 +20,8 @@ class TstepFailed : public std::runtime_error {
 /// Throws `TstepFailed` with `why` unless `holds`.
 void expect(bool holds, const QString& why);
 
-/// What a user does with windows: real mouse and key events, sent to the window as the platform sends them. Controls
-/// are found by name; a missing one fails the step with a list of those that are there.
+/// What a user does with a window: real mouse and key events, sent as the platform sends them. Controls are found by
+/// name; a missing control fails the step with a list of the existing ones.
 class TuserHands {
  public:
   explicit TuserHands(QWidget* window) : window_(window) {}
@@ -39,7 +39,7 @@ class TuserHands {
 
   void click(QWidget* widget) const;
   void clickHeading(QTableView* grid, int column) const;
-  /// Drags the right edge of a column's heading by so many pixels.
+  /// Drags the right edge of a column's heading by `pixels`.
   void dragColumnEdge(QTableView* grid, int column, int pixels) const;
   void type(const QString& text) const;
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
@@ -53,33 +53,32 @@ class TuserHands {
   QWidget* window_;
 };
 
-/// Makes a window the active one, as a window manager does and a platform without one does not. Whether it is by now.
+/// Activates a window, as a window manager would, for platforms without one. Returns whether it is active by now.
 bool isBroughtToFront(QWidget* window);
-/// Waits until it is. False where it is not after some seconds.
+/// Waits for that. False if the window is still not active after some seconds.
 bool comesToFront(QWidget* window);
 
-/// Opens a modal dialog by `open`, which returns when it is closed, and meanwhile lets `act` work on it. The dialog is
-/// known by its name or class. A failure in `act`, and a dialog that does not become active, closes it and fails the
-/// step.
+/// Calls `open`, which opens the modal dialog with this name or class and returns when it is closed; meanwhile runs
+/// `act` on the dialog. If `act` fails or the dialog does not become active, closes the dialog and fails the step.
 void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
                        const std::function<void(const TuserHands&)>& act);
 
-/// The text of a grid's cell, and of a column's heading.
+/// The text of a grid's cell or of a column's heading.
 QString cellText(const QTableView* grid, int row, int column);
 QString headingText(const QTableView* grid, int column);
-/// The column under a heading; fails the step where there is none.
+/// The column with this heading; fails the step if there is none.
 int columnOf(const QTableView* grid, const QString& heading);
 
-/// Closes message boxes that nobody expects, and remembers what they said.
+/// Closes unexpected message boxes, and remembers their texts.
 class TboxWatcher : public QObject {
  public:
   TboxWatcher();
 
-  /// A box is expected, and somebody else will close it.
+  /// Call before a step that expects a box and closes it itself.
   void pause() { timer_.stop(); }
   void resume() { timer_.start(); }
 
-  /// What was said since the last call.
+  /// The texts since the last call.
   QString takeText();
 
  private:
