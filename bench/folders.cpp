@@ -9,16 +9,16 @@
 std::string contentOf(const std::filesystem::path& path) {
   std::string content;
   const auto result = diskFileSystem().read(path, content);
-  require(result == TfileSystem::TreadResult::done, path.string() + " cannot be read");
+  require(result.end == TreadResult::Tend::done, path.string() + " cannot be read");
   return content;
 }
 
 TequipRecTable fullTable(const TbenchFolders& folders) {
   TequipRecTable records;
-  bool complete = false;
-  const TERStatus status =
-      TequipRecFromFile(&records, equipRecLimit, folders.dataFile(), folders.infoFile(), diskFileSystem(), &complete);
-  require(status == ERSUCCESS && complete, "the list was not loaded whole, status " + std::to_string(status));
+  const TERResult result =
+      TequipRecFromFile(&records, equipRecLimit, folders.dataFile(), folders.infoFile(), diskFileSystem());
+  require(result.status == ERSUCCESS && result.complete,
+          "the list was not loaded whole, status " + std::to_string(result.status));
   require(records.count() == equipRecLimit, "the list is not full");
   return records;
 }

@@ -23,7 +23,7 @@ struct TsavedList {
 };
 
 void save(const TsavedList& list) {
-  const TERStatus status = TequipRecToFile(list.records, list.records.count(), list.folder / "eq.dat",
+  const TERResult result = TequipRecToFile(list.records, list.records.count(), list.folder / "eq.dat",
                                            list.folder / "eqinfo.dat", diskFileSystem());
   require(status == ERSUCCESS, "the save failed");
 }

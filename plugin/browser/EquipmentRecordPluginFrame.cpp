@@ -2,6 +2,7 @@
 
 #include <QItemSelectionModel>
 #include <QPushButton>
+#include <QSysInfo>
 #include <algorithm>
 #include <utility>
 
@@ -9,16 +10,25 @@
 #include "browser/shortcuts.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
+#include "support/log.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
 #include "support/sortedGrid.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 
-// How the frame begins and ends, and the grid as a picture of the list. What the buttons do is in frameCommands.cpp.
+// Construction and destruction of the frame, and its grid. The commands behind the buttons are in frameCommands.cpp.
 
 namespace {
 
 constexpr const char* layoutSection = "GRID";
+
+/// Opens the log with what somebody else has to know of this machine.
+void beginLog(const TframeContext& context) {
+  openLog(context.programFolder);
+  const std::string system = QSysInfo::prettyProductName().toStdString() + ", Qt " + qVersion();
+  logInfo("Equipment Record Editor " EQREC_VERSION " on " + system + "; program folder " +
+          context.programFolder.string() + ", working folder " + context.workingFolder.string());
+}
 
 }  // namespace
 
@@ -29,28 +39,29 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
       help_(makeHelpViewer()),
       model_(std::make_unique<TgridModel>(list_.view(), list_.columns())),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {
+  beginLog(context_);
   setUpForm();
   setUpGrid();
   setUpKeys();
-  // Widths belong to column indices, whatever comes to stand there; they are read for the full set of columns.
+  // Widths belong to column indices, not to columns. They are read for the full set of columns.
   layout_ = TgridLayout::load(ini_, layoutSection, ui_->tblEqRec->width(), static_cast<int>(allColumns.size()));
   settings_ = TbrowserSettings::load(ini_);
   list_.buildColumns(settings_);
   loadData();
   btnClearSearchClick();
-  sort();  // once more: ties of a descending order are thereby back in table order
+  sort();  // a second time: this restores the table order of ties in a descending order
   ui_->tblEqRec->setColumnWidths(layout_);
   selectRows({0, 0});
 }
 
 TEquipmentRecordPluginFrame::~TEquipmentRecordPluginFrame() {
-  const std::unique_ptr<QWidget> openEditor(editor_.data());  // goes first: it knows this frame
+  const std::unique_ptr<QWidget> openEditor(editor_.data());  // destroyed first, because it refers to this frame
   if (!savedByExit_) saveRecords();
   saveLayout();
 }
 
 void TEquipmentRecordPluginFrame::showEvent(QShowEvent* event) {
-  savedByExit_ = false;  // shown again after exit: there may be new work to save
+  savedByExit_ = false;  // shown again after exit, so there may be new work to save
   QWidget::showEvent(event);
 }
 
@@ -81,7 +92,7 @@ void TEquipmentRecordPluginFrame::setUpGrid() {
   TsortedGrid* grid = ui_->tblEqRec;
   grid->setModel(model_.get());
   grid->setFocus();
-  layout()->activate();  // from here on the grid has the width of the opening size
+  layout()->activate();  // gives the grid the width of the opening size
   connect(grid, &TsortedGrid::headerPressed, this, &Tframe::tblEqRecHeaderPressed);
   connect(grid, &TsortedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
   connect(grid, &TsortedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
@@ -129,7 +140,7 @@ void TEquipmentRecordPluginFrame::fill() {
   ui_->tblEqRec->showSort(layout_.sort);
 }
 
-/// The rows that a command works on; nothing where none is selected or none has a record.
+/// The rows that a command works on; nothing if no row is selected or the grid shows no record.
 std::optional<TrowRange> TEquipmentRecordPluginFrame::selectedRows() const {
   const QItemSelection ranges = ui_->tblEqRec->selectionModel()->selection();
   if (ranges.isEmpty() || list_.view().isEmpty()) return std::nullopt;
@@ -142,7 +153,7 @@ std::optional<TrowRange> TEquipmentRecordPluginFrame::selectedRows() const {
   return TrowRange{static_cast<std::size_t>(top), static_cast<std::size_t>(bottom)};
 }
 
-/// Selects rows, the last one current and at the bottom of what is in sight.
+/// Selects rows, makes the last one current and scrolls it to the bottom of the grid.
 void TEquipmentRecordPluginFrame::selectRows(const TrowRange& rows) {
   const QModelIndex first = model_->index(static_cast<int>(rows.top), 0);
   const QModelIndex last = model_->index(static_cast<int>(rows.bottom), model_->columnCount() - 1);
@@ -179,5 +190,5 @@ void TEquipmentRecordPluginFrame::BtnExitClick() {
   help_->closeAll();
   const auto returnToMainWindow = context_.returnToMainWindow;
   if (returnToMainWindow) returnToMainWindow();
-  // The host may have deleted this frame: nothing may follow.
+  // Nothing may follow: the host may have deleted this frame.
 }

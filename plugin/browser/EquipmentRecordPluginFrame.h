@@ -31,8 +31,8 @@ struct TframeContext {
 /// The plug-in's main view: the grid of equipment records with its commands.
 ///
 /// Owns the record table, the test procedure titles and the view for its whole life, on the user-interface thread. The
-/// constructor loads everything and shows a message box for each thing that could not be loaded. The records are saved
-/// by the exit button and, unless that has just been done, by the destructor; a failed save shows its message box.
+/// constructor loads everything and shows a message box for each file that could not be loaded. The exit button saves
+/// the records; the destructor does unless the exit button has just done it. A failed save shows its message box.
 class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   Q_OBJECT
 
@@ -44,7 +44,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void showEvent(QShowEvent* event) override;
 
  private:
-  // Beginning and end
+  // Construction and saving
   void setUpForm();
   void setUpGrid();
   void setUpKeys();
@@ -52,7 +52,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void saveRecords();
   void saveLayout();
 
-  // The grid as a picture of the list
+  // The grid
   void sort();
   void fill();
   std::optional<TrowRange> selectedRows() const;
@@ -69,8 +69,8 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void setCurrentRow(std::size_t row) override;
   void refillGrid() override { fill(); }
 
-  /// Edits a record until the editor closes. Returns whether it was cancelled; nothing where the frame was deleted
-  /// meanwhile, after which nothing of it may be touched.
+  /// Edits a record until the editor closes. Returns whether the user cancelled; nothing if the frame was deleted
+  /// meanwhile, and then no member may be touched.
   std::optional<bool> editRecord(TrecordIndex index);
 
   // Commands
@@ -99,7 +99,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   bool savedByExit_ = false;
   bool uploading_ = false;
   std::unique_ptr<ThelpViewer> help_;
-  // Goes before what it shows: the grid, deleted later, then has an empty model of its own.
+  // Destroyed before the data it displays. The grid, which outlives it, then has an empty model of its own.
   std::unique_ptr<TgridModel> model_;
   std::unique_ptr<Ui::TEquipmentRecordPluginFrame> ui_;
   QPointer<TfrmEqRecEditor> editor_;  ///< while one is open

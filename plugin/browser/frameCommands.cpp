@@ -1,6 +1,5 @@
 #include <QPointer>
 #include <QPushButton>
-#include <memory>
 
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "browser/browserMessages.h"
@@ -12,6 +11,7 @@
 #include "import/importOptionsForm.h"
 #include "print/printForm.h"
 #include "support/messageBox.h"
+#include "support/modalDialog.h"
 #include "support/paths.h"
 #include "support/recordText.h"
 #include "support/sortedGrid.h"
@@ -56,15 +56,16 @@ void TEquipmentRecordPluginFrame::tblEqRecEnterReleased() {
 
 std::optional<bool> TEquipmentRecordPluginFrame::editRecord(TrecordIndex index) {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
-  editor_ = new TfrmEqRecEditor(*this, ini_, this);
-  editor_->showRecord(static_cast<std::int32_t>(index));
-  editor_->exec();
+  TeditorHost& host = *this;
+  TmodalDialog<TfrmEqRecEditor> editor(host, ini_, this);
+  editor_ = editor.get();
+  editor->showRecord(static_cast<std::int32_t>(index));
+  editor.exec();
   if (self.isNull()) return std::nullopt;
-  const std::unique_ptr<TfrmEqRecEditor> closed(editor_.data());
   editor_.clear();
   fill();  // also after Cancel: Next and Previous may have stored something
   ui_->tblEqRec->setFocus();
-  return closed->isCancelled();
+  return editor->isCancelled();
 }
 
 void TEquipmentRecordPluginFrame::btnSearchClick() {
@@ -136,11 +137,8 @@ void TEquipmentRecordPluginFrame::btnExportClick() {
 
 void TEquipmentRecordPluginFrame::btnOptionsClick() {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
-  const QPointer<TfrmOptions> form = new TfrmOptions(ini_, this);
-  const int result = form->exec();
-  if (self.isNull()) return;
-  const std::unique_ptr<TfrmOptions> closed(form.data());
-  if (result != QDialog::Accepted) return;
+  TmodalDialog<TfrmOptions> form(ini_, this);
+  if (form.exec() != QDialog::Accepted || self.isNull()) return;
   ui_->tblEqRec->readColumnWidths(layout_);
   settings_ = TbrowserSettings::load(ini_);
   list_.changeColumns(settings_, layout_.sort);
@@ -157,9 +155,7 @@ void TEquipmentRecordPluginFrame::btnPrintClick() {
   const auto rows = selectedRows();
   TprintJob job{list_.records(), list_.titles(), recordsOf(view, {0, view.count() - 1}),
                 rows ? recordsOf(view, *rows) : std::vector<TrecordIndex>(), settings_.captions};
-  const QPointer<TEquipRecPrint> form = new TEquipRecPrint(std::move(job), ini_, this);
-  form->exec();
-  const std::unique_ptr<TEquipRecPrint> closed(form.data());
+  TmodalDialog<TEquipRecPrint>(std::move(job), ini_, this).exec();
 }
 
 void TEquipmentRecordPluginFrame::BtnUploadClick() {
@@ -177,11 +173,9 @@ void TEquipmentRecordPluginFrame::BtnUploadClick() {
 /// Shows all records afterwards, so that the new ones are in sight whatever was searched for before.
 void TEquipmentRecordPluginFrame::btnImportClick() {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
-  const QPointer<TEquipRecImportOptions> form = new TEquipRecImportOptions(*this, ini_, this);
-  const int result = form->exec();
-  if (self.isNull()) return;
-  const std::unique_ptr<TEquipRecImportOptions> closed(form.data());
-  if (result != QDialog::Accepted) return;
+  TlistOwner& owner = *this;
+  TmodalDialog<TEquipRecImportOptions> form(owner, ini_, this);
+  if (form.exec() != QDialog::Accepted || self.isNull()) return;
   btnClearSearchClick();
   setCurrentRow(currentRow());
   ui_->tblEqRec->setFocus();

@@ -1,6 +1,7 @@
 #include "store/commitMarker.h"
 
 #include <iomanip>
+#include <locale>
 #include <sstream>
 
 #include "support/checksum.h"
@@ -11,11 +12,12 @@ constexpr std::string_view heading = "EQCOMMIT1";
 
 std::string line(const std::string& name, const TfileSum& sum) {
   std::ostringstream out;
+  out.imbue(std::locale::classic());  // the host's locale may group digits
   out << std::dec << sum.length << ' ' << std::hex << std::setw(8) << std::setfill('0') << sum.crc << ' ' << name;
   return out.str();
 }
 
-/// Reads what `line` writes; the marker as a whole is checked by writing it again.
+/// Reads what `line` writes. Writing the marker again checks all of it.
 void readLine(std::istream& in, std::string& name, TfileSum& sum) {
   in >> std::dec >> sum.length >> std::hex >> sum.crc >> std::ws;
   std::getline(in, name);
@@ -34,6 +36,7 @@ std::string TcommitMarker::toText() const {
 
 std::optional<TcommitMarker> TcommitMarker::fromText(std::string_view text) {
   std::istringstream in{std::string(text)};
+  in.imbue(std::locale::classic());
   std::string first;
   std::getline(in, first);
   TcommitMarker marker;

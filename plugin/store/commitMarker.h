@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// How a file's content is told: its length in bytes and its CRC-32 (the one of zip).
+/// Fingerprint of a file: length in bytes and CRC-32 (the one of zip).
 struct TfileSum {
   std::uint64_t length = 0;
   std::uint32_t crc = 0;
@@ -15,7 +15,13 @@ struct TfileSum {
 
 TfileSum sumOf(std::string_view content);
 
-/// The small file that decides a save: it names both new record files and tells their content.
+/// Fingerprints of both record files.
+struct TpairSums {
+  TfileSum data;
+  TfileSum info;
+};
+
+/// The small file that decides a save: it names both new record files and holds their fingerprints.
 struct TcommitMarker {
   std::string dataName;
   TfileSum data;
@@ -24,6 +30,6 @@ struct TcommitMarker {
 
   /// The marker as text; docs/file-formats.md shows it.
   std::string toText() const;
-  /// The marker that `text` holds; nothing where it is not whole to the last byte.
+  /// The marker that `text` holds; nothing unless it is whole to the last byte.
   static std::optional<TcommitMarker> fromText(std::string_view text);
 };

@@ -1,5 +1,6 @@
 #include "store/equipRecFiles.h"
 
+#include <chrono>
 #include <string>
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "store/recordLoad.h"
 #include "store/recordSave.h"
 #include "store/savedPair.h"
+#include "support/log.h"
 #include "support/paths.h"
 #include "support/safeWrite.h"
 
@@ -19,21 +21,49 @@ std::filesystem::path keptName(const std::filesystem::path& path, int number) {
   return kept;
 }
 
-/// Copies a file, if it is there, to a name that is not taken.
-bool keep(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& kept) {
+/// Copies a file, if it exists, to a name that is not taken.
+Toutcome keep(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& kept) {
+  if (!files.stamp(path)) return {};
   std::string content;
-  return !files.stamp(path) ||
-         (files.read(path, content) == TfileSystem::TreadResult::done && writeFlushed(files, kept, path, content));
+  const TreadResult read = files.read(path, content);
+  if (read.end == TreadResult::Tend::done) return writeFlushed(files, kept, path, content);
+  return read.failure.value_or(Tfailure{"keep", path.string(), "the file has vanished"});
 }
 
-/// Runs a load or a save, and turns however it ended into its message.
+/// What a load or a save of `count` records ended with, and how long it took.
+class Treport {
+ public:
+  explicit Treport(const char* work) : work_(work) {}
+
+  void log(const std::string& end, std::size_t count, const std::string& reason) const {
+    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start_);
+    const std::string line = work_ + ' ' + std::to_string(count) + " records: " + end + ", " +
+                             std::to_string(time.count()) + " ms" + (reason.empty() ? "" : "; " + reason);
+    end == success ? logInfo(line) : logFailure(line);
+  }
+
+  static constexpr const char* success = "status 0";
+
+ private:
+  std::string work_;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// Runs a load or a save and logs how it ended. Returns the message to show, if any.
 template <typename Work, typename MessageOf>
-std::optional<TmessageText> report(Work work, MessageOf messageOf) noexcept {
+std::optional<TmessageText> report(const char* name, const TequipRecTable& table, Work work,
+                                   MessageOf messageOf) noexcept {
+  const Treport report(name);
   try {
-    return messageOf(work());
+    const TERResult result = work();
+    report.log("status " + std::to_string(result.status), table.count(), result.reason);
+    return messageOf(result.status);
   } catch (const TERException& exception) {
+    report.log("exception " + std::to_string(exception.code()) + ", " + exception.what(), table.count(),
+               exception.reason());
     return exceptionMessage(exception.code());
   } catch (...) {
+    logCaught(name);
     return messageOf(EREXCEPTION);
   }
 }
@@ -44,11 +74,13 @@ TequipRecFiles::TequipRecFiles(std::filesystem::path workingFolder, TfileSystem&
     : workingFolder_(std::move(workingFolder)), files_(files) {}
 
 std::optional<TmessageText> TequipRecFiles::load(TequipRecTable& table) noexcept {
-  return report([&] { return loadFiles(table); }, loadMessage);
+  return report(
+      "Load of", table, [&] { return loadFiles(table); }, loadMessage);
 }
 
 std::optional<TmessageText> TequipRecFiles::save(const TequipRecTable& table) noexcept {
-  return report([&] { return saveFiles(table); }, saveMessage);
+  return report(
+      "Save of", table, [&] { return saveFiles(table); }, saveMessage);
 }
 
 std::filesystem::path TequipRecFiles::dataPath() const {
@@ -63,21 +95,21 @@ TequipRecFiles::Tstamps TequipRecFiles::stamps() const {
   return {files_.stamp(dataPath()), files_.stamp(infoPath())};
 }
 
-TERStatus TequipRecFiles::loadFiles(TequipRecTable& table) {
+TERResult TequipRecFiles::loadFiles(TequipRecTable& table) {
   allRead_ = false;
   table = TequipRecTable();
-  TsavedPair(files_, dataPath(), infoPath()).recover();
-  known_ = stamps();  // before the files are read: a change meanwhile is then seen as one
-  bool complete = false;
-  const TERStatus status = TequipRecFromFile(&table, equipRecLimit, dataPath(), infoPath(), files_, &complete);
-  allRead_ = complete && status == ERSUCCESS;
-  return status;
+  TsavedPair pair(files_, dataPath(), infoPath());
+  pair.recover();
+  known_ = stamps();  // before the files are read, so that a change meanwhile counts as one
+  TERResult result = loadPair(table, equipRecLimit, pair, files_);
+  allRead_ = result.complete && result.status == ERSUCCESS;
+  return result;
 }
 
-TERStatus TequipRecFiles::saveFiles(const TequipRecTable& table) {
+TERResult TequipRecFiles::saveFiles(const TequipRecTable& table) {
   return TequipRecToFile(table, table.count(), dataPath(), infoPath(), files_, [this] {
     keepFilesIfUnread();
-    // Renaming keeps a file's stamp: what is found in these places later is ours, whenever it gets there.
+    // Renaming keeps a file's stamp, so these files are known as ours once they are in place.
     const TsavedPair pair(files_, dataPath(), infoPath());
     written_ = {files_.stamp(pair.data().temporary), files_.stamp(pair.info().temporary)};
   });
@@ -92,11 +124,14 @@ void TequipRecFiles::keepFilesIfUnread() {
   while (files_.stamp(keptName(dataPath(), number)) || files_.stamp(keptName(infoPath(), number))) ++number;
   const auto keptData = keptName(dataPath(), number);
   const auto keptInfo = keptName(infoPath(), number);
-  if (!keep(files_, dataPath(), keptData) || !keep(files_, infoPath(), keptInfo)) {
+  Toutcome kept = keep(files_, dataPath(), keptData);
+  if (kept) kept = keep(files_, infoPath(), keptInfo);
+  if (!kept) {
     files_.remove(keptData);
     files_.remove(keptInfo);
-    throw TERException(EREXCEPTION, "The old files could not be kept");
+    throw TERException(EREXCEPTION, "The old files could not be kept", kept.failure().text());
   }
+  logInfo("Kept the files that were not read as .kept-" + std::to_string(number));
   // A save that fails after this need not keep the same files once more.
   allRead_ = true;
   known_ = found;

@@ -11,9 +11,9 @@ class TequipRecTable;
 
 /// The record files `DATA/eq.dat` and `DATA/eqinfo.dat` of a working folder, as one window works on them.
 ///
-/// Nothing that this window has not read is ever overwritten: after a load that was not clean, and when the files on
-/// the disk are no longer those that were loaded or last saved, the next save first keeps what it finds under a name of
-/// its own (`eq.dat.kept-1`, ...).
+/// A save never overwrites what this window has not read. After a load that was not clean, and when another program has
+/// changed the files, the next save first copies what it finds to a name of its own (`eq.dat.kept-1`, ...). The log
+/// gets a line for each load and save.
 class TequipRecFiles {
  public:
   explicit TequipRecFiles(std::filesystem::path workingFolder, TfileSystem& files = diskFileSystem());
@@ -35,8 +35,8 @@ class TequipRecFiles {
   std::filesystem::path dataPath() const;
   std::filesystem::path infoPath() const;
   Tstamps stamps() const;
-  TERStatus loadFiles(TequipRecTable& table);
-  TERStatus saveFiles(const TequipRecTable& table);
+  TERResult loadFiles(TequipRecTable& table);
+  TERResult saveFiles(const TequipRecTable& table);
   void keepFilesIfUnread();
 
   std::filesystem::path workingFolder_;

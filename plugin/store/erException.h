@@ -1,10 +1,11 @@
 #pragma once
 
+#include <source_location>
 #include <string>
 
 #include "support/errors.h"
 
-/// How a load or a save of the record files ended. A load returns them, a `TERException` carries them.
+/// How a load or a save of the record files ended. Either returns a status or throws a `TERException` with one.
 using TERStatus = signed char;
 
 inline constexpr TERStatus ERSUCCESS = 0;
@@ -21,11 +22,23 @@ inline constexpr TERStatus ERINVALIDFIELD = 11;    ///< a field id that is none
 /// The record store's exception.
 class TERException : public TEqRecException {
  public:
-  /// `line` is the line that raises, unless it is given.
-  TERException(TERStatus code, std::string message, int line = __builtin_LINE());
+  TERException(TERStatus code, std::string message, std::source_location where = std::source_location::current());
+  /// `reason` says which operation of the system failed, and why: the text of a `Tfailure`.
+  TERException(TERStatus code, std::string message, std::string reason,
+               std::source_location where = std::source_location::current());
 
   TERStatus code() const { return code_; }
+  /// Empty if no operation of the system failed.
+  const std::string& reason() const { return reason_; }
 
  private:
   TERStatus code_;
+  std::string reason_;
+};
+
+/// The status that a load or a save returned.
+struct TERResult {
+  TERStatus status = ERSUCCESS;
+  std::string reason;    ///< as that of a `TERException`
+  bool complete = true;  ///< of a load: whether the records hold all that the files say
 };

@@ -13,5 +13,6 @@ inline constexpr std::string_view lineSpace = " \t\r\n\v\f";
 /// any byte but that and zero. False: the line is something else, and `entry` holds nothing of use.
 bool parseDataLine(std::string_view line, _EQDAT& entry);
 
-/// Parses a line of the information file: seven quoted texts with commas between, otherwise as `parseDataLine`.
+/// Parses a line of the information file: a quoted text for each text field, with commas between them; otherwise as
+/// `parseDataLine`.
 bool parseInfoLine(std::string_view line, _EQINFO& entry);

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -27,12 +28,15 @@ class TpairFinder {
         dataByLine_(entriesByLine(data)),
         infoByLine_(entriesByLine(info)),
         partnerOfData_(data.entries.size()),
-        infoTaken_(info.entries.size(), false) {}
+        infoTaken_(info.entries.size(), false),
+        dataStranger_(data.entries.size(), false),
+        infoStranger_(info.entries.size(), false) {}
 
   Tpairing find() {
     const bool sameLineCount = data_.lineCount == info_.lineCount;
     pairAlongStart(sameLineCount);
     if (!sameLineCount) pairAlongEnd();
+    if (sameLineCount && data_.dropped && info_.dropped) findStrangers();
     pairByControlNum();
     if (sameLineCount) pairLeftOnSameLine();
     return result();
@@ -65,14 +69,32 @@ class TpairFinder {
     }
   }
 
+  /// Finds the entries that must not be paired by control number: their own partner was dropped, and their control
+  /// number is not there once in each file.
+  void findStrangers() {
+    std::unordered_map<std::string_view, std::pair<int, int>> counts;
+    for (const _EQDAT& entry : data_.entries) ++counts[entry.controlNum].first;
+    for (const _EQINFO& entry : info_.entries) ++counts[entry.controlNum()].second;
+    const auto isStranger = [&](std::string_view controlNum, bool partnerDropped) {
+      return partnerDropped && counts[controlNum] != std::pair(1, 1);
+    };
+    for (Tposition i = 0; i < data_.entries.size(); ++i) {
+      dataStranger_[i] = isStranger(data_.entries[i].controlNum, !infoByLine_[data_.fileLines[i]]);
+    }
+    for (Tposition i = 0; i < info_.entries.size(); ++i) {
+      infoStranger_[i] = isStranger(info_.entries[i].controlNum(), !dataByLine_[info_.fileLines[i]]);
+    }
+  }
+
   void pairByControlNum() {
     // Last entries first, so that each control number's earliest entry is at the end of its list.
     std::unordered_map<std::string_view, std::vector<Tposition>> waiting;
     for (auto i = static_cast<Tposition>(info_.entries.size()); i-- > 0;) {
-      if (!infoTaken_[i]) waiting[info_.entries[i].controlNum()].push_back(i);
+      if (!infoTaken_[i] && !infoStranger_[i]) waiting[info_.entries[i].controlNum()].push_back(i);
     }
     for (Tposition i = 0; i < data_.entries.size(); ++i) {
-      const auto found = partnerOfData_[i] ? waiting.end() : waiting.find(data_.entries[i].controlNum);
+      if (partnerOfData_[i] || dataStranger_[i]) continue;
+      const auto found = waiting.find(data_.entries[i].controlNum);
       if (found == waiting.end() || found->second.empty()) continue;
       take(i, found->second.back());
       found->second.pop_back();
@@ -107,6 +129,8 @@ class TpairFinder {
   const Tpartners infoByLine_;
   Tpartners partnerOfData_;
   std::vector<bool> infoTaken_;
+  std::vector<bool> dataStranger_;
+  std::vector<bool> infoStranger_;
 };
 
 Tpairing pairByPosition(Tposition count) {

@@ -16,10 +16,14 @@ struct Tpairing {
   bool complete = true;      ///< false: an entry of one of the lists found no partner
 };
 
-/// Which line of the data file and which of the information file describe the same record.
+/// Finds the lines of the two files that describe the same record.
 ///
-/// Lists that are whole and equally long are paired by position, whatever their control numbers say. Otherwise lines
-/// that still stand at the same place, counted from the files' starts or ends, are paired where their control numbers
-/// agree; then the rest by control number, in order; then, in files with equally many lines, what is left on the same
-/// line. So a dropped line costs its own record and no other.
+/// Lists that are whole and equally long are paired by position, whatever their control numbers. Otherwise lines at the
+/// same place, counted from the start or the end of the files, are paired if their control numbers agree. The rest is
+/// paired by control number, in order. If both files have as many lines, entries that are left on the same line are
+/// paired last. So a dropped line costs its own record and no other.
+///
+/// Where both files have as many lines and both lost some, an entry whose partner on the same line was dropped is
+/// paired with another line only if each file has its control number once: equal numbers would give it the texts of a
+/// stranger.
 Tpairing pairLists(const TdataList& data, const TinfoList& info);

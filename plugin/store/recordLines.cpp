@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "store/datastructs.h"
 #include "store/erException.h"
 #include "store/lineGrammars.h"
 

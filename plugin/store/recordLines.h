@@ -7,18 +7,20 @@
 #include <string_view>
 #include <vector>
 
+#include "store/datastructs.h"
+
 /// One line of the data file. The text is part of the file's content and lives as long as that.
 struct _EQDAT {  // NOLINT(clang-diagnostic-reserved-identifier): the established name
   std::string_view controlNum;
   std::uint32_t testProc = 0;
 };
 
-/// One line of the information file: control number, description, manufacturer, model, custom fields 1 to 3, as the
-/// field ids count. The texts are part of the file's content and live as long as that.
+/// One line of the information file: all text fields by field id. The texts are part of the file's content and live as
+/// long as that.
 struct _EQINFO {  // NOLINT(clang-diagnostic-reserved-identifier): the established name
-  std::array<std::string_view, 7> texts;
+  std::array<std::string_view, fieldCount> texts;
 
-  std::string_view controlNum() const { return texts[0]; }
+  std::string_view controlNum() const { return texts[fieldControlNum]; }
 };
 
 /// What was read from one of the two record files.

@@ -8,21 +8,23 @@
 
 namespace {
 
-/// Reads one file into its list. Returns 0, 7 or 9, or `notOpened`.
+/// Reads one file into its list. Returns status 0, 7 or 9, or `notOpened`.
 template <typename List, typename ReadLines>
-TERStatus readFile(TfileSystem& files, const std::filesystem::path& path, List& list, std::size_t recordLimit,
+TERResult readFile(TfileSystem& files, const std::filesystem::path& path, List& list, std::size_t recordLimit,
                    ReadLines readLines, TERStatus notOpened) {
-  const auto result = files.read(path, list.content);
-  if (result == TfileSystem::TreadResult::notOpened) return notOpened;
-  if (result == TfileSystem::TreadResult::readFailed) throw TERException(EREXCEPTION, "fgets() failed");
+  using Tend = TreadResult::Tend;
+  const TreadResult result = files.read(path, list.content);
+  const std::string reason = result.failure ? result.failure->text() : std::string();
+  if (result.end == Tend::missing || result.end == Tend::notOpened) return {notOpened, reason};
+  if (result.end == Tend::readFailed) throw TERException(EREXCEPTION, "fgets() failed", reason);
   try {
     readLines(list, recordLimit);
   } catch (const TERException& exception) {
     if (exception.code() != ERDATAOVERFLOW) throw;
-    return ERDATAOVERFLOW;
+    return {ERDATAOVERFLOW, reason};
   }
-  if (result == TfileSystem::TreadResult::closeFailed) throw TERException(ERCLOSEFAILED, "fclose() failed");
-  return list.dropped ? ERINVALIDRECORDS : ERSUCCESS;
+  if (result.end == Tend::closeFailed) throw TERException(ERCLOSEFAILED, "fclose() failed", reason);
+  return {list.dropped ? ERINVALIDRECORDS : ERSUCCESS, {}};
 }
 
 /// Whether a record made of the two lines holds all that they say.
@@ -67,25 +69,26 @@ TERStatus worse(TERStatus data, TERStatus info, bool pairingComplete) {
 
 }  // namespace
 
-TERStatus TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, const std::filesystem::path& dataPath,
-                            const std::filesystem::path& infoPath, TfileSystem& files, bool* complete) {
-  if (complete != nullptr) *complete = true;
-  if (store == nullptr || dataPath.empty() || infoPath.empty()) return ERINVALIDINPUT;
+TERResult loadPair(TequipRecTable& store, std::size_t recordLimit, const TsavedPair& pair, TfileSystem& files) {
+  TdataList data;
+  const TERResult dataResult =
+      readFile(files, pair.current(pair.data()), data, recordLimit, readDataLines, ER1STFILENOTFOUND);
+  if (dataResult.status == ER1STFILENOTFOUND) return dataResult;
+  TinfoList info;
+  const TERResult infoResult =
+      readFile(files, pair.current(pair.info()), info, recordLimit, readInfoLines, ER2NDFILENOTFOUND);
+  if (infoResult.status == ER2NDFILENOTFOUND) return infoResult;
+
+  const Tpairing pairing = pairLists(data, info);
+  const bool complete = merge(pairing, data, info, store);
+  return {worse(dataResult.status, infoResult.status, pairing.complete), {}, complete};
+}
+
+TERResult TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, const std::filesystem::path& dataPath,
+                            const std::filesystem::path& infoPath, TfileSystem& files) {
+  if (store == nullptr || dataPath.empty() || infoPath.empty()) return {ERINVALIDINPUT, {}};
   *store = TequipRecTable();
   TsavedPair pair(files, dataPath, infoPath);
   pair.recover();
-
-  TdataList data;
-  const TERStatus dataStatus =
-      readFile(files, pair.current(pair.data()), data, recordLimit, readDataLines, ER1STFILENOTFOUND);
-  if (dataStatus == ER1STFILENOTFOUND) return dataStatus;
-  TinfoList info;
-  const TERStatus infoStatus =
-      readFile(files, pair.current(pair.info()), info, recordLimit, readInfoLines, ER2NDFILENOTFOUND);
-  if (infoStatus == ER2NDFILENOTFOUND) return infoStatus;
-
-  const Tpairing pairing = pairLists(data, info);
-  const bool allHeld = merge(pairing, data, info, *store);
-  if (complete != nullptr) *complete = allHeld;
-  return worse(dataStatus, infoStatus, pairing.complete);
+  return loadPair(*store, recordLimit, pair, files);
 }

@@ -8,13 +8,17 @@
 class TequipRecTable;
 class TfileSystem;
 
-/// Fills `store` from the data file and the information file, after finishing a save of them that was interrupted.
-/// Returns 0, or: 2 or 3 where a file could not be opened (the store is empty), 4 for invalid arguments (an empty path
-/// is a missing one), 7 for more than `recordLimit` + 1 records in a file (those are in the store), 9 where lines or
-/// records were left out as corrupt. Throws `TERException`, and leaves the store empty, where a file fails while it is
-/// read.
+class TsavedPair;
+
+/// Finishes an interrupted save, then fills `store` from the data file and the information file. Returns status 0, or:
+/// 2 or 3 if a file could not be opened (the store is empty), 4 for invalid arguments (an empty path is a missing one),
+/// 7 if a file has more than `recordLimit` + 1 records (those are in the store), 9 if corrupt lines or records were
+/// left out. Throws `TERException`, and leaves the store empty, if a file cannot be read to its end.
 ///
-/// `complete`, where given, becomes false when the records do not hold all that the files say: a text longer than its
-/// field, or two control numbers that differ, which the data file's wins.
-TERStatus TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, const std::filesystem::path& dataPath,
-                            const std::filesystem::path& infoPath, TfileSystem& files, bool* complete = nullptr);
+/// The result is not `complete` if the records lack something that the files say: the end of a text longer than its
+/// field, or a second control number (the one in the data file counts).
+TERResult TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, const std::filesystem::path& dataPath,
+                            const std::filesystem::path& infoPath, TfileSystem& files);
+
+/// The same after the pair was recovered.
+TERResult loadPair(TequipRecTable& store, std::size_t recordLimit, const TsavedPair& pair, TfileSystem& files);

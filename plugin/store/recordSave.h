@@ -10,12 +10,12 @@ class TequipRecTable;
 class TfileSystem;
 
 /// Writes the first `count` records of `store` to the data file and the information file, both or none. Returns 0, or 2
-/// or 3 where a file could not be opened for writing. Throws `TERException` where something fails later: code 4 for an
-/// empty path, 8 where a file could not be flushed or closed, else 1. After a failure the old files stand, or, where
-/// only the very last step failed, the next load finishes the save.
+/// or 3 if a file could not be opened for writing. Throws `TERException` with code 4 for an empty path, 8 if a file
+/// could not be flushed or closed, and 1 for any other failure. After a failure the old files are unchanged or, if only
+/// the very last step failed, the next load finishes the save.
 ///
-/// `beforeCommit`, where given, runs when both new files are on the disk and nothing has been replaced yet; when it
-/// throws, the save has failed.
-TERStatus TequipRecToFile(const TequipRecTable& store, std::size_t count, const std::filesystem::path& dataPath,
+/// `beforeCommit` runs when both new files are on the disk and nothing has been replaced yet. If it throws, the save
+/// has failed.
+TERResult TequipRecToFile(const TequipRecTable& store, std::size_t count, const std::filesystem::path& dataPath,
                           const std::filesystem::path& infoPath, TfileSystem& files,
                           const std::function<void()>& beforeCommit = {});

@@ -1,5 +1,7 @@
 #include "store/savedPair.h"
 
+#include <set>
+
 #include "store/erException.h"
 #include "support/fileSystem.h"
 #include "support/safeWrite.h"
@@ -26,7 +28,7 @@ bool TsavedPair::recover() {
   pending_ = found == Tmarker::unreadable;
   if (pending_) return false;
   if (found == Tmarker::whole && isAnywhere(data_, marker.data) && isAnywhere(info_, marker.info)) {
-    // The marker may be there for this process and not yet on the disk: it must outlast the files' new names.
+    // This process may see a marker that is not on the disk yet. It must be there before the files' new names are.
     pending_ = !files_.flushFolder(marker_.target.parent_path()) || !putInPlace(data_, marker.data) ||
                !putInPlace(info_, marker.info) || !flushFolders();
     if (pending_) return false;
@@ -39,20 +41,22 @@ std::filesystem::path TsavedPair::current(const Tfile& file) const {
   return pending_ && files_.stamp(file.temporary) ? file.temporary : file.target;
 }
 
-void TsavedPair::commit(const TfileSum& data, const TfileSum& info) {
-  const TcommitMarker marker{data_.target.filename().string(), data, info_.target.filename().string(), info};
-  if (!decide(marker)) {
+void TsavedPair::commit(const TpairSums& sums) {
+  const TcommitMarker marker{data_.target.filename().string(), sums.data, info_.target.filename().string(), sums.info};
+  if (const Toutcome decided = decide(marker); !decided) {
     withdraw();
-    throw TERException(EREXCEPTION, "The commit marker could not be written");
+    throw TERException(EREXCEPTION, "The commit marker could not be written", decided.failure().text());
   }
   // What was just written need not be read again, unless another process has recovered this save meanwhile.
-  if (!files_.rename(data_.temporary, data_.target) && !holds(data_.target, data)) {
+  const Toutcome dataRenamed = files_.rename(data_.temporary, data_.target);
+  if (!dataRenamed && !holds(data_.target, sums.data)) {
     withdraw();
-    throw TERException(EREXCEPTION, "The new eq file could not be put into place");
+    throw TERException(EREXCEPTION, "The new eq file could not be put into place", dataRenamed.failure().text());
   }
-  const bool renamed = files_.rename(info_.temporary, info_.target) || holds(info_.target, info);
-  if (!renamed || !flushFolders()) {
-    throw TERException(EREXCEPTION, "The new eq info file could not be put into place yet");
+  Toutcome last = files_.rename(info_.temporary, info_.target);
+  if (last || holds(info_.target, sums.info)) last = flushFolders();
+  if (!last) {
+    throw TERException(EREXCEPTION, "The new eq info file could not be put into place yet", last.failure().text());
   }
   withdraw();
 }
@@ -64,10 +68,12 @@ void TsavedPair::discard() {
 
 TsavedPair::Tmarker TsavedPair::readMarker(TcommitMarker& marker) {
   std::string text;
-  switch (files_.read(marker_.target, text)) {
-    case TfileSystem::TreadResult::notOpened:
+  switch (files_.read(marker_.target, text).end) {
+    case TreadResult::Tend::missing:
+      return Tmarker::none;
+    case TreadResult::Tend::notOpened:
       return files_.stamp(marker_.target) ? Tmarker::unreadable : Tmarker::none;
-    case TfileSystem::TreadResult::done:
+    case TreadResult::Tend::done:
       break;
     default:
       return Tmarker::unreadable;
@@ -81,7 +87,7 @@ TsavedPair::Tmarker TsavedPair::readMarker(TcommitMarker& marker) {
 
 bool TsavedPair::holds(const std::filesystem::path& path, const TfileSum& sum) {
   std::string content;
-  return files_.read(path, content) == TfileSystem::TreadResult::done && sumOf(content) == sum;
+  return files_.read(path, content).end == TreadResult::Tend::done && sumOf(content) == sum;
 }
 
 bool TsavedPair::isAnywhere(const Tfile& file, const TfileSum& sum) {
@@ -89,19 +95,21 @@ bool TsavedPair::isAnywhere(const Tfile& file, const TfileSum& sum) {
 }
 
 bool TsavedPair::putInPlace(const Tfile& file, const TfileSum& sum) {
-  // It is in place already where another process has recovered this save, or an earlier recovery was interrupted. A
-  // temporary of other content is then the beginning of a later save.
+  // It is in place already if another process has recovered this save, or an earlier recovery was interrupted. A
+  // temporary with other content then belongs to a later save.
   const bool inPlace = !holds(file.temporary, sum) && holds(file.target, sum);
-  return inPlace || files_.rename(file.temporary, file.target);
+  return inPlace || bool{files_.rename(file.temporary, file.target)};
 }
 
-/// Brings the marker, and before it the names of both temporaries, to the disk.
-bool TsavedPair::decide(const TcommitMarker& marker) {
-  return writeFlushed(files_, marker_.temporary, data_.target, marker.toText()) && flushFolders() &&
-         files_.rename(marker_.temporary, marker_.target) && files_.flushFolder(marker_.target.parent_path());
+/// Brings the names of both temporaries to the disk, then the marker.
+Toutcome TsavedPair::decide(const TcommitMarker& marker) {
+  Toutcome outcome = writeFlushed(files_, marker_.temporary, data_.target, marker.toText());
+  if (outcome) outcome = flushFolders();
+  if (outcome) outcome = files_.rename(marker_.temporary, marker_.target);
+  return outcome ? files_.flushFolder(marker_.target.parent_path()) : outcome;
 }
 
-/// Removes the marker, and once it is surely gone everything else that a save leaves behind.
+/// Removes the marker and, once it is surely gone, everything else that a save leaves behind.
 void TsavedPair::withdraw() {
   const auto folder = marker_.target.parent_path();
   const bool hadMarker = files_.stamp(marker_.target).has_value();
@@ -110,10 +118,10 @@ void TsavedPair::withdraw() {
   discard();
 }
 
-bool TsavedPair::flushFolders() {
-  const auto markerFolder = marker_.target.parent_path();
-  const auto dataFolder = data_.target.parent_path();
-  const auto infoFolder = info_.target.parent_path();
-  return files_.flushFolder(markerFolder) && (dataFolder == markerFolder || files_.flushFolder(dataFolder)) &&
-         (infoFolder == markerFolder || infoFolder == dataFolder || files_.flushFolder(infoFolder));
+Toutcome TsavedPair::flushFolders() {
+  const std::set folders = {marker_.target.parent_path(), data_.target.parent_path(), info_.target.parent_path()};
+  for (const std::filesystem::path& folder : folders) {
+    if (Toutcome flushed = files_.flushFolder(folder); !flushed) return flushed;
+  }
+  return {};
 }

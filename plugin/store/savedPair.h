@@ -4,20 +4,22 @@
 #include <optional>
 
 #include "store/commitMarker.h"
+#include "support/failure.h"
 
 class TfileSystem;
 
 /// The two record files on the disk, replaced together or not at all.
 ///
-/// A save writes both new files beside the old ones and flushes them; then a commit marker that tells both goes into
-/// place, and the save is decided; then both files are renamed into place, and the marker is removed. Whatever happens
-/// in between, a killed process or lost power, `recover` brings either the whole old pair or the whole new one.
+/// A save writes both new files beside the old ones and flushes them. Then a commit marker with the fingerprints of
+/// both is renamed into place: from here on the save is decided. Then both files are renamed into place, and the marker
+/// is removed. After a killed process or a loss of power in between, `recover` brings either the whole old pair or the
+/// whole new one.
 class TsavedPair {
  public:
-  /// Of the two paths symbolic links are followed, so that a link goes on leading to the file that was replaced.
+  /// Follows symbolic links in both paths, so that a link goes on leading to the file that is replaced.
   TsavedPair(TfileSystem& files, const std::filesystem::path& dataPath, const std::filesystem::path& infoPath);
 
-  /// One of the two files: where it stands, and where its successor is written.
+  /// One of the two files: its path, and that of its successor while that is written.
   struct Tfile {
     std::filesystem::path target;
     std::filesystem::path temporary;
@@ -26,16 +28,16 @@ class TsavedPair {
   const Tfile& info() const { return info_; }
 
   /// Finishes an interrupted save that was decided, and drops one that was not. False: a decided save could not be put
-  /// into place yet; it stays decided, nothing was lost, and `current` tells where its files stand.
+  /// into place yet. It stays decided, nothing is lost, and `current` says where its files are.
   bool recover();
 
-  /// Where the file's valid content stands after `recover`.
+  /// Where the file's valid content is after `recover`.
   std::filesystem::path current(const Tfile& file) const;
 
-  /// Puts both temporaries, written and flushed to the disk with this content, into the place of the files. Throws
-  /// `TERException` with code 1 when that fails: then either both old files stand, or `recover` will bring both new
-  /// ones.
-  void commit(const TfileSum& data, const TfileSum& info);
+  /// Puts both temporaries, which have these fingerprints and are on the disk, into the place of the files. Throws
+  /// `TERException` with code 1 when that fails: then either both old files are unchanged, or `recover` will bring both
+  /// new ones.
+  void commit(const TpairSums& sums);
 
   /// Removes the temporaries.
   void discard();
@@ -47,9 +49,9 @@ class TsavedPair {
   bool holds(const std::filesystem::path& path, const TfileSum& sum);
   bool isAnywhere(const Tfile& file, const TfileSum& sum);
   bool putInPlace(const Tfile& file, const TfileSum& sum);
-  bool decide(const TcommitMarker& marker);
+  Toutcome decide(const TcommitMarker& marker);
   void withdraw();
-  bool flushFolders();
+  Toutcome flushFolders();
 
   TfileSystem& files_;
   Tfile data_;

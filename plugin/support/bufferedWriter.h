@@ -4,26 +4,28 @@
 
 #include "support/fileSystem.h"
 
-/// A file writer that gathers small writes to larger ones. The platform's own puts the bytes into the file.
+/// A file writer that joins small writes to larger ones. A derived class puts the bytes into the file.
 class TbufferedWriter : public TfileWriter {
  public:
-  bool write(std::string_view bytes) final {
-    if (buffer_.size() + bytes.size() > bufferSize && !drain()) return false;
+  Toutcome write(std::string_view bytes) final {
+    if (buffer_.size() + bytes.size() > bufferSize) {
+      if (Toutcome drained = drain(); !drained) return drained;
+    }
     if (bytes.size() > bufferSize) return put(bytes);
     buffer_.append(bytes);
-    return true;
+    return {};
   }
 
  protected:
-  /// Writes what still waits. False: it could not all be written.
-  bool drain() {
-    const bool written = buffer_.empty() || put(buffer_);
+  /// Writes what still waits.
+  Toutcome drain() {
+    Toutcome written = buffer_.empty() ? Toutcome() : put(buffer_);
     buffer_.clear();
     return written;
   }
 
-  /// Writes all of the bytes, or false.
-  virtual bool put(std::string_view bytes) = 0;
+  /// Writes all of the bytes.
+  virtual Toutcome put(std::string_view bytes) = 0;
 
  private:
   static constexpr std::size_t bufferSize = 65536;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "support/bufferedWriter.h"
 
@@ -26,7 +27,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
   return true;
 }
 
-/// Reads to the end of the file, in one piece when its length was told right.
+/// Reads to the end of the file, in one piece if `expected` is its length.
 bool readAll(int descriptor, std::size_t expected, std::string& content) {
   content.resize(expected + 1);
   std::size_t length = 0;
@@ -42,6 +43,12 @@ bool readAll(int descriptor, std::size_t expected, std::string& content) {
   return true;
 }
 
+/// The outcome of a system call that has just been made.
+Toutcome check(bool succeeded, const char* operation, const std::filesystem::path& path) {
+  if (succeeded) return {};
+  return loggedFailure(operation, path, errno);
+}
+
 TfileStamp stampOf(const struct stat& status) {
   return {status.st_ino, static_cast<std::uint64_t>(status.st_size),
           std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec};
@@ -49,47 +56,70 @@ TfileStamp stampOf(const struct stat& status) {
 
 class TdiskWriter final : public TbufferedWriter {
  public:
-  explicit TdiskWriter(int descriptor) : descriptor_(descriptor) {}
+  TdiskWriter(int descriptor, std::filesystem::path path) : descriptor_(descriptor), path_(std::move(path)) {}
   TdiskWriter(const TdiskWriter&) = delete;
   TdiskWriter& operator=(const TdiskWriter&) = delete;
   ~TdiskWriter() override {
     if (descriptor_ >= 0) ::close(descriptor_);
   }
 
-  bool flush() override { return drain() && ::fsync(descriptor_) == 0; }
+  Toutcome flush() override {
+    if (Toutcome drained = drain(); !drained) return drained;
+    return check(::fsync(descriptor_) == 0, "flush", path_);
+  }
 
-  bool close() override {
-    const bool drained = drain();
-    const int descriptor = descriptor_;
-    descriptor_ = -1;
-    return ::close(descriptor) == 0 && drained;
+  Toutcome close() override {
+    Toutcome drained = drain();
+    const Toutcome closed = check(::close(std::exchange(descriptor_, -1)) == 0, "close", path_);
+    return drained ? closed : drained;
   }
 
  private:
-  bool put(std::string_view bytes) override {
-    const bool written = writeAll(descriptor_, bytes);
-    // Lets the disk work while the next piece is made; `flush` tells what came of it.
-    if (written) ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
-    return written;
+  Toutcome put(std::string_view bytes) override {
+    if (!writeAll(descriptor_, bytes)) return loggedFailure("write", path_, errno);
+    // Lets the disk work while the next piece is made; `flush` reports what came of it.
+    ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
+    return {};
   }
 
   int descriptor_;
+  std::filesystem::path path_;
 };
+
+/// Gives a new file the owner, group and permissions of another. What this user may not give is no reason to refuse the
+/// save: a member of the file's group may keep the group, though not the owner.
+void takeOver(int descriptor, const struct stat& from) {
+  if (::fchown(descriptor, from.st_uid, from.st_gid) != 0) {
+    constexpr auto sameOwner = static_cast<uid_t>(-1);
+    if (::fchown(descriptor, sameOwner, from.st_gid) != 0) errno = 0;
+  }
+  if (::fchmod(descriptor, from.st_mode & 07777) != 0) errno = 0;
+}
+
+TreadResult failedRead(TreadResult::Tend end, const char* operation, const std::filesystem::path& path, int error) {
+  return {end, loggedFailure(operation, path, error)};
+}
 
 class TdiskFileSystem final : public TfileSystem {
  public:
   TreadResult read(const std::filesystem::path& path, std::string& content) override {
+    using enum TreadResult::Tend;
     struct stat status {};
     // Not blocking, so that a pipe in a data file's place cannot hang the host.
     const int descriptor = openRetrying(path, O_RDONLY | O_NONBLOCK);
-    if (descriptor < 0) return TreadResult::notOpened;
+    if (descriptor < 0) {
+      if (errno == ENOENT || errno == ENOTDIR) return {missing, {}};
+      return failedRead(notOpened, "open", path, errno);
+    }
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
       ::close(descriptor);
-      return TreadResult::notOpened;
+      return failedRead(notOpened, "open", path, EINVAL);
     }
-    const bool done = readAll(descriptor, static_cast<std::size_t>(status.st_size), content);
-    if (::close(descriptor) != 0 && done) return TreadResult::closeFailed;
-    return done ? TreadResult::done : TreadResult::readFailed;
+    const bool whole = readAll(descriptor, static_cast<std::size_t>(status.st_size), content);
+    const int error = errno;
+    const bool closed = ::close(descriptor) == 0;
+    if (!whole) return failedRead(readFailed, "read", path, error);
+    return closed ? TreadResult() : failedRead(closeFailed, "close", path, errno);
   }
 
   std::optional<TfileStamp> stamp(const std::filesystem::path& path) override {
@@ -98,35 +128,41 @@ class TdiskFileSystem final : public TfileSystem {
     return stampOf(status);
   }
 
-  bool isWritable(const std::filesystem::path& path) override {
+  Toutcome checkWritable(const std::filesystem::path& path) override {
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0) return S_ISREG(status.st_mode) && ::access(path.c_str(), W_OK) == 0;
-    return errno == ENOENT && ::access(path.parent_path().empty() ? "." : path.parent_path().c_str(), W_OK) == 0;
-  }
-
-  std::unique_ptr<TfileWriter> create(const std::filesystem::path& path, const std::filesystem::path& like) override {
-    const int descriptor = openRetrying(path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    if (descriptor < 0) return nullptr;
-    struct stat status {};
-    if (::stat(like.c_str(), &status) == 0) {
-      // An owner that this user may not give away is no reason to refuse the save; permissions can always be given.
-      if (::fchown(descriptor, status.st_uid, status.st_gid) != 0) errno = 0;
-      if (::fchmod(descriptor, status.st_mode & 07777) != 0) errno = 0;
+    if (::stat(path.c_str(), &status) == 0) {
+      if (!S_ISREG(status.st_mode)) errno = EINVAL;
+      return check(S_ISREG(status.st_mode) && ::access(path.c_str(), W_OK) == 0, "write", path);
     }
-    return std::make_unique<TdiskWriter>(descriptor);
+    const auto folder = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
+    return check(errno == ENOENT && ::access(folder.c_str(), W_OK) == 0, "create", path);
   }
 
-  bool rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    return std::rename(from.c_str(), to.c_str()) == 0;
+  Toutcome create(const std::filesystem::path& path, const std::filesystem::path& like,
+                  std::unique_ptr<TfileWriter>& writer) override {
+    const int descriptor = openRetrying(path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    if (descriptor < 0) return loggedFailure("create", path, errno);
+    struct stat status {};
+    if (::stat(like.c_str(), &status) == 0) takeOver(descriptor, status);
+    writer = std::make_unique<TdiskWriter>(descriptor, path);
+    return {};
   }
 
-  bool remove(const std::filesystem::path& path) override { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
+  Toutcome rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
+    return check(std::rename(from.c_str(), to.c_str()) == 0, "rename", from);
+  }
 
-  bool flushFolder(const std::filesystem::path& folder) override {
-    const int descriptor = openRetrying(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY);
-    if (descriptor < 0) return false;
-    const bool flushed = ::fsync(descriptor) == 0;
-    return ::close(descriptor) == 0 && flushed;
+  Toutcome remove(const std::filesystem::path& path) override {
+    return check(::unlink(path.c_str()) == 0 || errno == ENOENT, "remove", path);
+  }
+
+  Toutcome flushFolder(const std::filesystem::path& folder) override {
+    const auto path = folder.empty() ? std::filesystem::path(".") : folder;
+    const int descriptor = openRetrying(path, O_RDONLY | O_DIRECTORY);
+    if (descriptor < 0) return loggedFailure("open", path, errno);
+    Toutcome flushed = check(::fsync(descriptor) == 0, "flush", path);
+    const Toutcome closed = check(::close(descriptor) == 0, "close", path);
+    return flushed ? closed : flushed;
   }
 
   std::filesystem::path resolve(const std::filesystem::path& path) override {

@@ -69,7 +69,7 @@ std::uint64_t lengthOf(const BY_HANDLE_FILE_INFORMATION& information) {
   return joined(information.nFileSizeHigh, information.nFileSizeLow);
 }
 
-/// Reads to the end of the file, in one piece when its length was told right.
+/// Reads to the end of the file, in one piece if `expected` is its length.
 bool readAll(const Tfile& file, std::size_t expected, std::string& content) {
   constexpr std::size_t mostAtOnce = 1U << 30U;
   content.resize(expected + 1);
@@ -105,41 +105,61 @@ void copyPermissions(const std::filesystem::path& from, std::wstring to) {
                         nullptr);
 }
 
+/// The outcome of a system call that has just been made.
+Toutcome check(bool succeeded, const char* operation, const std::filesystem::path& path) {
+  if (succeeded) return {};
+  return loggedFailure(operation, path, static_cast<int>(GetLastError()));
+}
+
 class TdiskWriter final : public TbufferedWriter {
  public:
-  explicit TdiskWriter(Tfile file) : file_(std::move(file)) {}
+  TdiskWriter(Tfile file, std::filesystem::path path) : file_(std::move(file)), path_(std::move(path)) {}
 
-  bool flush() override { return drain() && FlushFileBuffers(file_.get()) != 0; }
+  Toutcome flush() override {
+    if (Toutcome drained = drain(); !drained) return drained;
+    return check(FlushFileBuffers(file_.get()) != 0, "flush", path_);
+  }
 
-  bool close() override {
-    const bool drained = drain();
-    return CloseHandle(file_.release()) != 0 && drained;
+  Toutcome close() override {
+    Toutcome drained = drain();
+    const Toutcome closed = check(CloseHandle(file_.release()) != 0, "close", path_);
+    return drained ? closed : drained;
   }
 
  private:
-  bool put(std::string_view bytes) override {
+  Toutcome put(std::string_view bytes) override {
     constexpr std::size_t mostAtOnce = 1U << 30U;
     while (!bytes.empty()) {
       DWORD written = 0;
       const auto piece = static_cast<DWORD>(std::min(bytes.size(), mostAtOnce));
-      if (WriteFile(file_.get(), bytes.data(), piece, &written, nullptr) == 0 || written == 0) return false;
+      const bool done = WriteFile(file_.get(), bytes.data(), piece, &written, nullptr) != 0 && written > 0;
+      if (!done) return check(false, "write", path_);
       bytes.remove_prefix(written);
     }
-    return true;
+    return {};
   }
 
   Tfile file_;
+  std::filesystem::path path_;
 };
+
+TreadResult failedRead(TreadResult::Tend end, const char* operation, const std::filesystem::path& path) {
+  return {end, loggedFailure(operation, path, static_cast<int>(GetLastError()))};
+}
 
 class TdiskFileSystem final : public TfileSystem {
  public:
   TreadResult read(const std::filesystem::path& path, std::string& content) override {
+    using enum TreadResult::Tend;
     Tfile file = openFile(path, GENERIC_READ, OPEN_EXISTING);
+    if (!file && isMissing()) return {missing, {}};
     const auto information = file ? informationOf(file) : std::nullopt;
-    if (!information) return TreadResult::notOpened;
-    const bool done = readAll(file, static_cast<std::size_t>(lengthOf(*information)), content);
-    if (CloseHandle(file.release()) == 0 && done) return TreadResult::closeFailed;
-    return done ? TreadResult::done : TreadResult::readFailed;
+    if (file && !information) SetLastError(ERROR_FILE_INVALID);
+    if (!information) return failedRead(notOpened, "open", path);
+    if (!readAll(file, static_cast<std::size_t>(lengthOf(*information)), content)) {
+      return failedRead(readFailed, "read", path);
+    }
+    return CloseHandle(file.release()) != 0 ? TreadResult() : failedRead(closeFailed, "close", path);
   }
 
   std::optional<TfileStamp> stamp(const std::filesystem::path& path) override {
@@ -153,38 +173,43 @@ class TdiskFileSystem final : public TfileSystem {
         static_cast<std::int64_t>(joined(modified.dwHighDateTime, modified.dwLowDateTime) * nanosecondsPerTick)};
   }
 
-  bool isWritable(const std::filesystem::path& path) override {
+  Toutcome checkWritable(const std::filesystem::path& path) override {
     // For this program alone: a file that another one has open, whatever that one allows others, cannot be replaced.
     constexpr DWORD shareNothing = 0;
     const Tfile file = openFile(path, GENERIC_WRITE | DELETE, OPEN_EXISTING, shareNothing);
-    if (file) return informationOf(file).has_value();
-    if (!isMissing()) return false;
+    if (file) return check(informationOf(file).has_value(), "write", path);
+    if (!isMissing()) return check(false, "write", path);
     const auto folder = path.parent_path().empty() ? "." : path.parent_path();
-    return openOnce(folder, FILE_ADD_FILE, OPEN_EXISTING) != nullptr;
+    return check(openOnce(folder, FILE_ADD_FILE, OPEN_EXISTING) != nullptr, "create", path);
   }
 
-  std::unique_ptr<TfileWriter> create(const std::filesystem::path& path, const std::filesystem::path& like) override {
+  Toutcome create(const std::filesystem::path& path, const std::filesystem::path& like,
+                  std::unique_ptr<TfileWriter>& writer) override {
     Tfile file = openFile(path, GENERIC_WRITE, CREATE_ALWAYS, FILE_SHARE_READ | FILE_SHARE_DELETE);
-    if (!file) return nullptr;
+    if (!file) return check(false, "create", path);
     copyPermissions(like, path.native());
-    return std::make_unique<TdiskWriter>(std::move(file));
+    writer = std::make_unique<TdiskWriter>(std::move(file), path);
+    return {};
   }
 
-  bool rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
+  Toutcome rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
     constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return retrying([&] { return MoveFileExW(from.c_str(), to.c_str(), how) != 0; });
+    return check(retrying([&] { return MoveFileExW(from.c_str(), to.c_str(), how) != 0; }), "rename", from);
   }
 
-  bool remove(const std::filesystem::path& path) override {
-    return retrying([&] { return DeleteFileW(path.c_str()) != 0; }) || isMissing();
+  Toutcome remove(const std::filesystem::path& path) override {
+    const bool removed = retrying([&] { return DeleteFileW(path.c_str()) != 0; }) || isMissing();
+    return check(removed, "remove", path);
   }
 
-  bool flushFolder(const std::filesystem::path& folder) override {
-    const Tfile entries = openOnce(folder.empty() ? "." : folder, FILE_ADD_FILE, OPEN_EXISTING);
-    if (!entries) return false;
+  Toutcome flushFolder(const std::filesystem::path& folder) override {
+    const std::filesystem::path path = folder.empty() ? "." : folder;
+    const Tfile entries = openOnce(path, FILE_ADD_FILE, OPEN_EXISTING);
+    if (!entries) return check(false, "open", path);
     // Renaming has written its entry through already. Not every file system knows this call for a folder.
-    return FlushFileBuffers(entries.get()) != 0 || GetLastError() == ERROR_ACCESS_DENIED ||
-           GetLastError() == ERROR_INVALID_FUNCTION || GetLastError() == ERROR_INVALID_HANDLE;
+    const bool flushed = FlushFileBuffers(entries.get()) != 0 || GetLastError() == ERROR_ACCESS_DENIED ||
+                         GetLastError() == ERROR_INVALID_FUNCTION || GetLastError() == ERROR_INVALID_HANDLE;
+    return check(flushed, "flush", path);
   }
 
   std::filesystem::path resolve(const std::filesystem::path& path) override {

@@ -1,5 +1,6 @@
 #include "support/iniFile.h"
 
+#include <algorithm>
 #include <charconv>
 
 int TiniFile::readInteger(const std::string& section, const std::string& key, int defaultValue) const {
@@ -12,4 +13,10 @@ int TiniFile::readInteger(const std::string& section, const std::string& key, in
 
 bool TiniFile::readFlag(const std::string& section, const std::string& key, bool defaultValue) const {
   return readInteger(section, key, defaultValue ? 1 : 0) == 1;
+}
+
+void TiniFile::write(const std::string& section, Tentries entries) const {
+  const auto endsLine = [](char c) { return c == '\n' || c == '\r' || c == '\0'; };
+  for (auto& [key, value] : entries) std::replace_if(value.begin(), value.end(), endsLine, ' ');
+  putEntries(section, entries);
 }

@@ -5,30 +5,33 @@
 #include <utility>
 #include <vector>
 
-/// One INI file of settings. Every access opens the file and closes it again; nothing is kept in between.
+/// One INI file of settings. Every access opens the file and closes it again; nothing is cached.
 ///
-/// Sections and keys are compared without regard to case, and of a key that stands twice in a section the first counts.
-/// Texts are Windows-1252, as a record's are. Nothing about settings is ever an error: what cannot be read is its
-/// default, and what cannot be written is not written, with the old file whole.
+/// Sections and keys are compared without regard to case. If a section holds a key twice, the first counts. Texts are
+/// Windows-1252, as in a record. Settings never raise an error: what cannot be read has its default, and a write that
+/// fails leaves the old file whole.
 class TiniFile {
  public:
   using Tentries = std::vector<std::pair<std::string, std::string>>;
 
   explicit TiniFile(std::filesystem::path path) : path_(std::move(path)) {}
 
-  /// The key's value without blanks around it; `defaultValue` where file, section or key is missing.
+  /// The key's value without blanks around it; `defaultValue` if the file, the section or the key is missing.
   std::string readString(const std::string& section, const std::string& key, const std::string& defaultValue) const;
 
-  /// As `readString`; `defaultValue` also where the value is no decimal 32-bit number.
+  /// As `readString`; `defaultValue` also if the value is no decimal 32-bit number.
   int readInteger(const std::string& section, const std::string& key, int defaultValue) const;
 
   /// Flags are integers that are true only when equal to 1.
   bool readFlag(const std::string& section, const std::string& key, bool defaultValue) const;
 
-  /// Writes keys of one section, durably, creating file and section where they are missing. Everything else in the
-  /// file stays to the byte: comments, other sections, keys that stand twice, lines that mean nothing.
-  void write(const std::string& section, const Tentries& entries) const;
+  /// Writes keys of one section durably, and creates file and section if they are missing. Every other byte of the file
+  /// stays: comments, other sections, second lines of a key, lines without meaning. A line break or a zero byte in a
+  /// value becomes a blank, so that a value cannot add lines of its own.
+  void write(const std::string& section, Tentries entries) const;
 
  private:
+  void putEntries(const std::string& section, const Tentries& entries) const;
+
   std::filesystem::path path_;
 };

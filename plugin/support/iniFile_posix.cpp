@@ -8,13 +8,12 @@
 
 namespace {
 
-/// The file's content; empty where there is no file, nothing where there is one that cannot be read.
+/// The file's content: empty if there is no file, nothing if it cannot be read.
 std::optional<std::string> contentOf(const std::filesystem::path& path) {
   std::string content;
-  if (diskFileSystem().read(path, content) == TfileSystem::TreadResult::done) return content;
-  std::error_code error;
-  if (std::filesystem::exists(path, error) || error) return std::nullopt;
-  return std::string();
+  const TreadResult::Tend end = diskFileSystem().read(path, content).end;
+  if (end == TreadResult::Tend::missing) return std::string();
+  return end == TreadResult::Tend::done ? std::optional(content) : std::nullopt;
 }
 
 }  // namespace
@@ -25,7 +24,7 @@ std::string TiniFile::readString(const std::string& section, const std::string& 
   return std::string(iniValue(content, section, key).value_or(defaultValue));
 }
 
-void TiniFile::write(const std::string& section, const Tentries& entries) const {
+void TiniFile::putEntries(const std::string& section, const Tentries& entries) const {
   std::optional<std::string> content = contentOf(path_);
   if (!content) return;  // what cannot be read must not be replaced
   const std::string before = *content;

@@ -6,12 +6,12 @@
 #include "support/iniFile.h"
 #include "support/safeWrite.h"
 
-// The system's own calls for settings. They take a text's bytes to be of the system's code page: so are they told here,
-// whatever the code page is, and the bytes in the file are those of the caller.
+// The system's own calls for settings. They take the file's bytes for text in the system's code page. Texts are
+// therefore converted as if they were in that code page, and the bytes in the file are those of the caller.
 
 namespace {
 
-/// `bytes` as the calls want them; nothing where the code page cannot bring them back.
+/// `bytes` as the calls expect them; nothing if the code page cannot restore them.
 std::optional<std::wstring> widened(const std::string& bytes) {
   if (bytes.empty()) return std::wstring();
   const int size = static_cast<int>(bytes.size());
@@ -36,14 +36,14 @@ std::string withoutBlanks(const std::string& text) {
   return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-/// The calls take one pair of quotes away from around a value.
+/// A value in quotes of its own if it has a pair already, of which the calls remove one.
 std::string quoted(const std::string& value) {
   const bool hasPair =
       value.size() > 1 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
   return hasPair ? '"' + value + '"' : value;
 }
 
-/// A path without a folder would be one of the system's.
+/// The calls look for a path without a folder in the system's own folder.
 std::filesystem::path fullPath(const std::filesystem::path& path) {
   std::error_code error;
   auto full = std::filesystem::absolute(path, error);
@@ -60,11 +60,11 @@ bool putEntry(const std::string& section, const std::string& key, const std::str
          TiniFile(path).readString(section, key, value + '?') == withoutBlanks(value);
 }
 
-bool putEntries(const std::string& section, const TiniFile::Tentries& entries, const std::filesystem::path& path) {
+bool putAll(const std::string& section, const TiniFile::Tentries& entries, const std::filesystem::path& path) {
   for (const auto& [key, value] : entries) {
     if (!putEntry(section, key, value, path)) return false;
   }
-  WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());  // the system keeps nothing back
+  WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());  // flushes the system's cache
   return true;
 }
 
@@ -82,19 +82,18 @@ std::string TiniFile::readString(const std::string& section, const std::string& 
   return text == none ? defaultValue : withoutBlanks(narrowed(text));
 }
 
-/// On a copy, which then takes the file's place: the calls themselves change the file where it is, one key after the
-/// other.
-void TiniFile::write(const std::string& section, const Tentries& entries) const {
+/// Edits a copy, which then replaces the file: the calls themselves change a file in place, key by key.
+void TiniFile::putEntries(const std::string& section, const Tentries& entries) const {
   TfileSystem& files = diskFileSystem();
   const auto path = files.resolve(fullPath(path_));
   std::string before;
   const bool isThere = files.stamp(path).has_value();
-  if (isThere && files.read(path, before) != TfileSystem::TreadResult::done) return;
+  if (isThere && files.read(path, before).end != TreadResult::Tend::done) return;
   auto copy = path;
   copy += ".edit";
   std::string after;
-  const bool changed = writeFlushed(files, copy, path, before) && putEntries(section, entries, copy) &&
-                       files.read(copy, after) == TfileSystem::TreadResult::done && after != before;
+  const bool changed = writeFlushed(files, copy, path, before) && putAll(section, entries, copy) &&
+                       files.read(copy, after).end == TreadResult::Tend::done && after != before;
   files.remove(copy);
   if (changed) replaceFile(files, path, after);
 }

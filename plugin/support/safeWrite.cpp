@@ -4,20 +4,25 @@
 
 #include "support/fileSystem.h"
 
-bool writeFlushed(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& like,
-                  std::string_view content) {
-  const auto writer = files.create(path, like);
-  return writer && writer->write(content) && writer->flush() && writer->close();
+Toutcome writeFlushed(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& like,
+                      std::string_view content) {
+  std::unique_ptr<TfileWriter> writer;
+  Toutcome outcome = files.create(path, like, writer);
+  if (outcome) outcome = writer->write(content);
+  if (outcome) outcome = writer->flush();
+  if (outcome) outcome = writer->close();
+  return outcome;
 }
 
-bool replaceFile(TfileSystem& files, const std::filesystem::path& path, std::string_view content) {
+Toutcome replaceFile(TfileSystem& files, const std::filesystem::path& path, std::string_view content) {
   const auto target = files.resolve(path);
   auto temporary = target;
   temporary += ".new";
-  if (!files.isWritable(target)) return false;
-  if (writeFlushed(files, temporary, target, content) && files.rename(temporary, target)) {
-    return files.flushFolder(target.parent_path());
-  }
+  Toutcome outcome = files.checkWritable(target);
+  if (!outcome) return outcome;
+  outcome = writeFlushed(files, temporary, target, content);
+  if (outcome) outcome = files.rename(temporary, target);
+  if (outcome) return files.flushFolder(target.parent_path());
   files.remove(temporary);
-  return false;
+  return outcome;
 }

@@ -69,12 +69,11 @@ void TtestProcTable::set(unsigned number, std::string_view title) {
 
 TtestProcLoad loadTestProcTable(TfileSystem& files, const std::filesystem::path& path, TtestProcTable& table) {
   table = TtestProcTable();
-  std::error_code error;
-  if (!std::filesystem::exists(path, error) && !error) return TtestProcLoad::missing;
   std::string content;
+  const TreadResult::Tend end = files.read(path, content).end;
+  if (end == TreadResult::Tend::missing) return TtestProcLoad::missing;
   TtestProcTable read;
-  if (files.read(path, content) != TfileSystem::TreadResult::done || !parse(content, read))
-    return TtestProcLoad::damaged;
+  if (end != TreadResult::Tend::done || !parse(content, read)) return TtestProcLoad::damaged;
   table = std::move(read);
   return TtestProcLoad::loaded;
 }

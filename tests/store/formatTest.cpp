@@ -100,7 +100,10 @@ class TformatTest : public QObject {
                                                            {"A,B,C", "A,X,!", "9: A 1 1, B 2 2"},
                                                            {"B,A,C,A", "C,A", "9: C 3 1, A 4 2"},
                                                            {"X,Y,A,A", "A,A,!,Z", "9: A 3 1, A 4 2"},
-                                                           {"A,B,C", "B,A,!", "9: A 1 2, B 2 1"}};
+                                                           {"A,B,C", "B,A,!", "9: A 1 2, B 2 1"},
+                                                           {"!,A,B,A", "A,!,B,A", "9: B 3 3, A 4 4"},
+                                                           {"!,A,B", "A,!,B", "9: A 2 1, B 3 3"},
+                                                           {"A,!,A,B", "!,A,B,A", "9: A 3 4, B 4 3"}};
     for (const auto& [data, info, text] : cases) QCOMPARE(loadOf(fileOf(data, false), fileOf(info, true)), text);
   }
 
@@ -115,7 +118,7 @@ class TformatTest : public QObject {
     const TequipRecTable& table = list.table;
     const TtestFolder folder;
     QCOMPARE(saveText(table, folder / "none"), "2");
-    QCOMPARE(TequipRecToFile(table, 2, folder / "eq.dat", folder / "eqinfo.dat", diskFileSystem()), ERSUCCESS);
+    QCOMPARE(TequipRecToFile(table, 2, folder / "eq.dat", folder / "eqinfo.dat", diskFileSystem()).status, ERSUCCESS);
     QCOMPARE(bytesOf(folder / "eq.dat"), "\"A1\",500\n\"B2\",1\n");
     QCOMPARE(bytesOf(folder / "eqinfo.dat"),
              "\"A1\",\"\",\"\xC4\x81\",\"\",\"4\",\"5\",\"6\"\n\"B2\",\"a;b\",\"\",\" m, \",\"\",\"\",\"\"\n");

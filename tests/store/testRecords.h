@@ -45,8 +45,8 @@ inline QByteArray infoLine(const QByteArray& controlNum, const QByteArray& descr
 inline QByteArray loadText(const std::filesystem::path& folder, TfileSystem& files = diskFileSystem()) {
   TequipRecTable table = tableOf("stale 1 ");
   try {
-    const TERStatus status = TequipRecFromFile(&table, equipRecLimit, folder / "eq.dat", folder / "eqinfo.dat", files);
-    return QByteArray::number(status) + ": " + textOf(table);
+    const TERResult result = TequipRecFromFile(&table, equipRecLimit, folder / "eq.dat", folder / "eqinfo.dat", files);
+    return QByteArray::number(result.status) + ": " + textOf(table);
   } catch (const TERException& exception) {
     return "exception " + QByteArray::number(exception.code()) + ": " + exception.what() + textOf(table);
   }
@@ -54,7 +54,8 @@ inline QByteArray loadText(const std::filesystem::path& folder, TfileSystem& fil
 inline QByteArray saveText(const TequipRecTable& table, const std::filesystem::path& folder,
                            TfileSystem& files = diskFileSystem()) {
   try {
-    return QByteArray::number(TequipRecToFile(table, table.count(), folder / "eq.dat", folder / "eqinfo.dat", files));
+    const TERResult result = TequipRecToFile(table, table.count(), folder / "eq.dat", folder / "eqinfo.dat", files);
+    return QByteArray::number(result.status);
   } catch (const TERException& exception) {
     return "exception " + QByteArray::number(exception.code()) + ": " + exception.what();
   }

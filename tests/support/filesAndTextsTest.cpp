@@ -15,7 +15,7 @@ class TfilesAndTextsTest : public QObject {
     for (int step = 1; failed; ++step) {
       TsimulatedFiles files(TsimulatedDisk(TfileMap{{"/file", "old"}}));
       files.firstFailing = files.lastFailing = step;
-      const bool replaced = replaceFile(files, "/file", "new");
+      const bool replaced{replaceFile(files, "/file", "new")};
       failed = files.operations.size() >= step;
       QCOMPARE(replaced, !failed);
       const TsimulatedDisk& disk = files.history.back();

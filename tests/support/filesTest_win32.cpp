@@ -50,7 +50,7 @@ void TwindowsFilesTest::heldFileIsLeftWhole() {
   writeBytes(path, "old");
   Theld other = hold(path, static_cast<DWORD>(share));
   const auto stamp = diskFileSystem().stamp(path);
-  QVERIFY(!diskFileSystem().isWritable(path) && !replaceFile(diskFileSystem(), path, "new"));
+  QVERIFY(!diskFileSystem().checkWritable(path) && !replaceFile(diskFileSystem(), path, "new"));
   QVERIFY(diskFileSystem().stamp(path) == stamp);
   other.reset();
   QCOMPARE(bytesOf(path), "old");
@@ -65,7 +65,7 @@ void TwindowsFilesTest::fileLetGoSoonIsReplaced() {
     Sleep(25);
     other.reset();
   });
-  const bool replaced = replaceFile(diskFileSystem(), folder / "f", "new");
+  const bool replaced{replaceFile(diskFileSystem(), folder / "f", "new")};
   letGo.join();
   QVERIFY(replaced);
   QCOMPARE(bytesOf(folder / "f"), "new");

@@ -101,39 +101,43 @@ class TsimulatedFiles final : public TfileSystem {
   QByteArrayList operations;  ///< those that there were
 
   TreadResult read(const Tpath& path, std::string& content) override {
-    if (!stamp(path)) return TreadResult::notOpened;
-    if (fails("read", path)) return TreadResult::readFailed;
+    using enum TreadResult::Tend;
+    if (!stamp(path)) return {missing, {}};
+    if (const Toutcome read = run("read", path); !read) return {readFailed, read.failure()};
     content = disk().contentOf(path.generic_string());
-    return fails("closeRead", path) ? TreadResult::closeFailed : TreadResult::done;
+    const Toutcome closed = run("closeRead", path);
+    return closed ? TreadResult() : TreadResult{closeFailed, closed.failure()};
   }
   std::optional<TfileStamp> stamp(const Tpath& path) override {
     return disk().names.contains(path.generic_string())
                ? std::optional(TfileStamp{disk().names.at(path.generic_string())})
                : std::nullopt;
   }
-  bool isWritable(const Tpath& path) override { return !fails("isWritable", path); }
-  std::unique_ptr<TfileWriter> create(const Tpath& path, const Tpath&) override {
-    if (fails("create", path)) return nullptr;
+  Toutcome checkWritable(const Tpath& path) override { return run("checkWritable", path); }
+  Toutcome create(const Tpath& path, const Tpath&, std::unique_ptr<TfileWriter>& writer) override {
+    if (Toutcome created = run("create", path); !created) return created;
     if (!stamp(path)) disk().change({"", path.generic_string(), disk().nodes.size()});
     const std::size_t node = disk().names[path.generic_string()];
     disk().nodes.resize(std::max(disk().nodes.size(), node + 1));
     disk().nodes[node].content.clear();
-    return std::make_unique<Twriter>(*this, path, node);
+    writer = std::make_unique<Twriter>(*this, path, node);
+    return {};
   }
-  bool rename(const Tpath& from, const Tpath& to) override {
-    if (!stamp(from) || fails("rename", from)) return false;
+  Toutcome rename(const Tpath& from, const Tpath& to) override {
+    if (!stamp(from)) return Tfailure{"rename", from.generic_string(), "missing"};
+    if (Toutcome renamed = run("rename", from); !renamed) return renamed;
     disk().change({from.generic_string(), to.generic_string(), disk().names[from.generic_string()]});
-    return true;
+    return {};
   }
-  bool remove(const Tpath& path) override {
-    if (fails("remove", path)) return false;
+  Toutcome remove(const Tpath& path) override {
+    if (Toutcome removed = run("remove", path); !removed) return removed;
     if (stamp(path)) disk().change({path.generic_string(), ""});
-    return true;
+    return {};
   }
-  bool flushFolder(const Tpath& folder) override {
-    if (fails("flushFolder", folder)) return false;
+  Toutcome flushFolder(const Tpath& folder) override {
+    if (Toutcome flushed = run("flushFolder", folder); !flushed) return flushed;
     if (++flushes_ != leftOutFlush) disk().flushFolder(folder);
-    return true;
+    return {};
   }
   Tpath resolve(const Tpath& path) override { return links_.contains(path) ? links_.at(path) : path; }
 
@@ -142,18 +146,18 @@ class TsimulatedFiles final : public TfileSystem {
    public:
     Twriter(TsimulatedFiles& files, Tpath path, std::size_t node)
         : files_(files), path_(std::move(path)), node_(node) {}
-    bool write(std::string_view bytes) override {
-      if (files_.fails("write", path_)) return false;
+    Toutcome write(std::string_view bytes) override {
+      if (Toutcome written = files_.run("write", path_); !written) return written;
       files_.disk().nodes[node_].content += bytes;
-      return true;
+      return {};
     }
-    bool flush() override {
-      if (files_.fails("flush", path_)) return false;
+    Toutcome flush() override {
+      if (Toutcome done = files_.run("flush", path_); !done) return done;
       auto& [content, flushed] = files_.disk().nodes[node_];
       if (++files_.flushes_ != files_.leftOutFlush) flushed = content;
-      return true;
+      return {};
     }
-    bool close() override { return !files_.fails("close", path_); }
+    Toutcome close() override { return files_.run("close", path_); }
 
    private:
     TsimulatedFiles& files_;
@@ -163,14 +167,15 @@ class TsimulatedFiles final : public TfileSystem {
 
   TsimulatedDisk& disk() { return history.back(); }
 
-  /// Counts an operation in, and tells whether it is to fail.
-  bool fails(const QByteArray& operation, const Tpath& path) {
+  /// Counts an operation, and fails it if it is to fail.
+  Toutcome run(const QByteArray& operation, const Tpath& path) {
     history.push_back(disk());
     const QByteArray name = operation + ' ' + QByteArray::fromStdString(path.filename().string());
     operations << name;
     const QByteArray numbered = name + ' ' + QByteArray::number(operations.count(name));
     const auto number = operations.size();
-    return (number >= firstFailing && number <= lastFailing) || failing.contains(numbered);
+    const bool fails = (number >= firstFailing && number <= lastFailing) || failing.contains(numbered);
+    return fails ? Toutcome({operation.toStdString(), path.generic_string(), "told to fail"}) : Toutcome();
   }
 
   std::map<Tpath, Tpath> links_;
