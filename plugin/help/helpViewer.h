@@ -5,8 +5,8 @@
 
 class QWidget;
 
-/// Shows the user's guide in a window of its own, beside which work goes on. To be used on the user-interface thread.
-/// Destroying the viewer closes its window.
+/// Shows the user's guide in a window of its own, which does not block the other windows. Use it on the user-interface
+/// thread. The destructor closes the window.
 class ThelpViewer {
  public:
   ThelpViewer() = default;
@@ -14,14 +14,14 @@ class ThelpViewer {
   ThelpViewer& operator=(const ThelpViewer&) = delete;
   virtual ~ThelpViewer() = default;
 
-  /// Shows the guide's start page. A window that is open already is brought to the front. `programFolder` is where the
-  /// compiled guide lies, for viewers that need it. `owner` is the widget in front of whose window the guide stands;
-  /// the guide goes when the owner does. Where there is no guide or nothing to show it with, nothing happens.
+  /// Shows the guide's start page, and brings a window that is already open to the front. `programFolder` holds the
+  /// compiled guide, for viewers that need it. The guide stays in front of the window of `owner`, and closes when
+  /// `owner` is destroyed. If there is no guide or no viewer for it, nothing happens.
   virtual void show(const std::filesystem::path& programFolder, QWidget* owner) = 0;
 
   /// Closes every help window of this process.
   virtual void closeAll() = 0;
 };
 
-/// The viewer of the machine: on Windows that of compiled help, elsewhere a window that shows the same pages.
+/// The platform's viewer: on Windows the one for compiled help, elsewhere a window that shows the same pages.
 std::unique_ptr<ThelpViewer> makeHelpViewer();

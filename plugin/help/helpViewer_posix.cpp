@@ -20,7 +20,7 @@ class TwindowHelpViewer : public ThelpViewer {
   }
 
  private:
-  std::unique_ptr<ThelpWindow> window_;  // without a parent, so that no owner takes it away
+  std::unique_ptr<ThelpWindow> window_;  // without a parent, so that nothing else deletes it
 };
 
 }  // namespace

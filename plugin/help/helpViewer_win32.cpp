@@ -12,15 +12,15 @@ constexpr UINT closeAllWindows = 0x0012;
 
 using ThtmlHelp = HWND(WINAPI*)(HWND owner, const char* file, UINT command, DWORD_PTR data);
 
-/// The system's help function; null where the system has none. The library stays loaded: it has a thread of its own,
-/// which ends some time after its last window.
+/// The system's help function; null if the system has none. The library stays loaded, because its own thread ends some
+/// time after its last window.
 ThtmlHelp htmlHelp() {
   static const HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (library == nullptr) return nullptr;
   return reinterpret_cast<ThtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpA")));
 }
 
-/// In the system's code page; a letter that it lacks sets `lossy`.
+/// Converts to the system's code page. A character that the code page lacks sets `lossy`.
 std::string narrow(const std::wstring& text, BOOL& lossy) {
   const int wide = static_cast<int>(text.size());
   std::string bytes(4 * text.size(), '\0');
@@ -30,7 +30,7 @@ std::string narrow(const std::wstring& text, BOOL& lossy) {
   return bytes;
 }
 
-/// The folder by its short name, which has no letters that a code page lacks; itself where it has none.
+/// The folder's short name, which fits every code page; the folder as given if it has no short name.
 std::filesystem::path shortName(const std::filesystem::path& folder) {
   std::wstring name(MAX_PATH, L'\0');
   const DWORD length = GetShortPathNameW(folder.c_str(), name.data(), MAX_PATH);

@@ -52,7 +52,7 @@ void ThelpWindow::connectControls() {
 }
 
 void ThelpWindow::showInFrontOf(QWidget* owner) {
-  winId();  // makes the window's handle
+  winId();  // creates the window's handle
   windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->window()->windowHandle());
   if (owner != nullptr) connect(owner, &QObject::destroyed, this, &QWidget::close, Qt::UniqueConnection);
   showStartPage();

@@ -9,9 +9,9 @@ namespace Ui {
 class ThelpWindow;
 }
 
-/// The window that shows the user's guide: contents at the left, a page at the right. The pages are part of the module.
-/// Esc closes it; a closed one can be shown again. It never keeps the application alive, and has no parent: whoever
-/// made it owns it.
+/// The window that shows the user's guide: contents on the left, a page on the right. The pages are part of the module.
+/// Esc closes the window; it can be shown again. It never keeps the application alive. It has no parent: its creator
+/// owns it.
 class ThelpWindow : public QDialog {
   Q_OBJECT
 
@@ -19,8 +19,7 @@ class ThelpWindow : public QDialog {
   ThelpWindow();
   ~ThelpWindow() override;
 
-  /// Shows the start page, in front of the window that `owner` is in. Closes by itself when `owner` goes. Null: the
-  /// window stands for itself.
+  /// Shows the start page in front of the window of `owner`, and closes when `owner` is destroyed. `owner` may be null.
   void showInFrontOf(QWidget* owner);
 
  private:

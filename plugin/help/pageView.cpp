@@ -26,11 +26,11 @@ void TpageView::resizeEvent(QResizeEvent* event) {
 }
 
 QImage TpageView::fitted(const QImage& picture) const {
-  const int room = std::max(1, viewport()->width() - 2 * qRound(document()->documentMargin()));
-  if (picture.width() <= room) return picture;
-  // On a screen of high density the picture keeps more of its pixels.
-  const int pixels = std::min(picture.width(), qRound(room * devicePixelRatioF()));
+  const int width = std::max(1, viewport()->width() - 2 * qRound(document()->documentMargin()));
+  if (picture.width() <= width) return picture;
+  // On a high-density screen the picture keeps more of its pixels.
+  const int pixels = std::min(picture.width(), qRound(width * devicePixelRatioF()));
   QImage result = picture.scaledToWidth(pixels, Qt::SmoothTransformation);
-  result.setDevicePixelRatio(static_cast<qreal>(pixels) / room);
+  result.setDevicePixelRatio(static_cast<qreal>(pixels) / width);
   return result;
 }

@@ -4,7 +4,7 @@
 #include <QImage>
 #include <QTextBrowser>
 
-/// Shows a page of the guide. Pictures wider than the view are shown as wide as the view.
+/// Shows a page of the guide, and scales pictures wider than the view down to its width.
 class TpageView : public QTextBrowser {
   Q_OBJECT
 
@@ -19,5 +19,5 @@ class TpageView : public QTextBrowser {
  private:
   QImage fitted(const QImage& picture) const;
 
-  QHash<QUrl, QImage> pictures_;  // as they are in the guide
+  QHash<QUrl, QImage> pictures_;  // in their original size
 };

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The references that `setup` stored: all that the module keeps of its own.
+/// The references that `setup` stored, the only state of the module itself.
 struct ThostReferences {
   THostApplication* application = nullptr;
   Tqt484Frame* frame = nullptr;
@@ -29,7 +29,6 @@ std::unique_ptr<TEquipmentRecordPluginFrame> buildFrame(const ThostReferences& h
 
 }  // namespace
 
-// Every unit of the module starts and ends with the module itself.
 void Initialize() {
   keepLibraries();
 }
@@ -65,7 +64,7 @@ TEquipmentRecordPluginFrame* getMainForm() {
     const ThostReferences host = hostReferences();
     return host.application == nullptr ? nullptr : buildFrame(host).release();
   } catch (...) {
-    return nullptr;  // whatever went wrong, the host lives on
+    return nullptr;  // no failure may reach the host
   }
 }
 

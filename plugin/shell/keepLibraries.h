@@ -1,4 +1,4 @@
 #pragma once
 
-/// Keeps those libraries in the process for good that came with the module and must not go with it.
+/// Keeps libraries loaded that came with the module but must not be unloaded with it.
 void keepLibraries();

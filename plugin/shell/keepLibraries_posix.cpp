@@ -1,3 +1,3 @@
 #include "shell/keepLibraries.h"
 
-void keepLibraries() {}  // the printing plug-in is a library of its own here, which stays and keeps what it needs
+void keepLibraries() {}  // here the printing plug-in is a library of its own, stays loaded and keeps what it needs

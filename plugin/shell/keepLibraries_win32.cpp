@@ -2,8 +2,8 @@
 
 #include "shell/keepLibraries.h"
 
-// Qt on Windows has its printing plug-in inside this library. Qt Core lists it as soon as the library is loaded, and
-// goes on to look into its list when the library has gone.
+// On Windows this library contains Qt's printing plug-in. Qt Core registers it when the library is loaded, and goes on
+// using the registration after the library is unloaded.
 void keepLibraries() {
   HMODULE library = nullptr;
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN, L"Qt6PrintSupport.dll", &library);

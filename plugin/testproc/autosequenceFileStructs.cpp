@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "support/checksum.h"
@@ -14,25 +15,24 @@ constexpr std::size_t headerSize = 16;
 constexpr std::size_t entrySize = 44;
 constexpr std::size_t titleOffset = 2;
 
-/// The little-endian number that `bytes` consists of.
+/// Reads all of `bytes` as one little-endian number.
 std::uint32_t littleEndian(std::string_view bytes) {
   std::uint32_t value = 0;
   for (std::size_t i = bytes.size(); i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
   return value;
 }
 
-/// The entries of a list whose header is whole; nothing to hold where it is not.
-std::string_view checkedEntries(std::string_view content, bool& whole) {
-  whole = false;
-  if (content.size() < headerSize || !content.starts_with(magic)) return {};
+/// The entries of a list; nothing if the header is damaged or does not match them.
+std::optional<std::string_view> checkedEntries(std::string_view content) {
+  if (content.size() < headerSize || !content.starts_with(magic)) return std::nullopt;
   const std::size_t count = littleEndian(content.substr(6, 2));
   const std::string_view entries = content.substr(headerSize);
-  whole = littleEndian(content.substr(4, 2)) == entrySize && entries.size() == count * entrySize &&
-          littleEndian(content.substr(8, 4)) == crc32Of(entries) && littleEndian(content.substr(12, 4)) == 0;
-  return entries;
+  const bool whole = littleEndian(content.substr(4, 2)) == entrySize && entries.size() == count * entrySize &&
+                     littleEndian(content.substr(8, 4)) == crc32Of(entries) && littleEndian(content.substr(12, 4)) == 0;
+  return whole ? std::optional(entries) : std::nullopt;
 }
 
-/// Takes one entry into the table. False: its number is none, or there already, or its title does not end.
+/// Adds one entry to the table. False if its number is out of range or taken, or its title has no end.
 bool takeEntry(std::string_view entry, TtestProcTable& table) {
   const std::uint32_t number = littleEndian(entry.substr(0, titleOffset));
   const std::string_view title = entry.substr(titleOffset);
@@ -42,14 +42,15 @@ bool takeEntry(std::string_view entry, TtestProcTable& table) {
   return true;
 }
 
-bool parse(std::string_view content, TtestProcTable& table) {
-  bool whole = false;
-  std::string_view entries = checkedEntries(content, whole);
-  while (whole && !entries.empty()) {
-    whole = takeEntry(entries.substr(0, entrySize), table);
-    entries.remove_prefix(entrySize);
+/// The table in the content of a file; nothing if the list is damaged.
+std::optional<TtestProcTable> parse(std::string_view content) {
+  auto entries = checkedEntries(content);
+  if (!entries) return std::nullopt;
+  TtestProcTable table;
+  for (; !entries->empty(); entries->remove_prefix(entrySize)) {
+    if (!takeEntry(entries->substr(0, entrySize), table)) return std::nullopt;
   }
-  return whole;
+  return table;
 }
 
 }  // namespace
@@ -72,8 +73,9 @@ TtestProcLoad loadTestProcTable(TfileSystem& files, const std::filesystem::path&
   std::string content;
   const TreadResult::Tend end = files.read(path, content).end;
   if (end == TreadResult::Tend::missing) return TtestProcLoad::missing;
-  TtestProcTable read;
-  if (end != TreadResult::Tend::done || !parse(content, read)) return TtestProcLoad::damaged;
-  table = std::move(read);
+  if (end != TreadResult::Tend::done) return TtestProcLoad::damaged;
+  auto read = parse(content);
+  if (!read) return TtestProcLoad::damaged;
+  table = *std::move(read);
   return TtestProcLoad::loaded;
 }

@@ -13,16 +13,16 @@ class TfileSystem;
 inline constexpr std::size_t maxTestProcNumber = 500;
 
 /// The titles of the analyzer's test procedures (Windows-1252) by number, 1 to 500. An entry titled "(UNUSED)" is an
-/// empty slot of the analyzer, and stays in the table as it stands in the file.
+/// empty slot of the analyzer; the table keeps it like any other.
 class TtestProcTable {
  public:
-  /// The title of a procedure; empty for a number without an entry, any number at all.
+  /// The title of a procedure; empty if the number, in or out of range, has no entry.
   std::string_view title(unsigned number) const;
 
   bool hasEntry(unsigned number) const { return number <= maxTestProcNumber && present_[number]; }
   std::size_t count() const;
 
-  /// `number` must be one from 1 to 500.
+  /// `number` must be from 1 to 500.
   void set(unsigned number, std::string_view title);
 
  private:
@@ -32,11 +32,11 @@ class TtestProcTable {
 
 enum class TtestProcLoad { loaded, missing, damaged };
 
-/// Reads the analyzer's test procedure list (`testProc.asq`; docs/file-formats.md has its layout). Only with `loaded`
-/// does `table` hold what the file says; otherwise it is empty.
+/// Reads the analyzer's test procedure list (`testProc.asq`; docs/file-formats.md describes its layout). `table` holds
+/// the file's content if the result is `loaded`, and is empty otherwise.
 TtestProcLoad loadTestProcTable(TfileSystem& files, const std::filesystem::path& path, TtestProcTable& table);
 
-/// The warning about a damaged list.
+/// The warning that the list is damaged.
 inline constexpr TmessageText corruptTestProcList = {
     "Warning!! Corrupt Test Procedure List\nPlease restore the list from the QT484.", "Test Procedure Error",
     TmessageIcon::warning};
