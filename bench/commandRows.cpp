@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t manyRows = 9000;
 constexpr std::size_t fewRows = 1000;
-constexpr double growthBound = 1.5 * manyRows / fewRows;  // in step with the rows, and some room
+constexpr double growthBound = 1.5 * manyRows / fewRows;  // linear in the rows, with some margin
 constexpr double mostForCommand = 50;                     // milliseconds
 
 std::shared_ptr<TrecordList> fullList(const TbenchFolders& folders) {
@@ -24,7 +24,7 @@ std::shared_ptr<TrecordList> fullList(const TbenchFolders& folders) {
   return list;
 }
 
-/// Copies rows of a list that just has room for as many as the larger copy makes.
+/// Copies rows of a list that has room for exactly the larger number of copies.
 double copyRows(const TbenchFolders& folders, std::size_t count) {
   const auto list = fullList(folders);
   list->remove({0, manyRows - 1});
@@ -37,7 +37,7 @@ double deleteRows(const TbenchFolders& folders, std::size_t count) {
   return millisecondsOf([&] { list->remove({100, 100 + count - 1}); });
 }
 
-/// All searchable texts in lower case, one behind the other, as a scan of bytes would like them best.
+/// All searchable texts in lower case, one after the other: the best layout for scanning bytes.
 std::string loweredTexts(const TrecordList& list) {
   std::string texts;
   for (TrecordIndex i = 0; i < list.records().count(); ++i) {
@@ -72,7 +72,7 @@ Tsides prepareSearch(const TbenchFolders& folders, const std::string& needle, bo
   ours();
   const bool foundByUs = *found > 0;
   scan();
-  require(foundByUs == (*found > 0), "the two sides find differently");
+  require(foundByUs == (*found > 0), "the two sides find different records");
   return {ours, scan};
 }
 

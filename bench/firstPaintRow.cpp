@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Notices the first paint of a grid's cells.
+/// Detects the first paint of a grid's cells.
 class TpaintWatch : public QObject {
  public:
   explicit TpaintWatch(const QAbstractScrollArea& area) { area.viewport()->installEventFilter(this); }
@@ -29,7 +29,7 @@ class TpaintWatch : public QObject {
   bool painted_ = false;
 };
 
-/// What the frame's grid holds and how large it is, for a table that shows the same.
+/// Content and size of the frame's grid, for a table that shows the same.
 struct TgridContent {
   explicit TgridContent(const TsortedGrid& grid);
 
@@ -77,7 +77,7 @@ double measureTable(const TgridContent& content) {
   });
 }
 
-/// Opens a frame and shows it. Destroying it, which saves the list, is not part of that.
+/// Opens and shows a frame. Its destruction, which saves the list, is not measured.
 double measureFrame(const TframeContext& context, const std::function<void(const TsortedGrid&)>& look = {}) {
   std::unique_ptr<TEquipmentRecordPluginFrame> frame;
   const TsortedGrid* grid = nullptr;
@@ -92,8 +92,8 @@ double measureFrame(const TframeContext& context, const std::function<void(const
   return milliseconds;
 }
 
-/// Compares opening the frame, from the files on the disk to the first paint of its grid, with a table of ready items
-/// whose texts are already in memory.
+/// Compares opening the frame, from the files on the disk to the first paint of its grid, with a table of prepared
+/// items whose texts are already in memory.
 Tsides prepareFirstPaint(const TbenchFolders& folders) {
   const auto ownCopy = folders.scratch / "frame";
   std::filesystem::copy(folders.data, ownCopy, std::filesystem::copy_options::recursive);

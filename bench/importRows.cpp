@@ -18,13 +18,13 @@
 
 namespace {
 
-constexpr std::size_t almostFull = equipRecLimit - 1;  // so that nothing is said about the limit
+constexpr std::size_t almostFull = equipRecLimit - 1;  // avoids the message about the limit
 constexpr std::size_t manyLines = 1'000'000;
 constexpr std::size_t columnCount = 8;
 constexpr TcolumnMapping eachColumn = {{1, 2, 3, 4, 5, 6, 7, 8}};
 constexpr double longestGap = 100;  // milliseconds
 
-/// So many lines, the records of the full list over and over, each with a Device ID of its own.
+/// Repeats the records of the full list up to `count` lines, each with a Device ID of its own.
 std::filesystem::path makeFile(const TbenchFolders& folders, std::size_t lineCount) {
   TequipRecTable records;
   records = fullTable(folders);
@@ -50,7 +50,7 @@ class TeverOnward : public TimportObserver {
   Tduplicate duplicate(std::string& /*deviceId*/) override { return Tduplicate::stop; }
 };
 
-/// An import without windows, the records handed over.
+/// An import without windows, including adding the records to the table.
 double importBare(const std::filesystem::path& path, std::size_t expected = equipRecLimit) {
   TequipRecTable records;
   TeverOnward observer;
@@ -61,13 +61,13 @@ double importBare(const std::filesystem::path& path, std::size_t expected = equi
   });
 }
 
-/// What the same import shows to a user.
+/// The same import as the user experiences it.
 struct TseenImport {
-  double milliseconds = 0;  ///< from the press on Import to the success state
-  double longestGap = 0;    ///< milliseconds in which no event was handled
+  double milliseconds = 0;  ///< from pressing Import to the success state
+  double longestGap = 0;    ///< milliseconds without handling an event
 };
 
-/// Watches the event loop, and ends the import where it waits for OK.
+/// Watches the event loop, and ends the import when it waits for OK.
 class Twatcher : public QObject {
  public:
   Twatcher() {
@@ -113,7 +113,7 @@ TseenImport importSeen(const TbenchFolders& folders, const std::filesystem::path
 Tsides prepareEngine(const TbenchFolders& folders) {
   const auto path = makeFile(folders, equipRecLimit);
   const auto output = folders.scratch / "sqlite.txt";
-  // The program's own start is not counted.
+  // The start of the program is not counted.
   const auto sqlite = [=] {
     const std::string import = ".import \"" + path.string() + "\" t";
     const double whole = runProgram({"sqlite3", ":memory:", ".mode tabs", import}, "/dev/null", output);

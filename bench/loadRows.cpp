@@ -11,7 +11,7 @@ namespace {
 
 using Tfields = std::vector<std::string>;
 
-/// What stands before the next `mark`, or before the end where there is none; `rest` becomes what follows.
+/// The text before the next `mark`, or all of it if there is none; `rest` becomes what follows.
 std::string_view takeUntil(char mark, std::string_view& rest) {
   const void* found = rest.empty() ? nullptr : std::memchr(rest.data(), mark, rest.size());
   if (found == nullptr) return std::exchange(rest, {});
@@ -21,7 +21,7 @@ std::string_view takeUntil(char mark, std::string_view& rest) {
   return before;
 }
 
-/// Appends what a line holds between quotes, and what is left behind the last comma: a number, in the data file.
+/// Appends the texts between quotes in a line, and what follows the last comma: a number, in the data file.
 void splitLine(std::string_view line, Tfields& fields) {
   while (!line.empty()) {
     const std::string_view separator = takeUntil('"', line);
@@ -33,7 +33,7 @@ void splitLine(std::string_view line, Tfields& fields) {
   }
 }
 
-/// The least that a load can do: read both files, find lines and fields, and copy each field. Checks nothing.
+/// The minimum that a load must do: read both files, find lines and fields, and copy each field. Checks nothing.
 void splitFiles(const TbenchFolders& folders, Tfields& fields) {
   for (const auto& path : {folders.dataFile(), folders.infoFile()}) {
     const std::string content = contentOf(path);
@@ -43,7 +43,7 @@ void splitFiles(const TbenchFolders& folders, Tfields& fields) {
 }
 
 double measureLoad(const TbenchFolders& folders) {
-  TequipRecTable records;  // freeing it is not part of the load
+  TequipRecTable records;  // freeing it is not measured
   return millisecondsOf([&] { records = fullTable(folders); });
 }
 
@@ -51,7 +51,7 @@ double measureFloor(const TbenchFolders& folders) {
   constexpr std::size_t fieldsPerRecord = 2 + fieldCount;
   Tfields fields;
   const double milliseconds = millisecondsOf([&] { splitFiles(folders, fields); });
-  require(fields.size() == fieldsPerRecord * equipRecLimit, "the floor did not find each field");
+  require(fields.size() == fieldsPerRecord * equipRecLimit, "the minimum load did not find each field");
   return milliseconds;
 }
 
@@ -75,7 +75,7 @@ double runScript(const std::filesystem::path& script, const std::filesystem::pat
   return runProgram({"sqlite3", "-batch", "-init", "/dev/null", ":memory:"}, script, output);
 }
 
-/// Both files as tables of a database in memory, each imported by one command.
+/// Imports both files into tables of an in-memory database, with one command each.
 Tsides prepareDatabase(const TbenchFolders& folders) {
   const auto script = folders.scratch / "import.sql";
   const auto counting = folders.scratch / "count.sql";

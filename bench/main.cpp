@@ -22,7 +22,7 @@ std::vector<Trow> allRows(const TbenchFolders& folders) {
   return rows;
 }
 
-/// A message box means that what is measured did not go well; and nobody could close it.
+/// A message box means that the measured work failed, and nobody is there to close it.
 void failOnMessageBox() {
   replaceMessageBox([](QWidget*, const TmessageText& message, auto) -> QMessageBox::StandardButton {
     std::printf("A message box appeared: %s\n", message.text);
@@ -40,7 +40,7 @@ int tellNames(const std::vector<Trow>& rows) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");  // no window may depend on what else is on the screen
+  qputenv("QT_QPA_PLATFORM", "offscreen");  // keeps the measurements independent of a real screen
   const QApplication application(argc, argv);
   if (argc != 3 && argc != 4) {
     std::fprintf(stderr, "Usage: eqrec-bench DATAFOLDER SCRATCHFOLDER [ROW]\n");

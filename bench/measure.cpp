@@ -19,8 +19,8 @@ double median(std::vector<double> values) {
   return values.size() % 2 == 1 ? values[upper] : (values[upper - 1] + values[upper]) / 2;
 }
 
-/// Runs both sides in turn, so that whatever else the machine does meanwhile hits both; now the one first, now the
-/// other. The first run of each is for warming up and not counted.
+/// Runs both sides in turn, so that other load on the machine hits both, and alternates which one goes first. The first
+/// run of each warms up and is not counted.
 Tmedians measure(const Tsides& sides, int runs) {
   std::vector<double> ours;
   std::vector<double> yardstick;
@@ -42,7 +42,7 @@ void printHeading() {
 bool measureRow(const Trow& row) {
   const Tmedians medians = measure(row.prepare(), row.runs);
   const double ratio = medians.ours / medians.yardstick;
-  const bool within = ratio <= row.bound;  // false also for a ratio that is no number
+  const bool within = ratio <= row.bound;  // also false if the ratio is not a number
   std::printf("%-32s %12.4g %12.4g  %-6s %8.3f %8.3f%s\n", row.name.c_str(), medians.ours, medians.yardstick,
               row.unit.c_str(), ratio, row.bound, within ? "" : "  BEYOND");
   return within;

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t shortList = 100;
 constexpr QSize gridSize(1100, 700);
 
-/// The grid's model, which counts how often the grid asks it for something about a cell.
+/// The grid's model, which counts how often the grid asks it about a cell.
 class TcountingModel : public TgridModel {
  public:
   using TgridModel::TgridModel;
@@ -37,7 +37,7 @@ TcolumnLayout allColumns() {
 }
 
 /// A grid with all columns, shown and scrolled to its last page. It holds the last records of the full list, so that a
-/// short one paints the same page as a long one.
+/// short grid paints the same page as a long one.
 class Tpage {
  public:
   Tpage(const TbenchFolders& folders, std::size_t recordCount) {
@@ -65,7 +65,7 @@ class Tpage {
 
   int takeAsked() { return std::exchange(model_.asked, 0); }
 
-  /// Cells that are at least partly within the viewport.
+  /// The number of cells at least partly within the viewport.
   int visibleCells() const {
     const QRect page = grid_.viewport()->rect();
     int cells = 0;
@@ -86,7 +86,7 @@ class Tpage {
   TsortedGrid grid_{nullptr};
 };
 
-/// Does the same to a grid with the full list and to one with the short list, so often that the clock can tell.
+/// Does the same to a grid with the full list and to one with the short list, often enough for the clock's precision.
 Tsides compareLists(const TbenchFolders& folders, int repetitions, void (*work)(Tpage&)) {
   const auto full = std::make_shared<Tpage>(folders, equipRecLimit);
   const auto few = std::make_shared<Tpage>(folders, shortList);
@@ -99,7 +99,7 @@ Tsides compareLists(const TbenchFolders& folders, int repetitions, void (*work)(
   return {[=] { return measure(*full); }, [=] { return measure(*few); }};
 }
 
-/// How often the model is asked when the full list is filled in anew and painted, and how many cells that shows.
+/// Compares how often the model is asked when the full list is refilled and painted with the number of cells shown.
 Tsides prepareCells(const TbenchFolders& folders) {
   const auto page = std::make_shared<Tpage>(folders, equipRecLimit);
   const auto ask = [page] {

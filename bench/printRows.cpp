@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t fewRecords = 1000;
 constexpr double mostForPreview = 1000;  // milliseconds
 
-/// The full list, to be printed with all fields.
+/// A report of the full list with all fields.
 class TprintList {
  public:
   explicit TprintList(const TbenchFolders& folders) {
@@ -53,7 +53,7 @@ double measurePreview(const TprintList& list) {
   });
 }
 
-/// The toolkit's own preview, which asks for all pages before it shows the first.
+/// The toolkit's preview, which asks for all pages before it shows the first one.
 double measureToolkitPreview(const TprintList& list) {
   return millisecondsOf([&] {
     const auto report = list.report(equipRecLimit);
@@ -68,7 +68,7 @@ double measureToolkitPreview(const TprintList& list) {
   });
 }
 
-/// The most KiB in use while a report is written to a PDF file, above what was in use before.
+/// Peak memory in KiB while a report is written to a PDF file, minus the memory in use before.
 double measureMemory(const TprintList& list, std::size_t count, const std::filesystem::path& pdf) {
   const auto report = list.report(count);
   const std::size_t before = mallinfo2().uordblks;

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Which files a program gets as its standard input and output.
+/// The files that a program gets as its standard input and output.
 class Tredirection {
  public:
   Tredirection(const std::filesystem::path& input, const std::filesystem::path& output) {
@@ -35,7 +35,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   return pointers;
 }
 
-/// Waits for a program to end and returns how it did.
+/// Waits for a program to end and returns its status.
 int statusOf(pid_t program) {
   int status = 0;
   while (::waitpid(program, &status, 0) < 0) require(errno == EINTR, "a program could not be waited for");

@@ -5,7 +5,7 @@
 #include "bench/folders.h"
 #include "bench/measure.h"
 
-// The rows of each topic, in the order in which they are printed.
+// The rows of each topic, in printing order.
 
 std::vector<Trow> loadRows(const TbenchFolders& folders);
 std::vector<Trow> sortRows(const TbenchFolders& folders);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The full list, where it is saved, and the bytes that a save of it makes.
+/// The full list, where it is saved, and the bytes of a save.
 struct TsavedList {
   explicit TsavedList(const TbenchFolders& folders) : folder(folders.scratch / "save") {
     std::filesystem::create_directories(folder);
@@ -41,9 +41,9 @@ void writeBothPlainly(const TsavedList& list) {
   writePlainly(list.folder / "plain-info", list.infoBytes);
 }
 
-/// Compares a save as users have it, formatting, flushing, commit marker, renames and all, with the least that puts the
-/// same bytes on the same disk: each file emptied, written in one piece and flushed. What a flush costs varies from one
-/// to the next by more than all the rest, so both sides run often and in turn.
+/// Compares a real save, with formatting, flushing, commit marker and renames, with the minimum that puts the same
+/// bytes on the same disk: truncate each file, write it in one piece and flush it. The cost of a flush varies more than
+/// all the rest, so both sides run often and in turn.
 Tsides prepareSave(const TbenchFolders& folders) {
   const auto list = std::make_shared<TsavedList>(folders);
   save(*list);

@@ -27,7 +27,7 @@ constexpr std::array<TsortColumn, 10> sortColumns = {{{"number", columnNumber},
                                                       {"custom-2", fieldCustom2},
                                                       {"custom-3", fieldCustom3}}};
 
-/// The full list, and a view of it to sort.
+/// The full list and a view to sort.
 struct TsortedList {
   explicit TsortedList(const TbenchFolders& folders) : view(records, titles) {
     records = fullTable(folders);
@@ -42,7 +42,7 @@ struct TsortedList {
   Tview view;
 };
 
-/// What a column is sorted by, a record a line, in the order of the view.
+/// The sort keys of a column, one record per line, in the order of the view.
 std::string linesOf(const TsortedList& list, TcolumnId column) {
   std::string lines;
   for (std::size_t position = 0; position < list.view.count(); ++position) {
@@ -68,8 +68,8 @@ double measureSort(TsortedList& list, TcolumnId column, bool ascending) {
   return millisecondsOf([&] { list.view.sort(column, ascending); });
 }
 
-/// The column's texts in a file, which the system's sorting program reads, sorts and writes away. Both sides must
-/// come to the same order.
+/// The yardstick is the system's sort program, which reads the column's texts from a file, sorts and writes them. Both
+/// sides must produce the same order.
 Tsides prepareSort(const TbenchFolders& folders, TcolumnId column, bool ascending) {
   const auto list = std::make_shared<TsortedList>(folders);
   const auto input = folders.scratch / "unsorted";
@@ -81,7 +81,7 @@ Tsides prepareSort(const TbenchFolders& folders, TcolumnId column, bool ascendin
   };
   ours();
   sortInto(output);
-  require(linesOf(*list, column) == contentOf(output), "the two sides sort differently");
+  require(linesOf(*list, column) == contentOf(output), "the two sides sort in different orders");
   return {ours, [sortInto] { return sortInto("/dev/null"); }};
 }
 

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int lineRate = 19200;  // baud, 10 bits a byte
-constexpr int pacedBlocks = 24;  // of 1536: the rest would take as long again, 63 times
+constexpr int pacedBlocks = 24;  // of 1536; all of them would take 64 times as long
 
 class TblindView final : public TtransferView {
  public:
@@ -28,7 +28,7 @@ std::vector<std::uint8_t> imageOf(std::size_t blocks) {
   return image;
 }
 
-/// On a thread that is not the user interface's, as in the plug-in.
+/// On a worker thread, as in the plug-in.
 double upload(const TuploadTransport& transport, std::size_t blocks) {
   TcommStruct resources;
   TblindView view;
@@ -54,7 +54,7 @@ void exchange(int socket, const void* bytes, std::size_t count) {
   require(recv(socket, answer.data(), answer.size(), MSG_WAITALL) == 2, "a block was not acknowledged");
 }
 
-/// The same exchange by nothing but blocking socket calls.
+/// The same exchange with blocking socket calls only.
 double uploadBlocking(int port) {
   const auto image = imageOf(uploadBlockCount);
   return millisecondsOf([&] {
@@ -82,7 +82,7 @@ Tsides overTcp() {
           [analyzer] { return uploadBlocking(analyzer->port()); }};
 }
 
-/// What the bytes of an upload take on a line of the analyzer's rate, and nothing else.
+/// The pure transmission time of an upload at the analyzer's line rate.
 double wireTime() {
   constexpr double bits = 10.0 * (5 + 2 + pacedBlocks * (uploadBlockSize + 2));
   return bits / lineRate * 1000;

@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <string_view>
 
-/// What the fuzzing engine calls with each input.
+/// The fuzzing engine calls this with each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-/// Ends the program, which the engine takes for a finding, unless something holds.
+/// Aborts the program unless a condition holds; the engine reports that as a finding.
 inline void mustHold(bool holds) {
   if (!holds) std::abort();
 }

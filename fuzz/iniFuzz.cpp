@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A file of this process, in memory where that can be.
+/// A file for this process only, in memory if possible.
 const std::filesystem::path& scratchFile() {
   static const std::filesystem::path path = [] {
     const std::filesystem::path memory = "/dev/shm";
@@ -27,7 +27,7 @@ void write(std::string_view content) {
 
 }  // namespace
 
-/// What is written is read back, and nothing else in the file is lost.
+/// A written value reads back, and nothing else in the file is lost.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view content = textOf(data, size);
   const TiniFile ini(scratchFile());

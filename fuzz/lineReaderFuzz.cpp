@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t chunkSize = 65536;
 constexpr std::size_t lineLength = 8000;
 
-/// The same lines, cut from the text in memory.
+/// The same lines, split from the text in memory.
 std::vector<std::string> expectedLines(std::string_view text) {
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   std::vector<std::string> lines;
@@ -39,7 +39,7 @@ void compare(const std::string& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(textOf(data, size));
   compare(text);
-  // The first byte puts the rest across the end of a chunk: behind whole lines, or in one that is too long already.
+  // The first byte may place the rest across the end of a chunk: after whole lines, or within a line that is too long.
   if (size < 2 || data[0] % 16 != 0) return 0;
   const std::size_t before = chunkSize - std::min<std::size_t>(data[0] / 16, size);
   std::string filled(before, 'x');

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A file system with one file, which can only be read.
+/// A file system with a single read-only file.
 class ToneFile final : public TfileSystem {
  public:
   explicit ToneFile(std::string content) : content_(std::move(content)) {}
@@ -31,7 +31,7 @@ class ToneFile final : public TfileSystem {
   std::string content_;
 };
 
-/// The file with a checksum that fits, so that what lies behind that check is reached.
+/// The file with a correct checksum, so that the code after that check is reached.
 std::string withChecksum(std::string content) {
   constexpr std::size_t headerSize = 16;
   constexpr std::size_t place = 8;
@@ -44,7 +44,7 @@ std::string withChecksum(std::string content) {
 void load(std::string content) {
   ToneFile file(std::move(content));
   TtestProcTable table;
-  const auto result = loadTestProcTable(file, ".", table);  // a path that there is; the content is ours
+  const auto result = loadTestProcTable(file, ".", table);  // any existing path; the content is ours
   mustHold(result != TtestProcLoad::missing && (result == TtestProcLoad::loaded || table.count() == 0));
   for (unsigned number = 0; number <= maxTestProcNumber + 1; ++number) {
     const std::string_view title = table.title(number);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The fields, cut out one character at a time.
+/// The fields, extracted one character at a time.
 std::vector<std::string> expectedFields(std::string_view line, char delimiter, bool quotes) {
   std::vector<std::string> fields(1);
   bool open = !quotes;
