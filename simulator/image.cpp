@@ -44,7 +44,7 @@ TdecodedImage decodeImage(const QByteArray& image) {
   for (qsizetype at = 0; at < image.size() && decoded.errors.size() < maxErrors; at += entrySize) {
     const QByteArray entry = image.sliced(at, entrySize);
     const bool isEnd = isFiller(entry);
-    const QByteArray fault = isEnd ? QByteArray() : ended ? "it stands behind the filler" : faultOf(entry);
+    const QByteArray fault = isEnd ? QByteArray() : ended ? "it follows the filler" : faultOf(entry);
     if (!fault.isEmpty()) decoded.errors << "entry " + QByteArray::number(at / entrySize + 1) + ": " + fault;
     if (!isEnd) decoded.records.push_back({deviceIdOf(entry), procedureOf(entry)});
     ended = ended || isEnd;

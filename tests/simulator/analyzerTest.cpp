@@ -61,7 +61,7 @@ void TanalyzerTest::refusesWhatDoesNotHold_data() {
   row("zero in the ID", upload(with(3, '\0')), 1, "entry 1: a zero byte in the device ID");
   row("byte 17", upload(with(17, ' ')), 1, "entry 1: byte 17 is not zero");
   row("byte 21", upload(with(21, '\0')), 1, "entry 1: bytes 20 and 21 are not filler");
-  row("entry behind filler", upload(QByteArray(22, '\xFF') + good), 1, "entry 2: it stands behind the filler");
+  row("entry behind filler", upload(QByteArray(22, '\xFF') + good), 1, "entry 2: it follows the filler");
   row("unknown command", "GESI\n", 1, "unknown command, bytes 47 45 53 49 0a");
   row("half a command", "PEQ", 1, "closed inside a command");
   row("half an upload", upload({}).chopped(1), 1, "closed after 1 of 2 blocks");
