@@ -19,11 +19,11 @@
 #include "ui_EquipmentRecordPluginFrame.h"
 #include "upload/uploadCommand.h"
 
-// What the frame's buttons, keys and clicks do. The rules are TrecordList's.
+// The commands behind the frame's buttons, keys and clicks. Their rules are in TrecordList.
 
 namespace {
 
-/// A search box's text as it is sought. One with a character that no record can hold finds nothing.
+/// The text to search for. A text with a character that no record can hold becomes one that finds nothing.
 std::string searchText(const QLineEdit* edit) {
   const auto text = toRecordText(edit->text());
   const std::string foundNowhere("x\0x", 3);
@@ -63,7 +63,7 @@ std::optional<bool> TEquipmentRecordPluginFrame::editRecord(TrecordIndex index) 
   editor.exec();
   if (self.isNull()) return std::nullopt;
   editor_.clear();
-  fill();  // also after Cancel: Next and Previous may have stored something
+  fill();  // also after Cancel, because Next and Previous may have stored something
   ui_->tblEqRec->setFocus();
   return editor->isCancelled();
 }
@@ -118,7 +118,7 @@ void TEquipmentRecordPluginFrame::btnDeleteClick() {
   if (answer != QMessageBox::Yes || self.isNull()) return;
   list_.remove(*rows);
   sort();
-  // What was selected is gone; that nothing else be deleted by the next key, one row alone is selected.
+  // Selects a single row, so that a second press of the key cannot delete more than that.
   setCurrentRow(rows->top);
 }
 

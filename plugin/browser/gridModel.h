@@ -5,8 +5,8 @@
 class TcolumnLayout;
 class Tview;
 
-/// The view and its columns as the grid shows them. Cell texts are made when they are asked for, so that a refill costs
-/// the same for ten rows and for 18432. An empty view has one row of empty cells.
+/// The view and its columns as a model for the grid. Cell texts are made on demand, so that a refill takes as long for
+/// ten rows as for 18432. An empty view has one row of empty cells.
 class TgridModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -19,8 +19,8 @@ class TgridModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-  /// Takes over what view and columns hold now. Rows and columns come and go at the end, so that a selection stays on
-  /// the rows that still exist.
+  /// Updates the model from view and columns. Rows and columns are added and removed at the end, so that a selection
+  /// stays on the rows that still exist.
   void refill();
 
  private:

@@ -9,8 +9,8 @@ namespace Ui {
 class TfrmOptions;
 }
 
-/// The options dialog: which optional columns the grid shows, and what the custom fields are called. Works through the
-/// settings file alone: read when the dialog is made, written on OK.
+/// The options dialog: the optional columns of the grid and the captions of the custom fields. It works on the settings
+/// file alone, which it reads when it is created and writes on OK.
 class TfrmOptions : public QDialog {
   Q_OBJECT
 

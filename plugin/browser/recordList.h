@@ -18,12 +18,12 @@ struct TrowRange {
   std::size_t count() const { return bottom - top + 1; }
 };
 
-/// The records, which of them are shown in which order and columns, and what the user's commands do to them. Knows no
-/// window; whoever changes it refills the grid.
+/// The records, the view and the columns, and what the user's commands do to them. It knows no window: the caller of a
+/// change refills the grid.
 class TrecordList {
  public:
   const TequipRecTable& records() const { return records_; }
-  /// Replaces all records. The view is to be made anew afterwards.
+  /// Replaces all records. The view must be rebuilt afterwards.
   void setRecords(TequipRecTable records) { records_ = std::move(records); }
   /// Makes a change and returns the one that takes it back. The view stays as it is.
   TlistChange change(TlistChange change) { return applyChange(records_, std::move(change)); }
@@ -33,31 +33,31 @@ class TrecordList {
   const Tview& view() const { return view_; }
   const TcolumnLayout& columns() const { return columns_; }
 
-  /// Makes the columns that the settings ask for.
+  /// Builds the columns that the settings ask for.
   void buildColumns(const TbrowserSettings& settings) { columns_.build(settings); }
-  /// The same for a list that is sorted: it stays sorted by the same where that is still a column, otherwise the order
-  /// becomes the first column's, ascending.
+  /// Rebuilds the columns of a sorted list. It stays sorted by its column if that still exists; otherwise the order
+  /// becomes the first column, ascending.
   void changeColumns(const TbrowserSettings& settings, TsortOrder& order);
 
-  /// Sorts what is shown. A sort column that is not there becomes column 0.
+  /// Sorts the view. A sort column that does not exist becomes column 0.
   void sort(TsortOrder& order);
 
-  /// Narrows the view to the records found, searching all records, and remembers the texts. Does nothing, and returns
-  /// false, while the view is empty; texts that are all empty leave the view as it is.
+  /// Searches all records, shows those found and remembers the texts. If the view is empty, does nothing and returns
+  /// false. If all texts are empty, the view stays.
   bool search(const TsearchTexts& texts);
   /// Shows all records and forgets the search.
   void clearSearch();
 
-  /// Whether so many records more can be added.
+  /// Whether `count` more records fit into the table.
   bool hasRoomFor(std::size_t count) const;
-  /// Adds a blank record at the end of table and view, and returns its index. There must be room.
+  /// Adds a blank record at the end of table and view, and returns its index. It must fit.
   TrecordIndex addBlank();
-  /// Takes a record that was just added back, and shows all records, whatever search is in force.
+  /// Removes a record that was just added, and shows all records, even if a search is in force.
   void removeAdded(TrecordIndex index);
-  /// Adds copies of the records of some rows, without their control numbers, at the end of table and view. There must
-  /// be room. Returns the rows of the copies.
+  /// Adds copies of the records in these rows, without their control numbers, at the end of table and view. They must
+  /// fit. Returns the rows of the copies.
   TrowRange copy(const TrowRange& rows);
-  /// Removes the records of some rows, and shows the others, or those of them that the search in force finds.
+  /// Removes the records in these rows, and shows the others or, if a search is in force, those of them that it finds.
   void remove(const TrowRange& rows);
 
  private:

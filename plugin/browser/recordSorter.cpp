@@ -13,8 +13,8 @@
 
 namespace {
 
-/// A position of the view with what it is sorted by: a number, or eight bytes of a text as a number that orders the
-/// same way. Of equal values the lower position comes first, so that every sort here is stable.
+/// A position in the list with its sort value: a number, or eight bytes of a text as a number that orders the same way.
+/// Of equal values the lower position comes first, which makes every sort here stable.
 struct Tkey {
   std::uint64_t value;
   std::uint32_t position;
@@ -33,7 +33,7 @@ unsigned digitOf(std::uint64_t value, int digit) {
   return static_cast<unsigned>(value >> (bitsPerDigit * digit)) % digitCount;
 }
 
-/// Sorts by one digit of the value. The keys come in the order of their lower digits.
+/// Sorts by one digit of the value. The keys are sorted by their lower digits already.
 void sortByDigit(Tkeys keys, Tkeys sorted, int digit) {
   std::array<std::uint32_t, digitCount> starts{};
   for (const Tkey& key : keys) ++starts[digitOf(key.value, digit)];
@@ -41,7 +41,7 @@ void sortByDigit(Tkeys keys, Tkeys sorted, int digit) {
   for (const Tkey& key : keys) sorted[starts[digitOf(key.value, digit)]++] = key;
 }
 
-/// Sorts keys that stand in the order of their positions, by each digit in which they differ. `spare` has their size.
+/// Sorts keys that are in order of position, digit by digit where they differ. `spare` must be as long as `keys`.
 void sortByValue(Tkeys keys, Tkeys spare) {
   constexpr std::size_t fewKeys = 192;
   if (keys.size() <= fewKeys) return std::sort(keys.begin(), keys.end());
@@ -57,17 +57,17 @@ void sortByValue(Tkeys keys, Tkeys spare) {
   if (from.data() != keys.data()) std::copy(from.begin(), from.end(), keys.begin());
 }
 
-/// Sorts a view's positions by a text field, eight bytes at a time.
+/// Sorts records by a text field, eight bytes at a time.
 class TtextSorter {
  public:
-  /// Copies the column's texts first, so that what follows stays within a piece of memory that is small and in order.
+  /// Copies the field's texts, so that sorting works in a small piece of memory.
   TtextSorter(const std::vector<TrecordIndex>& indices, const TequipRecTable& records, int field)
       : wordCount_((textField(field).size + wordLength - 1) / wordLength) {
     words_.reserve(indices.size() * wordCount_);
     for (const TrecordIndex index : indices) appendWords(records.at(index).text(field));
   }
 
-  /// Sorts keys whose texts are the same before word `index`, and which stand in the order of their positions.
+  /// Sorts keys that are in order of position and whose texts are equal before word `index`.
   void sort(Tkeys keys, Tkeys spare, std::size_t index = 0) const {
     for (Tkey& key : keys) key.value = words_[key.position * wordCount_ + index];
     sortByValue(keys, spare);
@@ -81,7 +81,7 @@ class TtextSorter {
   }
 
  private:
-  /// A text as words, the first byte of each the most significant, with zeros behind its end.
+  /// Appends a text as big-endian words, padded with zeros.
   void appendWords(std::string_view text) {
     for (std::size_t i = 0; i < wordCount_; ++i, text.remove_prefix(std::min(text.size(), wordLength))) {
       std::array<unsigned char, wordLength> bytes{};
@@ -100,7 +100,7 @@ class TtextSorter {
   std::vector<std::uint64_t> words_;
 };
 
-/// For each test procedure number the rank of its title among all titles; equal titles have equal ranks.
+/// The rank of each test procedure's title among all titles, by number. Equal titles have equal ranks.
 std::array<std::uint16_t, maxTestProcNumber + 1> titleRanks(const TtestProcTable& titles) {
   std::array<std::uint16_t, maxTestProcNumber + 1> numbers{};
   std::iota(numbers.begin(), numbers.end(), std::uint16_t{0});
@@ -114,7 +114,7 @@ std::array<std::uint16_t, maxTestProcNumber + 1> titleRanks(const TtestProcTable
   return ranks;
 }
 
-/// What a column that shows no text of the record itself is sorted by.
+/// The sort value for a column that is no text field.
 std::uint64_t numberOf(TrecordIndex record, TcolumnId column, const TequipRecTable& records,
                        std::span<const std::uint16_t> ranks) {
   if (column == columnTestProc) return records.at(record).testProc();

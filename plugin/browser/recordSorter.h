@@ -13,6 +13,6 @@ struct Tsorting {
 };
 
 /// Sorts records by what a column shows: texts byte by byte, numbers by value, each stable. Descending is the ascending
-/// result reversed, ties included. A code that no column has sorts by record index.
+/// result reversed, ties included. An unknown code sorts by record index.
 void sortRecords(std::vector<TrecordIndex>& indices, const Tsorting& by, const TequipRecTable& records,
                  const TtestProcTable& titles);

@@ -10,14 +10,14 @@
 
 namespace {
 
-/// One text, in lower case, that is sought in one text field or in the titles.
+/// One text, in lower case, to search for in one text field or in the titles.
 struct TcolumnSearch {
   TcolumnId column;
   std::string needle;
 };
 
-/// The searches that the texts lead to, in the order in which their results are shown: first the fields that have a
-/// search box of their own, then all others.
+/// The searches to make, in the order in which their results are shown: first the fields with a search box of their
+/// own, then all others.
 std::vector<TcolumnSearch> searchesFor(const TsearchTexts& texts) {
   const std::array<std::pair<TcolumnId, const std::string*>, 3> own = {
       {{fieldDescription, &texts.description}, {fieldManufacturer, &texts.manufacturer}, {fieldModel, &texts.model}}};

@@ -48,6 +48,6 @@ class TrecordSearch {
 
   const TequipRecTable& records_;
   const TtestProcTable& titles_;
-  std::uint64_t revision_ = 0;  ///< of the table that the columns were made from; 0 for none
+  std::uint64_t revision_ = 0;  ///< of the table that the columns were built from; 0 for none
   std::array<TlowerTexts, fieldCount> columns_;
 };

@@ -19,7 +19,7 @@ void Tshortcuts::add(const QKeySequence& keys, const QObject* context, const std
   connect(shortcut, &QShortcut::activated, context, action);
 }
 
-/// An edit asks for keys such as Ctrl+E before shortcuts get them: not for these.
+/// Keeps an edit from claiming these keys before the shortcuts get them.
 bool Tshortcuts::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (event->type() != QEvent::ShortcutOverride) return false;
   const auto* key = static_cast<QKeyEvent*>(event);

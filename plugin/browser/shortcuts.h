@@ -7,8 +7,8 @@
 
 class QAbstractButton;
 
-/// The keyboard shortcuts of a window: each works wherever the focus is among its controls, also in an edit that would
-/// take the keys for itself.
+/// The keyboard shortcuts of a window. Each works wherever the focus is in the window, also in an edit that would use
+/// the keys itself.
 class Tshortcuts : public QObject {
   Q_OBJECT
 

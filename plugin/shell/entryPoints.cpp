@@ -5,6 +5,7 @@
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "shell/hostInterface.h"
 #include "shell/keepLibraries.h"
+#include "support/log.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ void Initialize() {
 }
 
 void Finalize() {
+  closeLog();
   hostReferences() = {};
 }
 
@@ -64,6 +66,7 @@ TEquipmentRecordPluginFrame* getMainForm() {
     const ThostReferences host = hostReferences();
     return host.application == nullptr ? nullptr : buildFrame(host).release();
   } catch (...) {
+    logCaught("getMainForm");
     return nullptr;  // no failure may reach the host
   }
 }

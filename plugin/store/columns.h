@@ -55,11 +55,11 @@ using Tcaptions = std::array<std::string, customFieldCount>;
 
 /// "Custom 1" and so on.
 Tcaptions defaultCaptions();
-/// The captions in section `CUSTOMFIELDS` of the settings; what is missing there has its default.
+/// The captions in section `CUSTOMFIELDS` of the settings, each with its default if it is missing.
 Tcaptions loadCaptions(const TiniFile& ini);
 void saveCaptions(const TiniFile& ini, const Tcaptions& captions);
 
-/// A column's heading; "Unknown" for a code that is none.
+/// A column's heading; "Unknown" for an unknown code.
 std::string columnHeading(TcolumnId column, const Tcaptions& captions);
 
 /// One record as its columns show it.
@@ -69,7 +69,7 @@ struct TrecordView {
   std::string_view title;  ///< of its test procedure
 };
 
-/// What a column shows of a record, trimmed; "INVALID DATA" for a code that is none.
+/// What a column shows of a record, trimmed; "INVALID DATA" for an unknown code.
 std::string columnText(TcolumnId column, const TrecordView& shown);
 
 /// What an export writes of a record: texts as they are stored, and the index counted from 0.

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-/// The number of equipment records that the analyzer can hold, and so the most that New, Copy, an import and the record
-/// files may bring into the table.
+/// The number of equipment records that the analyzer can hold. New, Copy, an import and a load fill the table no
+/// further.
 inline constexpr std::size_t equipRecLimit = 18432;
 
 /// Field ids: the text fields of a record, as positions in `textFields`.
@@ -88,8 +88,8 @@ inline constexpr unsigned maxTestProc = 500;
 /// One piece of equipment that the analyzer tests: its texts (Windows-1252, zero-terminated, zero-filled) and the
 /// number of its test procedure.
 ///
-/// All of it lies in one block that the record owns, so that a record costs one allocation and moves by a pointer. A
-/// record that was moved from may only be assigned to or destroyed.
+/// A record owns one block of memory, so it costs one allocation and moves by a pointer. A record that was moved from
+/// may only be assigned to or destroyed.
 class TequipRec {
  public:
   /// A blank record: empty texts, test procedure 1.
@@ -103,13 +103,13 @@ class TequipRec {
   /// Makes the record blank.
   void clear();
 
-  /// Replaces a text, cut to the field's longest length (and at a zero byte). A null text changes nothing and returns
-  /// false. Throws `TERException` with code 11 for a field id that is none.
+  /// Replaces a text and cuts it to the field's longest length. A null text changes nothing and returns false. Throws
+  /// `TERException` with code 11 if `fieldId` is no field id.
   bool setText(int fieldId, const char* text);
-  /// As above, for a text that is there and holds no zero byte.
+  /// As above. `text` must not hold a zero byte.
   void setText(int fieldId, std::string_view text);
 
-  /// The field's buffer. Throws `TERException` with code 11 for a field id that is none.
+  /// The field's buffer. Throws `TERException` with code 11 if `fieldId` is no field id.
   const char* text(int fieldId) const;
 
   /// Takes a number from 1 to 500; any other changes nothing and returns false.
@@ -141,8 +141,8 @@ using TrecordIndex = std::uint32_t;
 
 class TlistChange;
 
-/// The ordered list of all records, to read only. `applyChange` (store/listChange.h) is the one way to change it.
-/// Indices are stable between changes; the table itself knows no limit.
+/// The ordered list of all records, read-only: `applyChange` (store/listChange.h) is the one way to change it. Indices
+/// are stable between changes. The table itself enforces no limit.
 class TequipRecTable {
  public:
   TequipRecTable() = default;
@@ -151,7 +151,7 @@ class TequipRecTable {
   std::size_t count() const { return records_.size(); }
   const TequipRec& at(TrecordIndex index) const { return records_[index]; }
 
-  /// Changes whenever the table may have changed. No two tables share a number, unless they are copies.
+  /// Changes whenever the table may have changed. Only copies of a table have the same number.
   std::uint64_t revision() const { return revision_; }
 
  private:

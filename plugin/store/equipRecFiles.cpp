@@ -9,9 +9,9 @@
 #include "store/recordLoad.h"
 #include "store/recordSave.h"
 #include "store/savedPair.h"
+#include "support/fileSystem.h"
 #include "support/log.h"
 #include "support/paths.h"
-#include "support/safeWrite.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ Toutcome keep(TfileSystem& files, const std::filesystem::path& path, const std::
   return read.failure.value_or(Tfailure{"keep", path.string(), "the file has vanished"});
 }
 
-/// What a load or a save of `count` records ended with, and how long it took.
+/// Logs how a load or a save ended and how long it took.
 class Treport {
  public:
   explicit Treport(const char* work) : work_(work) {}
@@ -132,7 +132,7 @@ void TequipRecFiles::keepFilesIfUnread() {
     throw TERException(EREXCEPTION, "The old files could not be kept", kept.failure().text());
   }
   logInfo("Kept the files that were not read as .kept-" + std::to_string(number));
-  // A save that fails after this need not keep the same files once more.
+  // If the save fails later, the next one need not keep the same files again.
   allRead_ = true;
   known_ = found;
 }

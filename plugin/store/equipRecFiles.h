@@ -18,10 +18,10 @@ class TequipRecFiles {
  public:
   explicit TequipRecFiles(std::filesystem::path workingFolder, TfileSystem& files = diskFileSystem());
 
-  /// Fills the table. Returns the message to show, if any. Never throws.
+  /// Fills the table. Returns the message to show, if any.
   std::optional<TmessageText> load(TequipRecTable& table) noexcept;
 
-  /// Writes the whole table. Returns the message to show, if any; with one, nothing counts as saved. Never throws.
+  /// Writes the whole table. Returns the message to show if the save failed.
   std::optional<TmessageText> save(const TequipRecTable& table) noexcept;
 
  private:
@@ -41,7 +41,7 @@ class TequipRecFiles {
 
   std::filesystem::path workingFolder_;
   TfileSystem& files_;
-  bool allRead_ = false;  ///< the table holds all that the files with the stamps `known_` say
+  bool allRead_ = false;  ///< the table holds everything in the files with the stamps `known_`
   Tstamps known_;         ///< of the files as they were loaded or kept
   Tstamps written_;       ///< of the files as this window last wrote them
 };

@@ -2,6 +2,7 @@
 
 #include <source_location>
 #include <string>
+#include <utility>
 
 #include "support/errors.h"
 
@@ -16,16 +17,22 @@ inline constexpr TERStatus ERINVALIDINPUT = 4;     ///< invalid arguments
 inline constexpr TERStatus ERDATAOVERFLOW = 7;     ///< more records than allowed
 inline constexpr TERStatus ERCLOSEFAILED = 8;      ///< a file could not be closed
 inline constexpr TERStatus ERINVALIDRECORDS = 9;   ///< one or more corrupt lines or records were left out
-inline constexpr TERStatus ERSUCCESSTOO = 10;      ///< success as well
-inline constexpr TERStatus ERINVALIDFIELD = 11;    ///< a field id that is none
+inline constexpr TERStatus ERSUCCESSTOO = 10;      ///< success, too
+inline constexpr TERStatus ERINVALIDFIELD = 11;    ///< not a field id
 
 /// The record store's exception.
 class TERException : public TEqRecException {
  public:
-  TERException(TERStatus code, std::string message, std::source_location where = std::source_location::current());
+  using Tlocation = std::source_location;
+
+  TERException(TERStatus code, std::string message, Tlocation where = Tlocation::current())
+      : TERException(code, std::move(message), std::string(), where) {}
   /// `reason` says which operation of the system failed, and why: the text of a `Tfailure`.
-  TERException(TERStatus code, std::string message, std::string reason,
-               std::source_location where = std::source_location::current());
+  TERException(TERStatus code, std::string message, std::string reason, Tlocation where = Tlocation::current())
+      : TEqRecException(std::move(message), "Plugins/Equipment Record Plugin/datastructs",
+                        static_cast<int>(where.line())),
+        code_(code),
+        reason_(std::move(reason)) {}
 
   TERStatus code() const { return code_; }
   /// Empty if no operation of the system failed.

@@ -1,4 +1,4 @@
-// The grammars of the two record files. This is the one translation unit that pays for compiling the parser framework.
+// The grammars of the two record files, in one translation unit because the parser framework compiles slowly.
 #include "store/lineGrammars.h"
 
 #include <boost/spirit/home/x3.hpp>

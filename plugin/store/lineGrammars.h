@@ -5,7 +5,7 @@
 struct _EQDAT;   // NOLINT(clang-diagnostic-reserved-identifier): the established name
 struct _EQINFO;  // NOLINT(clang-diagnostic-reserved-identifier): the established name
 
-/// White space between the tokens of a line, and what a blank line consists of.
+/// White space, which may stand between the tokens of a line. A blank line holds nothing else.
 inline constexpr std::string_view lineSpace = " \t\r\n\v\f";
 
 /// Parses a line of the data file: a quoted control number, a comma, an unsigned decimal number of 32 bits. White space

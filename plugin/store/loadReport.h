@@ -5,10 +5,10 @@
 #include "store/erException.h"
 #include "support/messages.h"
 
-/// The message that a load, or a save, shows for the status that it ended with; nothing for success. The texts speak of
-/// loading in both cases: established wording.
+/// The message for the status of a load or a save; nothing for success. The texts speak of loading in both cases, which
+/// is established wording.
 std::optional<TmessageText> loadMessage(TERStatus status);
 std::optional<TmessageText> saveMessage(TERStatus status);
 
-/// The message for a `TERException` with this code that ended a load or a save.
+/// The message for a load or a save that ended with a `TERException` of this code.
 TmessageText exceptionMessage(TERStatus code);

@@ -27,7 +27,7 @@ TERResult readFile(TfileSystem& files, const std::filesystem::path& path, List& 
   return {list.dropped ? ERINVALIDRECORDS : ERSUCCESS, {}};
 }
 
-/// Whether a record made of the two lines holds all that they say.
+/// Whether a record made of the two lines holds everything in them.
 bool fits(const _EQDAT& data, const _EQINFO& info) {
   if (data.controlNum != info.controlNum() || data.controlNum.size() >= textField(fieldControlNum).size) return false;
   for (std::size_t id = fieldDescription; id < textFields.size(); ++id) {
@@ -46,7 +46,7 @@ TequipRec makeRecord(const _EQDAT& data, const _EQINFO& info) {
   return record;
 }
 
-/// Appends a record for each pair. Returns whether each holds all that its lines say.
+/// Fills the store with a record for each pair. Returns whether each holds everything in its lines.
 bool merge(const Tpairing& pairing, const TdataList& data, const TinfoList& info, TequipRecTable& store) {
   bool complete = true;
   std::vector<TequipRec> records;
@@ -61,7 +61,7 @@ bool merge(const Tpairing& pairing, const TdataList& data, const TinfoList& info
   return complete;
 }
 
-/// What the load reports: an overflow of either file before anything that was left out.
+/// The status of the load: an overflow of either file counts more than a line that was left out.
 TERStatus worse(TERStatus data, TERStatus info, bool pairingComplete) {
   if (data == ERDATAOVERFLOW || info == ERDATAOVERFLOW) return ERDATAOVERFLOW;
   return data != ERSUCCESS || info != ERSUCCESS || !pairingComplete ? ERINVALIDRECORDS : ERSUCCESS;

@@ -40,7 +40,7 @@ struct TfileKind {
   const char* closeFailed;
 };
 
-// The first text of the information file names the data file: established wording.
+// The first text for the information file names the data file, which is established wording.
 constexpr TfileKind dataKind = {appendDataLine, "fprintf returned EOF on eq file where i=",
                                 "fprintf() returned EOF on eq file where i=", "fclose() failed on eq file"};
 constexpr TfileKind infoKind = {appendInfoLine, "fprintf returned EOF on eq file where i=",

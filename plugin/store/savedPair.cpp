@@ -4,7 +4,6 @@
 
 #include "store/erException.h"
 #include "support/fileSystem.h"
-#include "support/safeWrite.h"
 
 namespace {
 

@@ -17,7 +17,7 @@ class TbufferedWriter : public TfileWriter {
   }
 
  protected:
-  /// Writes what still waits.
+  /// Writes what is still buffered.
   Toutcome drain() {
     Toutcome written = buffer_.empty() ? Toutcome() : put(buffer_);
     buffer_.clear();

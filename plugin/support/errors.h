@@ -2,12 +2,14 @@
 
 #include <exception>
 #include <string>
+#include <utility>
 
 /// Base of every exception that the plug-in raises: what happened, and where in its sources.
 class TEqRecException : public std::exception {
  public:
-  /// `fileName` is the source unit's name as error reports give it, `line` the line in it.
-  TEqRecException(std::string text, std::string fileName, int line);
+  /// `fileName` is the name that error reports give the source file, `line` the line in it.
+  TEqRecException(std::string text, std::string fileName, int line)
+      : text_(std::move(text)), fileName_(std::move(fileName)), line_(line) {}
 
   const char* what() const noexcept override { return text_.c_str(); }
   const std::string& fileName() const { return fileName_; }

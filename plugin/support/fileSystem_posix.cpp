@@ -86,8 +86,8 @@ class TdiskWriter final : public TbufferedWriter {
   std::filesystem::path path_;
 };
 
-/// Gives a new file the owner, group and permissions of another. What this user may not give is no reason to refuse the
-/// save: a member of the file's group may keep the group, though not the owner.
+/// Gives a new file the owner, group and permissions of another, as far as this user may: a member of the file's group
+/// can keep the group, but not the owner.
 void takeOver(int descriptor, const struct stat& from) {
   if (::fchown(descriptor, from.st_uid, from.st_gid) != 0) {
     constexpr auto sameOwner = static_cast<uid_t>(-1);
@@ -105,7 +105,7 @@ class TdiskFileSystem final : public TfileSystem {
   TreadResult read(const std::filesystem::path& path, std::string& content) override {
     using enum TreadResult::Tend;
     struct stat status {};
-    // Not blocking, so that a pipe in a data file's place cannot hang the host.
+    // Non-blocking, so that a pipe with a data file's name cannot hang the host.
     const int descriptor = openRetrying(path, O_RDONLY | O_NONBLOCK);
     if (descriptor < 0) {
       if (errno == ENOENT || errno == ENOTDIR) return {missing, {}};

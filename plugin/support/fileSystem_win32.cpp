@@ -17,7 +17,7 @@ struct ThandleCloser {
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
 
-/// An open file; null where it was not opened.
+/// An open file; null if it could not be opened.
 using Tfile = std::unique_ptr<void, ThandleCloser>;
 
 Tfile openOnce(const std::filesystem::path& path, DWORD access, DWORD disposition, DWORD share = shareAll) {
@@ -37,7 +37,7 @@ bool isMissing() {
   return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
 }
 
-/// Tries again for a short while where another program has the file open: a virus scanner or a backup soon lets go.
+/// Retries for a short while if another program has the file open: a virus scanner or a backup soon closes it.
 template <typename Toperation>
 auto retrying(Toperation operation) {
   auto result = operation();
@@ -52,7 +52,7 @@ Tfile openFile(const std::filesystem::path& path, DWORD access, DWORD dispositio
   return retrying([&] { return openOnce(path, access, disposition, share); });
 }
 
-/// What the system knows of a file on a disk; nothing for folders, devices and pipes.
+/// What the system knows about a file on a disk; nothing for folders, devices and pipes.
 std::optional<BY_HANDLE_FILE_INFORMATION> informationOf(const Tfile& file) {
   BY_HANDLE_FILE_INFORMATION information{};
   if (GetFileType(file.get()) != FILE_TYPE_DISK) return std::nullopt;
@@ -86,7 +86,7 @@ bool readAll(const Tfile& file, std::size_t expected, std::string& content) {
   return true;
 }
 
-/// Gives a file the access list of another. One that this user may not give is no reason to refuse the save.
+/// Gives a file the access list of another. If this user may not, the save goes on without.
 void copyPermissions(const std::filesystem::path& from, std::wstring to) {
   PSECURITY_DESCRIPTOR found = nullptr;
   PACL list = nullptr;
@@ -99,7 +99,7 @@ void copyPermissions(const std::filesystem::path& from, std::wstring to) {
   SECURITY_DESCRIPTOR_CONTROL control = 0;
   DWORD revision = 0;
   if (GetSecurityDescriptorControl(found, &control, &revision) == 0) return;
-  const bool isProtected = (control & SE_DACL_PROTECTED) != 0;  // it takes nothing over from its folder
+  const bool isProtected = (control & SE_DACL_PROTECTED) != 0;  // inherits nothing from its folder
   const DWORD inheritance = isProtected ? PROTECTED_DACL_SECURITY_INFORMATION : UNPROTECTED_DACL_SECURITY_INFORMATION;
   SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list,
                         nullptr);
@@ -174,7 +174,7 @@ class TdiskFileSystem final : public TfileSystem {
   }
 
   Toutcome checkWritable(const std::filesystem::path& path) override {
-    // For this program alone: a file that another one has open, whatever that one allows others, cannot be replaced.
+    // With exclusive access: a file that another program has open cannot be replaced, whatever it shares.
     constexpr DWORD shareNothing = 0;
     const Tfile file = openFile(path, GENERIC_WRITE | DELETE, OPEN_EXISTING, shareNothing);
     if (file) return check(informationOf(file).has_value(), "write", path);
@@ -206,7 +206,7 @@ class TdiskFileSystem final : public TfileSystem {
     const std::filesystem::path path = folder.empty() ? "." : folder;
     const Tfile entries = openOnce(path, FILE_ADD_FILE, OPEN_EXISTING);
     if (!entries) return check(false, "open", path);
-    // Renaming has written its entry through already. Not every file system knows this call for a folder.
+    // A rename has already been written through. Not every file system supports this call for a folder.
     const bool flushed = FlushFileBuffers(entries.get()) != 0 || GetLastError() == ERROR_ACCESS_DENIED ||
                          GetLastError() == ERROR_INVALID_FUNCTION || GetLastError() == ERROR_INVALID_HANDLE;
     return check(flushed, "flush", path);

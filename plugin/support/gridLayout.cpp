@@ -23,7 +23,7 @@ TgridLayout TgridLayout::load(const TiniFile& ini, const std::string& section, i
   }
   layout.sort.ascending = ini.readFlag(section, "SORTASC", true);
   layout.sort.column = ini.readInteger(section, "SORTCOL", 0);
-  if (layout.sort.column > columnCount) {  // the count itself passes, and is then a column that is not there
+  if (layout.sort.column > columnCount) {  // a column equal to the count passes, although no such column exists
     layout.sort.column = 0;
     layout.sort.ascending = true;
   }

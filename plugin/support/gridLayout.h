@@ -7,10 +7,10 @@ class TiniFile;
 
 /// The column that a grid is sorted by, and the direction.
 struct TsortOrder {
-  int column = 0;  ///< column index; may be one that is not there
+  int column = 0;  ///< column index, possibly of a column that does not exist
   bool ascending = true;
 
-  /// A press on a column's heading: another column sorts ascending, the same one the other way round.
+  /// Handles a press on a heading: a new column sorts ascending, the same column changes direction.
   void press(int pressedColumn);
 };
 

@@ -4,7 +4,6 @@
 #include "support/fileSystem.h"
 #include "support/iniFile.h"
 #include "support/iniLines.h"
-#include "support/safeWrite.h"
 
 namespace {
 

@@ -4,7 +4,6 @@
 
 #include "support/fileSystem.h"
 #include "support/iniFile.h"
-#include "support/safeWrite.h"
 
 // The system's own calls for settings. They take the file's bytes for text in the system's code page. Texts are
 // therefore converted as if they were in that code page, and the bytes in the file are those of the caller.

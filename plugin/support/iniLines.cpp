@@ -6,14 +6,14 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Where a key's line stands, or where it would have to be put.
+/// Where a key's line is, or where a new one belongs.
 struct Tplace {
   std::size_t begin = 0;   ///< offset of the line's first byte, or of the place for a new line
   std::size_t length = 0;  ///< of the line without its end; 0 for a new line
   bool keyFound = false;
 };
 
-/// `text` without the blanks around it, zero bytes among them, but no other control characters.
+/// `text` without the blanks and zero bytes around it. Other control characters stay.
 std::string_view withoutBlanks(std::string_view text) {
   constexpr std::string_view blanks(" \t\r\n\0", 5);
   const std::size_t first = text.find_first_not_of(blanks);
@@ -26,14 +26,14 @@ std::string_view lineAt(std::string_view content, std::size_t offset) {
   return content.substr(offset, content.find_first_of("\r\n", offset) - offset);
 }
 
-/// The offset of the line after the one that begins at `offset`; the length of `content` where that was the last.
+/// The offset of the line after the one that begins at `offset`; the length of `content` after the last line.
 std::size_t nextLine(std::string_view content, std::size_t offset) {
   const std::size_t end = content.find_first_of("\r\n", offset);
   if (end == std::string_view::npos) return content.size();
   return end + (content.substr(end, 2) == "\r\n" ? 2 : 1);
 }
 
-/// The name in a section's heading line, or nothing where the line is none.
+/// The name in a section's heading line; nothing if the line is no heading.
 std::optional<std::string_view> sectionName(std::string_view line) {
   if (line.starts_with(byteOrderMark)) line.remove_prefix(byteOrderMark.size());
   line = withoutBlanks(line);
@@ -49,8 +49,8 @@ bool holdsKey(std::string_view line, std::string_view key) {
   return !comment && equals != std::string_view::npos && sameName(withoutBlanks(line.substr(0, equals)), key);
 }
 
-/// The key's line in any section of that name, else the place after the last line of the first such section that says
-/// something, else nothing.
+/// The key's line in any section of that name; otherwise the place after the last line with content in the first such
+/// section; otherwise nothing.
 std::optional<Tplace> findPlace(std::string_view content, std::string_view section, std::string_view key) {
   std::optional<Tplace> newLine;
   bool inside = false;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The entry of `folder` that differs from `name` in case only, or nothing.
+/// The first entry of `folder` that differs from `name` only in case; empty if there is none.
 std::filesystem::path otherCase(const std::filesystem::path& folder, const std::string& name) {
   std::filesystem::path found;
   std::error_code error;

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string_view>
 
-/// `folder` joined with `name`, a name or several with "/" between. Each name is looked up without regard to case, so
-/// that `DATA` and `Data` are one folder on every file system: the exact name where it exists, else the first by byte
-/// order that differs in case only, else the name as it is given.
+/// `folder` joined with `name`, which may hold several names with "/" between. Each name is looked up without regard to
+/// case, so that `DATA` and `Data` are one folder on every file system: the exact name if it exists, otherwise the
+/// first in byte order that differs only in case, otherwise the name as given.
 std::filesystem::path findPath(const std::filesystem::path& folder, std::string_view name);

@@ -4,7 +4,6 @@
 #include "support/appendFile.h"
 #include "support/fileSystem.h"
 #include "support/paths.h"
-#include "support/safeWrite.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 

@@ -5,7 +5,6 @@
 
 #include "support/fileSystem.h"
 #include "support/iniFile.h"
-#include "support/safeWrite.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 

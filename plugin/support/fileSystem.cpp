@@ -1,8 +1,6 @@
-#include "support/safeWrite.h"
-
-#include <memory>
-
 #include "support/fileSystem.h"
+
+#include "support/log.h"
 
 Toutcome writeFlushed(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& like,
                       std::string_view content) {
@@ -25,4 +23,11 @@ Toutcome replaceFile(TfileSystem& files, const std::filesystem::path& path, std:
   if (outcome) return files.flushFolder(target.parent_path());
   files.remove(temporary);
   return outcome;
+}
+
+Tfailure loggedFailure(const char* operation, const std::filesystem::path& path, int error) {
+  const std::u8string name = path.u8string();
+  Tfailure failure{operation, std::string(name.begin(), name.end()), systemErrorText(error)};
+  logFailure(failure.text());
+  return failure;
 }
