@@ -48,13 +48,19 @@ void setFlag(tcflag_t& flags, tcflag_t flag, bool on) {
   flags = on ? flags | flag : flags & ~flag;
 }
 
-bool waitFor(int fd, short events, milliseconds time) {
-  pollfd waiting = {fd, events, 0};
-  return poll(&waiting, 1, static_cast<int>(std::max(time, milliseconds(0)).count())) > 0;
+/// Waits until the port is ready; false when the time is up. A signal interrupts the call but not the wait.
+bool waitUntil(int fd, short events, Tclock::time_point end) {
+  pollfd port = {fd, events, 0};
+  int ready = 0;
+  do {
+    const auto left = std::chrono::ceil<milliseconds>(end - Tclock::now());
+    ready = poll(&port, 1, static_cast<int>(std::max(left, milliseconds(0)).count()));
+  } while (ready < 0 && errno == EINTR);
+  return ready > 0;
 }
 
-milliseconds timeUntil(Tclock::time_point end) {
-  return std::chrono::ceil<milliseconds>(end - Tclock::now());
+bool canBeRepeated(int error) {
+  return error == EAGAIN || error == EINTR;
 }
 
 /// Everything passes unchanged, nothing stops the flow, and what came before is forgotten: bytes that nobody read
@@ -157,9 +163,10 @@ class TposixSerialCalls final : public TserialCalls {
     const TserialTimeouts times = timeoutsOf(port);
     const auto end = Tclock::now() + milliseconds(times.readConstant + times.readMultiplier * buffer.size());
     for (done = 0; done < buffer.size();) {
-      const milliseconds gap = done > 0 ? milliseconds(times.readInterval) : milliseconds::max();
-      if (!waitFor(fd, POLLIN, std::min(gap, timeUntil(end)))) break;
+      const auto gapEnd = done > 0 ? Tclock::now() + milliseconds(times.readInterval) : end;
+      if (!waitUntil(fd, POLLIN, std::min(gapEnd, end))) break;
       const auto count = ::read(fd, buffer.data() + done, buffer.size() - done);
+      if (count < 0 && canBeRepeated(errno)) continue;
       if (count <= 0) return done > 0;
       done += static_cast<std::uint32_t>(count);
     }
@@ -172,9 +179,9 @@ class TposixSerialCalls final : public TserialCalls {
     const auto end = Tclock::now() + milliseconds(times.writeConstant + times.writeMultiplier * bytes.size());
     for (done = 0; done < bytes.size();) {
       const auto count = ::write(fd, bytes.data() + done, bytes.size() - done);
-      if (count < 0 && errno != EAGAIN && errno != EINTR) return false;
+      if (count < 0 && !canBeRepeated(errno)) return false;
       done += static_cast<std::uint32_t>(std::max<ssize_t>(count, 0));
-      if (done < bytes.size() && !waitFor(fd, POLLOUT, timeUntil(end))) break;
+      if (done < bytes.size() && !waitUntil(fd, POLLOUT, end)) break;
     }
     return true;
   }
@@ -189,7 +196,9 @@ class TposixSerialCalls final : public TserialCalls {
     return false;
   }
 
-  void awaitInput(Thandle port, milliseconds slot) override { waitFor(static_cast<int>(port), POLLIN, slot); }
+  void awaitInput(Thandle port, milliseconds slot) override {
+    waitUntil(static_cast<int>(port), POLLIN, Tclock::now() + slot);
+  }
 
   std::uint32_t lastError() override { return static_cast<std::uint32_t>(errno); }
 

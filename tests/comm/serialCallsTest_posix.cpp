@@ -1,0 +1,75 @@
+#include <QElapsedTimer>
+#include <QTest>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include "comm/serialCalls.h"
+#include "tools/testFiles.h"
+#include "tools/testList.h"
+
+namespace {
+
+volatile std::sig_atomic_t signalCount = 0;
+
+/// Interrupts the program's system calls every 20 ms.
+class TsignalStorm {
+ public:
+  TsignalStorm() {
+    signalCount = 0;
+    struct sigaction counting = {};
+    counting.sa_handler = [](int) { signalCount = signalCount + 1; };
+    sigaction(SIGALRM, &counting, &before_);
+    const itimerval every = {{0, 20000}, {0, 20000}};
+    setitimer(ITIMER_REAL, &every, nullptr);
+  }
+  TsignalStorm(const TsignalStorm&) = delete;
+  TsignalStorm& operator=(const TsignalStorm&) = delete;
+  ~TsignalStorm() {
+    const itimerval never = {};
+    setitimer(ITIMER_REAL, &never, nullptr);
+    sigaction(SIGALRM, &before_, nullptr);
+  }
+
+ private:
+  struct sigaction before_ = {};
+};
+
+}  // namespace
+
+/// The system's serial port calls on a pseudo-terminal.
+class TserialCallsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void signalsShortenNoWait() {
+    const TtestFolder folder;
+    const int farEnd = posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(grantpt(farEnd) == 0 && unlockpt(farEnd) == 0);
+    std::filesystem::create_symlink(ptsname(farEnd), folder / "com3");
+    qputenv("QT484_PORTS", QByteArray(folder.path().c_str()));
+    TserialCalls& calls = systemSerialCalls();
+    const auto port = calls.open("COM3");
+    QVERIFY(calls.setTimeouts(port, {15, 0, 150, 0, 150}));
+    const TsignalStorm storm;
+    QElapsedTimer timer;
+    timer.start();
+    calls.awaitInput(port, std::chrono::milliseconds(150));
+    QVERIFY(timer.restart() >= 150);
+    std::array<char, 4> buffer{};
+    std::uint32_t done = 0;
+    QVERIFY(calls.read(port, buffer, done) && done == 0);
+    QVERIFY(timer.restart() >= 150);
+    const std::string tooMuch(1 << 20U, 'x');
+    QVERIFY(calls.write(port, tooMuch, done) && done < tooMuch.size());
+    QVERIFY(timer.elapsed() >= 150);
+    QVERIFY(signalCount > 5);
+    QVERIFY(calls.close(port));
+    ::close(farEnd);
+  }
+};
+EQREC_TEST(TserialCallsTest);
+
+#include "serialCallsTest_posix.moc"
