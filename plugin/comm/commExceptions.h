@@ -2,8 +2,8 @@
 
 #include "support/errors.h"
 
-/// What goes wrong on the way to the analyzer. Each is raised with its channel closed, and each has one message
-/// (comm/commMessages.h).
+/// What goes wrong on the way to the analyzer. The channel is closed when one leaves the command layer, and each has
+/// one message (comm/commMessages.h).
 class TcommException : public TEqRecException {
  protected:
   TcommException(const char* text, int line);

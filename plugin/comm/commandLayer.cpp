@@ -3,7 +3,6 @@
 #include <array>
 #include <chrono>
 #include <cstring>
-#include <thread>
 
 #include "comm/genComm.h"
 
@@ -28,49 +27,83 @@ int blockProgress(std::size_t block, std::size_t count) {
 
 }  // namespace
 
+template <typename Twork>
+auto VMRcommClass::closingOnThrow(Twork work) {
+  try {
+    return work();
+  } catch (...) {
+    closeChannel();
+    throw;
+  }
+}
+
+/// Runs an exchange, after which a channel is open only if the result is success.
+template <typename Twork>
+int VMRcommClass::exchange(Twork work) {
+  const int result = closingOnThrow(work);
+  if (result != commSuccess) closeChannel();
+  return result;
+}
+
+void VMRcommClass::closeChannel() noexcept try {
+  if (channel_ && channel_->isOpen()) channel_->close();
+} catch (...) {
+  return;  // the failure that led here is the one to report
+}
+
 int VMRcommClass::getData(const char* command, std::size_t length, void* buffer, std::size_t count) {
-  if (!buffer || count == 0) throw TinvalidDataLengthException();
-  const std::size_t size = checkedBlockSize();
-  if (channel().write(command, length) != commSuccess) return closeWith(commFailed);
-  progress(commandSent);
+  return exchange([&] {
+    if (!buffer || count == 0) throw TinvalidDataLengthException();
+    const std::size_t size = checkedBlockSize();
+    if (channel().write(command, length) != commSuccess) return commFailed;
+    channel().progress(commandSent);
+    return takeBlocks(static_cast<char*>(buffer), count, size);
+  });
+}
+
+int VMRcommClass::takeBlocks(char* buffer, std::size_t count, std::size_t size) {
   for (std::size_t block = 0; block < count; ++block) {
-    if (!awaitBytes(size, replySlot)) return closeWith(commWrongReply);
-    if (!readBlock(static_cast<char*>(buffer) + block * size, size)) return closeWith(commWrongReply);
-    progress(blockProgress(block, count));
+    char* place = buffer + block * size;
+    std::memset(place, 0, size);
+    if (!awaitBytes(size, replySlot) || channel().read(place, size) != commSuccess) return commWrongReply;
+    channel().progress(blockProgress(block, count));
     TDataCommClass::pumpMessages();
   }
   return commSuccess;
 }
 
 int VMRcommClass::putData(const char* command, std::size_t length, const void* buffer, std::size_t count) {
-  if (!command || count == 0) return commFailed;
-  const std::size_t size = checkedBlockSize();
-  if (channel().write(command, length) != commSuccess) return closeWith(commFailed);
-  progress(putCommandSent);
-  Tacknowledgement first;
-  if (!readAcknowledgement(first)) return closeWith(commWrongReply);
-  // Looser than after a block: either of the two bytes will do.
-  if (first.status != accepted && first.end != carriageReturn) return closeWith(commWrongReply);
+  return exchange([&] {
+    if (!command || count == 0) return commFailed;
+    const std::size_t size = checkedBlockSize();
+    if (channel().write(command, length) != commSuccess) return commFailed;
+    channel().progress(putCommandSent);
+    const auto first = readAcknowledgement();
+    // Looser than after a block: either of the two bytes is enough.
+    if (!first || (first->status != accepted && first->end != carriageReturn)) return commWrongReply;
+    return sendBlocks(static_cast<const char*>(buffer), count, size);
+  });
+}
+
+int VMRcommClass::sendBlocks(const char* buffer, std::size_t count, std::size_t size) {
   for (std::size_t block = 0; block < count; ++block) {
     TDataCommClass::pumpMessages();
     requireNotCancelled();
-    if (channel().write(static_cast<const char*>(buffer) + block * size, size) != commSuccess) {
-      return closeWith(commFailed);
-    }
-    progress(blockProgress(block, count));
+    if (channel().write(buffer + block * size, size) != commSuccess) return commFailed;
+    channel().progress(blockProgress(block, count));
     const char due = block + 1 == count ? accepted : goOn;
-    Tacknowledgement answer;
-    if (!readAcknowledgement(answer)) return closeWith(commWrongReply);
-    if (answer.status != due || answer.end != carriageReturn) return closeWith(commWrongReply);
+    const auto answer = readAcknowledgement();
+    if (!answer || answer->status != due || answer->end != carriageReturn) return commWrongReply;
   }
   return commSuccess;
 }
 
-/// Waits for bytes, slot by slot, as long as the channel's time-out. False where the link was lost. Each slot has its
-/// end on the clock, so that what a busy machine adds to one does not add up to a longer time-out.
+/// Waits slot by slot until the channel's time-out; false if the link was lost. Each slot has its end on the clock, so
+/// that a busy machine does not make the time-out longer.
 bool VMRcommClass::awaitBytes(std::size_t count, milliseconds slot) {
   const auto length = static_cast<unsigned>(slot.count());
-  const unsigned slots = timeOut() < length ? 1 : timeOut() / length;
+  const unsigned timeOut = channel().timeOut();
+  const unsigned slots = timeOut < length ? 1 : timeOut / length;
   auto slotEnd = Tclock::now();
   for (unsigned passed = 0; passed < slots; ++passed) {
     TDataCommClass::pumpMessages();
@@ -79,31 +112,17 @@ bool VMRcommClass::awaitBytes(std::size_t count, milliseconds slot) {
     const TcommWait wait = channel().waitForBytes(count, std::chrono::ceil<milliseconds>(slotEnd - Tclock::now()));
     if (wait != TcommWait::slotOver) return wait == TcommWait::arrived;
   }
-  closeWith(commFailed);
   throw TcommTimeoutException();
 }
 
-bool VMRcommClass::readBlock(char* place, std::size_t size) {
-  std::memset(place, 0, size);
-  return channel().read(place, size) == commSuccess;
-}
-
-bool VMRcommClass::readAcknowledgement(Tacknowledgement& acknowledgement) {
+std::optional<VMRcommClass::Tacknowledgement> VMRcommClass::readAcknowledgement() {
   std::array<char, 4> bytes{};
-  if (!awaitBytes(2, acknowledgementSlot) || channel().read(bytes.data(), 2) != commSuccess) return false;
-  acknowledgement = {bytes[0], bytes[1]};
-  return true;
+  if (!awaitBytes(2, acknowledgementSlot) || channel().read(bytes.data(), 2) != commSuccess) return std::nullopt;
+  return Tacknowledgement{bytes[0], bytes[1]};
 }
 
 void VMRcommClass::requireNotCancelled() {
-  if (!cancelRequested()) return;
-  closeWith(commFailed);
-  throw ToperationCancelledException();
-}
-
-int VMRcommClass::closeWith(int result) {
-  channel().close();
-  return result;
+  if (channel().cancelRequested()) throw ToperationCancelledException();
 }
 
 std::size_t VMRcommClass::checkedBlockSize() const {
@@ -118,37 +137,37 @@ TDataCommClass& VMRcommClass::channel() const {
 }
 
 int VMRcommClass::open() {
-  return channel().open();
+  return closingOnThrow([&] { return channel().open(); });
 }
 
 int VMRcommClass::openAgain() {
-  return channel().openAgain();
+  return closingOnThrow([&] { return channel().openAgain(); });
 }
 
 void VMRcommClass::close() {
-  channel().close();
+  closingOnThrow([&] { channel().close(); });
 }
 
 int VMRcommClass::write(const void* buffer, std::size_t count) {
-  return channel().write(buffer, count);
+  return closingOnThrow([&] { return channel().write(buffer, count); });
 }
 
 int VMRcommClass::read(void* buffer, std::size_t count) {
-  return channel().read(buffer, count);
+  return closingOnThrow([&] { return channel().read(buffer, count); });
 }
 
 std::uint32_t VMRcommClass::bytesWaiting() {
-  return channel().bytesWaiting();
+  return closingOnThrow([&] { return channel().bytesWaiting(); });
 }
 
 unsigned VMRcommClass::timeOut() {
-  return channel().timeOut();
+  return closingOnThrow([&] { return channel().timeOut(); });
 }
 
 bool VMRcommClass::cancelRequested() {
-  return channel().cancelRequested();
+  return closingOnThrow([&] { return channel().cancelRequested(); });
 }
 
 void VMRcommClass::progress(int position) {
-  channel().progress(position);
+  closingOnThrow([&] { channel().progress(position); });
 }

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 class TDataCommClass;
 
@@ -13,8 +14,9 @@ inline constexpr std::size_t commandLength = 5;
 
 /// The command exchange with the analyzer on top of a channel, which stays the caller's. Used on the channel's thread.
 ///
-/// Whatever goes wrong in an exchange closes the channel before it is told. The forwarders throw
-/// `TinvalidCommModuleException` where there is no channel.
+/// The channel is closed when an exchange fails, and when any exception leaves a function of this class, whichever
+/// function of the channel threw it. Every function but the exchanges forwards to the channel, and throws
+/// `TinvalidCommModuleException` where there is none.
 class VMRcommClass {
  public:
   explicit VMRcommClass(TDataCommClass* channel) : channel_(channel) {}
@@ -26,15 +28,15 @@ class VMRcommClass {
   virtual int openAgain();
   virtual void close();
 
-  /// Sends a command of `length` bytes and takes `count` blocks for an answer into `buffer`. 0; -1 where the command
-  /// could not be written; -2 where a block could not be read or the link was lost. Throws
-  /// `TinvalidDataLengthException` (no buffer, no blocks), `TinvalidCommModuleException` (no channel, blocks of no
-  /// size), `ToperationCancelledException` and `TcommTimeoutException`.
+  /// Sends a command of `length` bytes and reads the answer of `count` blocks into `buffer`. Returns 0, -1 if the
+  /// command could not be written, -2 if a block could not be read or the link was lost. Throws
+  /// `TinvalidDataLengthException` (no buffer or no blocks), `TinvalidCommModuleException` (no channel or a block size
+  /// of 0), `ToperationCancelledException`, `TcommTimeoutException`, and what the channel throws.
   virtual int getData(const char* command, std::size_t length, void* buffer, std::size_t count);
 
-  /// Sends a command, then `count` blocks from `buffer`, each of which the analyzer acknowledges. 0; -1 for no command,
-  /// no blocks or a failed write; -2 for a wrong acknowledgement or a lost link. Throws as `getData`, but for the
-  /// length.
+  /// Sends a command, then `count` blocks from `buffer`, each of which the analyzer acknowledges. Returns 0, -1 for no
+  /// command, no blocks or a failed write, -2 for a wrong acknowledgement or a lost link. Throws what `getData` throws,
+  /// except `TinvalidDataLengthException`.
   virtual int putData(const char* command, std::size_t length, const void* buffer, std::size_t count);
 
   virtual int write(const void* buffer, std::size_t count);
@@ -52,11 +54,16 @@ class VMRcommClass {
 
   TDataCommClass& channel() const;
   std::size_t checkedBlockSize() const;
+  template <typename Twork>
+  auto closingOnThrow(Twork work);
+  template <typename Twork>
+  int exchange(Twork work);
+  void closeChannel() noexcept;
+  int takeBlocks(char* buffer, std::size_t count, std::size_t size);
+  int sendBlocks(const char* buffer, std::size_t count, std::size_t size);
   void requireNotCancelled();
   bool awaitBytes(std::size_t count, std::chrono::milliseconds slot);
-  bool readBlock(char* place, std::size_t size);
-  bool readAcknowledgement(Tacknowledgement& acknowledgement);
-  int closeWith(int result);
+  std::optional<Tacknowledgement> readAcknowledgement();
 
   TDataCommClass* channel_;
 };

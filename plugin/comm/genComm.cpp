@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QTcpSocket>
 #include <QThread>
-#include <algorithm>
+#include <optional>
 #include <thread>
 
 #include "comm/commStruct.h"
@@ -78,25 +78,26 @@ void TDataCommClass::close() {
   mode_ = TcommMode::none;
 }
 
-/// Leaves nothing open and the resources free, whatever was open of them.
+/// Leaves everything closed and the resources free; only then reports a port that did not close.
 void TDataCommClass::closeTransport() {
   open_ = false;
-  events_.reset();  // from here on no event of the socket counts
-  if (usbOpen_ && resources_->usb()) resources_->usbCalls().close(*resources_->usb());
-  usbOpen_ = false;
+  events_.reset();  // no event of the socket counts from here on
+  closeUsbDevice();
+  std::optional<ECommError> failure;
   try {
     if (resources_->serial()) resources_->serial()->close();
   } catch (const ECommError& error) {
-    showSerialError(error);
+    failure = error;
   }
   if (resources_->ethernet()) resources_->ethernet()->close();
   connected_ = nullptr;
   state_ = TcommState::idle;
   resources_->close();
+  if (failure) showSerialError(*failure);
 }
 
 std::uint32_t TDataCommClass::bytesWaiting() {
-  switch (mode_) {
+  switch (openMode()) {
     case TcommMode::serial:
       return serialBytesWaiting();
     case TcommMode::usb:
@@ -110,7 +111,7 @@ std::uint32_t TDataCommClass::bytesWaiting() {
 
 int TDataCommClass::read(void* buffer, std::size_t count) {
   if (!buffer || count == 0) return commNoBuffer;
-  switch (mode_) {
+  switch (openMode()) {
     case TcommMode::serial:
       return serialRead(buffer, count);
     case TcommMode::usb:
@@ -124,7 +125,7 @@ int TDataCommClass::read(void* buffer, std::size_t count) {
 
 int TDataCommClass::write(const void* buffer, std::size_t count) {
   if (!buffer || count == 0) return commNoBuffer;
-  switch (mode_) {
+  switch (openMode()) {
     case TcommMode::serial:
       return serialWrite(buffer, count);
     case TcommMode::usb:

@@ -39,47 +39,58 @@ class TgenericCommmunicationsModule {
   TgenericCommmunicationsModule& operator=(const TgenericCommmunicationsModule&) = delete;
   virtual ~TgenericCommmunicationsModule() = default;
 
-  /// Opens the connection and returns 0; throws where it cannot be opened, with everything closed.
+  /// Opens the connection and returns 0; leaves everything closed if it throws.
   virtual int open() = 0;
-  /// Closes an open connection.
   virtual void close() = 0;
 };
 
 /// One channel of bytes to the analyzer over one of three transports.
 ///
-/// Made, used and destroyed on one thread; the destructor closes what is open. On the user-interface thread the waits
-/// keep the message loop running, user input excepted. Every fault of a transport is one of the exceptions of
-/// comm/commExceptions.h or a result code; message boxes beyond that are shown by `showBox`, unless silent.
+/// Created, used and destroyed on one thread; the destructor closes what is open. On the user-interface thread the
+/// waits keep the event loop running, without user input. `showBox` shows the message boxes of transport faults, unless
+/// the channel is silent.
+///
+/// Beside the exceptions named below, every function lets those of `showBox` and of an override pass. A channel stays
+/// open when `read`, `write`, `bytesWaiting` or `waitForBytes` throws: the command layer closes it.
 class TDataCommClass : public TgenericCommmunicationsModule {
  public:
   using TshowBox = std::function<void(const TmessageText&)>;
 
   /// `resources` and `parameters` stay the caller's and must live as long; `timeOut` in ms, `blockSize` in bytes.
-  /// Throws `TuninitializedCommModeException` where resources, mode or parameters are missing.
+  /// Throws `TuninitializedCommModeException` if resources, mode or parameters are missing.
   TDataCommClass(TcommStruct* resources, TcommMode mode, unsigned timeOut, std::size_t blockSize,
                  const TcommParameters* parameters, bool silent, TshowBox showBox = {});
   ~TDataCommClass() override;
 
+  /// Throws `TuninitializedCommModeException` (parameters of another mode, closed before),
+  /// `TnoDeviceAttachedException` (USB), `TinitializationException` (serial port; connection refused),
+  /// `TcommTimeoutException` and `ToperationCancelledException` (Ethernet), `std::runtime_error` (Ethernet, the
+  /// resources are in use).
   int open() override;
+  /// The same. An open USB device is closed first; the other transports refuse to open twice, and close.
   virtual int openAgain();
-  /// Throws `TuninitializedCommModeException` where nothing is open.
+  /// Throws `TuninitializedCommModeException` after an earlier close.
   void close() override;
 
-  /// The number of bytes that can be read now.
+  /// The number of bytes that can be read now. Throws `TnoDeviceAttachedException` if the USB device is gone and
+  /// `TuninitializedCommModeException` if the channel is not open.
   virtual std::uint32_t bytesWaiting();
+  /// Throws `TuninitializedCommModeException` if the channel is not open, and over Ethernet `TcommTimeoutException`.
   virtual int read(void* buffer, std::size_t count);
-  /// Writes a block; one that is taken only partly is a failure.
+  /// Writes a block; writing a part of it only is a failure. Throws `TuninitializedCommModeException` if the channel is
+  /// not open, and over Ethernet `ToperationCancelledException`.
   virtual int write(const void* buffer, std::size_t count);
   virtual std::size_t blockSize() const { return blockSize_; }
   virtual unsigned timeOut() const { return timeOut_; }
   virtual TcommState connectionState() const { return state_; }
   virtual bool cancelRequested() { return false; }
-  /// Takes how far an exchange has come, from 0 to 100.
+  /// Called with the progress of an exchange, from 0 to 100.
   virtual void progress(int position);
 
-  /// Waits for so many bytes, for the slot at most. A lost link ends the wait, but what came before it counts.
+  /// Waits for so many bytes, for the slot at most. A lost link ends the wait, but what came before it counts. Throws
+  /// what `bytesWaiting` throws.
   TcommWait waitForBytes(std::size_t count, std::chrono::milliseconds slot);
-  /// On the user-interface thread lets events be handled, user input excepted. Other threads have no messages to pump.
+  /// Handles waiting events except user input. Does nothing on other threads than the user-interface thread.
   static void pumpMessages();
   bool isOpen() const { return open_; }
 
@@ -104,7 +115,9 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   void show(const TmessageText& message);
   template <typename Tparameters>
   const Tparameters& parameters() const;
+  TcommMode openMode() const { return open_ ? mode_ : TcommMode::none; }
   void openUsbDevice();
+  void closeUsbDevice();
   void openPort(const TserialParameters& parameters);
   void startConnecting(const TethernetParameters& parameters);
   void awaitConnection();

@@ -1,4 +1,5 @@
 #include <array>
+#include <utility>
 
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
@@ -15,6 +16,7 @@ constexpr std::array<const char*, 2> descriptions = {"Velmora Systems QT484 Plus
 
 void TDataCommClass::openUsb() {
   if (!resources_->open(TcommStruct::usbKind)) {
+    closeUsbDevice();  // the holder frees the place of the handle only
     resources_->close();
     if (!resources_->open(TcommStruct::usbKind)) {
       show(noUsbHandle);
@@ -33,6 +35,10 @@ void TDataCommClass::openUsbDevice() {
   }
   show(noUsbDevice);
   throw TnoDeviceAttachedException();
+}
+
+void TDataCommClass::closeUsbDevice() {
+  if (std::exchange(usbOpen_, false) && resources_->usb()) resources_->usbCalls().close(*resources_->usb());
 }
 
 int TDataCommClass::usbRead(void* buffer, std::uint32_t count) {

@@ -167,6 +167,21 @@ class TchannelTest : public QObject {
     QCOMPARE(boxes_, QByteArrayList());
   }
 
+  void openingAgainLeavesNoUsbDeviceOpen() {
+    for (const bool secondFails : {false, true}) {
+      TcommStruct resources({serial_, usb_});
+      usb_ = {};
+      TDataCommClass channel(&resources, TcommMode::usb, 100, 264, &usbParameters, true);
+      channel.open();
+      usb_.failing = secondFails ? "open" : "";
+      QCOMPARE(thrownBy([&] { channel.openAgain(); }), QByteArray(secondFails ? "no device" : "nothing"));
+      QCOMPARE(usb_.calls.at(1), QByteArray("close"));
+      if (!secondFails) channel.close();
+      QCOMPARE(usb_.calls.count("close"), secondFails ? 1 : 2);
+      QVERIFY(!resources.isInUse());
+    }
+  }
+
   void aDeviceThatIsNotThereIsOneBoxUnlessSilent() {
     usb_.failing = "open";
     for (const bool silent : {true, false}) {

@@ -22,23 +22,39 @@ class TscriptedChannel final : public TDataCommClass {
   int slots_ = 0;        ///< that were begun
   int cancelAfter = 0;   ///< slots; 0 for never
   int failingWrite = 0;  ///< counted from 1
+  QByteArray throwing;   ///< the function that throws
   QByteArrayList written;
   QByteArray positions;
 
-  std::uint32_t bytesWaiting() override { return static_cast<std::uint32_t>(answers_.size()); }
+  std::uint32_t bytesWaiting() override {
+    mayThrow("bytesWaiting");
+    return static_cast<std::uint32_t>(answers_.size());
+  }
   int read(void* buffer, std::size_t count) override {
+    mayThrow("read");
     std::copy_n(answers_.begin(), count, static_cast<char*>(buffer));
     answers_.remove(0, static_cast<qsizetype>(count));
     return 0;
   }
   int write(const void* buffer, std::size_t count) override {
+    mayThrow("write");
     written << QByteArray(static_cast<const char*>(buffer), static_cast<qsizetype>(count));
     return written.size() == failingWrite ? -1 : 0;
   }
-  bool cancelRequested() override { return ++slots_ > cancelAfter && cancelAfter > 0; }
-  void progress(int position) override { positions += QByteArray::number(position) + ' '; }
+  bool cancelRequested() override {
+    mayThrow("cancelRequested");
+    return ++slots_ > cancelAfter && cancelAfter > 0;
+  }
+  void progress(int position) override {
+    mayThrow("progress");
+    positions += QByteArray::number(position) + ' ';
+  }
 
  private:
+  void mayThrow(const char* function) const {
+    if (throwing == function) throw ECommError(ECommError::notOpen, 1);
+  }
+
   QByteArray answers_;
 };
 
@@ -138,6 +154,33 @@ class TexchangeTest : public QObject {
     QVERIFY_THROWS_EXCEPTION(ToperationCancelledException, VMRcommClass(&channel).putData("PEQR\r", 5, "aabb", 1));
     QVERIFY(!channel.isOpen());
     QCOMPARE(channel.written.size(), 1);
+  }
+
+  void anyExceptionClosesTheChannel_data() {
+    QTest::addColumn<QByteArray>("function");
+    for (const char* name : {"write", "progress", "cancelRequested", "bytesWaiting", "read"}) {
+      QTest::newRow(name) << QByteArray(name);
+    }
+  }
+  void anyExceptionClosesTheChannel() {
+    QFETCH(QByteArray, function);
+    TscriptedSerial serial;
+    TscriptedUsb usb;
+    TcommStruct resources({serial, usb});
+    std::array<char, 4> reply{};
+    for (const bool put : {false, true}) {
+      TscriptedChannel channel(resources, 30, 4, "*\r*\r");
+      channel.throwing = function;
+      VMRcommClass analyzer(&channel);
+      const auto exchange = [&] {
+        return put ? analyzer.putData(putRecordsCommand, commandLength, "aabb", 1)
+                   : analyzer.getData(handshakeCommand, commandLength, reply.data(), 1);
+      };
+      QVERIFY_THROWS_EXCEPTION(ECommError, exchange());
+      QVERIFY(!channel.isOpen() && !resources.isInUse());
+      QVERIFY_THROWS_EXCEPTION(TuninitializedCommModeException, channel.TDataCommClass::write("x", 1));
+    }
+    QCOMPARE(usb.calls.count("close"), 2);
   }
 
   /// All texts, because what goes wrong is told by them alone.
