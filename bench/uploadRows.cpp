@@ -43,7 +43,7 @@ double upload(const TuploadTransport& transport, std::size_t blocks) {
   return time;
 }
 
-TuploadTransport transportBy(TuploadMethod method) {
+TuploadTransport transportBy(TcommMethod method) {
   const std::vector<TuploadEntry> none;
   return transportOf(TuploadCommStruct(method, 1, {127, 0, 0, 1}, none));
 }
@@ -76,7 +76,7 @@ double uploadBlocking(int port) {
 
 Tsides overTcp() {
   const auto analyzer = std::make_shared<TanalyzerProcess>(QStringList{QStringLiteral("--tcp"), QStringLiteral("0")});
-  TuploadTransport transport = transportBy(TuploadMethod::ethernet);
+  TuploadTransport transport = transportBy(TcommMethod::ethernet);
   std::get<TethernetParameters>(transport.parameters).port = analyzer->port();
   return {[analyzer, transport] { return upload(transport, uploadBlockCount); },
           [analyzer] { return uploadBlocking(analyzer->port()); }};
@@ -98,14 +98,14 @@ Tsides overSerialPort() {
   qputenv("QT484_PORTS", ports->path().toUtf8());
   const auto analyzer =
       std::make_shared<TanalyzerProcess>(paced({QStringLiteral("--serial"), ports->filePath(QStringLiteral("com1"))}));
-  return {[analyzer, ports] { return upload(transportBy(TuploadMethod::serial), pacedBlocks); }, wireTime};
+  return {[analyzer, ports] { return upload(transportBy(TcommMethod::serial), pacedBlocks); }, wireTime};
 }
 
 Tsides overUsb() {
   require(loadStandInDriver(), "the stand-in driver is missing");
   const auto analyzer = std::make_shared<TanalyzerProcess>(paced({QStringLiteral("--usb"), QStringLiteral("0")}));
   qputenv("QT484_USB", QByteArray::number(analyzer->port()));
-  return {[analyzer] { return upload(transportBy(TuploadMethod::usb), pacedBlocks); }, wireTime};
+  return {[analyzer] { return upload(transportBy(TcommMethod::usb), pacedBlocks); }, wireTime};
 }
 
 }  // namespace

@@ -1,16 +1,43 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 #include <variant>
 
-/// How a USB device is told from others; the open goes by its description instead.
+/// The transport of a channel.
+enum class TcommMode : std::uint8_t { none = 0, serial = 1, usb = 2, ethernet = 3 };
+
+/// The user's choice of how to reach the analyzer.
+enum class TcommMethod : std::uint8_t { usb = 0, ethernet = 1, serial = 2 };
+
+struct TcommMethodEntry {
+  TcommMethod method;
+  int settingsNumber;  ///< in the settings file
+  TcommMode mode;
+  const char* name;  ///< in the log
+};
+inline constexpr std::array<TcommMethodEntry, 3> commMethods = {
+    {{TcommMethod::usb, 1, TcommMode::usb, "USB"},
+     {TcommMethod::ethernet, 2, TcommMode::ethernet, "Ethernet"},
+     {TcommMethod::serial, 3, TcommMode::serial, "serial port"}}};
+
+/// The entry whose `member` has this value; the one of a method that does not exist if there is none.
+template <typename Tvalue>
+constexpr TcommMethodEntry commMethodBy(Tvalue TcommMethodEntry::*member, Tvalue value) {
+  const auto found = std::find_if(commMethods.begin(), commMethods.end(),
+                                  [&](const TcommMethodEntry& entry) { return entry.*member == value; });
+  return found == commMethods.end() ? TcommMethodEntry{TcommMethod{0xFF}, 0, TcommMode::none, "no connection"} : *found;
+}
+
+/// Identifies a USB device; opening it goes by its description instead.
 struct TusbParameters {
   std::uint16_t vendor = 0x0403;
   std::uint16_t product = 60273;
 };
 
-/// A serial port and what it is set to; the analyzer's own line runs as these defaults do.
+/// A serial port and its settings; the defaults are the analyzer's.
 struct TserialParameters {
   std::array<char, 15> portName{};  ///< "COM5", zero-terminated
   std::uint8_t parity = 0;

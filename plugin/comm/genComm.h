@@ -16,7 +16,6 @@ class QObject;
 class QTcpSocket;
 class TcommStruct;
 
-enum class TcommMode : std::uint8_t { none = 0, serial = 1, usb = 2, ethernet = 3 };
 enum class TcommState : std::uint8_t { idle = 0, connecting = 1, connected = 2 };
 
 /// What a socket's error is about.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "comm/commandLayer.h"
+#include "comm/genComm.h"
 #include "comm/handshake.h"
 #include "upload/messages.h"
 

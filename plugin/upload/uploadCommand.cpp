@@ -63,8 +63,7 @@ void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile
     const auto choice = chooseConnection(owner, hostSettings);
     if (!choice) return;
     const auto entries = makeUploadEntries(records);
-    const TuploadCommStruct upload(static_cast<TuploadMethod>(choice->method), serialPortNumber(choice->portText),
-                                   choice->octets, entries);
+    const TuploadCommStruct upload(choice->method, serialPortNumber(choice->portText), choice->octets, entries);
     TcommStruct resources;
     const TcommOutcome failure = greetOverTransport(upload, resources, owner);
     if (self.isNull()) return;

@@ -60,7 +60,7 @@ std::vector<TuploadEntry> makeUploadEntries(const TequipRecTable& records) {
   return entries;
 }
 
-TuploadCommStruct::TuploadCommStruct(TuploadMethod method_, std::int32_t serialPort_,
+TuploadCommStruct::TuploadCommStruct(TcommMethod method_, std::int32_t serialPort_,
                                      const std::array<std::int32_t, 4>& octets_,
                                      const std::vector<TuploadEntry>& entries_)
     : method(method_), serialPort(serialPort_), octets(octets_), entries(&entries_), image(uploadImageSize, filler) {
@@ -73,15 +73,10 @@ TuploadCommStruct::TuploadCommStruct(TuploadMethod method_, std::int32_t serialP
 }
 
 TuploadTransport transportOf(const TuploadCommStruct& upload) {
-  switch (upload.method) {
-    case TuploadMethod::usb:
-      return {TcommMode::usb, TusbParameters()};
-    case TuploadMethod::ethernet:
-      return {TcommMode::ethernet, ethernetParameters(upload.octets)};
-    case TuploadMethod::serial:
-      return {TcommMode::serial, serialParameters(upload.serialPort)};
-  }
-  return {};
+  const TcommMode mode = commMethodBy(&TcommMethodEntry::method, upload.method).mode;
+  if (mode == TcommMode::ethernet) return {mode, ethernetParameters(upload.octets)};
+  if (mode == TcommMode::serial) return {mode, serialParameters(upload.serialPort)};
+  return {mode, TusbParameters()};
 }
 
 std::int32_t serialPortNumber(std::string_view portText) {

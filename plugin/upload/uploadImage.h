@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "comm/commParameters.h"
-#include "comm/genComm.h"
 
 class TequipRecTable;
 
@@ -16,9 +15,6 @@ inline constexpr std::size_t uploadBlockCount = 1536;
 inline constexpr std::size_t uploadImageSize = uploadBlockSize * uploadBlockCount;
 inline constexpr std::size_t uploadEntrySize = 22;
 inline constexpr unsigned uploadTimeOut = 2000;  ///< ms
-
-/// How the analyzer is reached, as the upload numbers it.
-enum class TuploadMethod : std::uint8_t { usb = 0, ethernet = 1, serial = 2 };
 
 /// One record as the analyzer holds it: Device ID padded with blanks (bytes 0-16), a zero byte (17) unless the ID has
 /// 18 characters, the test procedure number (18-19, low byte first), 0xFF twice.
@@ -33,10 +29,10 @@ std::vector<TuploadEntry> makeUploadEntries(const TequipRecTable& records);
 struct TuploadCommStruct {
   /// Builds the image of these entries; `entries` stay the caller's. Throws `std::length_error` for more than the image
   /// holds.
-  TuploadCommStruct(TuploadMethod method, std::int32_t serialPort, const std::array<std::int32_t, 4>& octets,
+  TuploadCommStruct(TcommMethod method, std::int32_t serialPort, const std::array<std::int32_t, 4>& octets,
                     const std::vector<TuploadEntry>& entries);
 
-  TuploadMethod method;
+  TcommMethod method;
   std::int32_t serialPort;             ///< the number in "COM5"
   std::array<std::int32_t, 4> octets;  ///< of the Ethernet address, most significant first
   const std::vector<TuploadEntry>* entries;

@@ -41,7 +41,7 @@ struct TselectorFixture {
   QComboBox* ports() const { return control<QComboBox>("serialPortSelector"); }
   /// The number of the checked button, the port that is shown, and how many there are.
   QByteArray method() const {
-    return QByteArray::number(form->choice().method) + ' ' + ports()->currentText().toLatin1() + ' ' +
+    return QByteArray::number(int(form->choice().method)) + ' ' + ports()->currentText().toLatin1() + ' ' +
            QByteArray::number(ports()->count());
   }
   /// The boxes' texts, and the name of what has the focus.

@@ -90,7 +90,7 @@ class TanalyzerLink {
 
   TuploadTransport transport() const {
     const std::vector<TuploadEntry> none;
-    const auto method = static_cast<TuploadMethod>(std::string_view("uts").find(link_));
+    const auto method = static_cast<TcommMethod>(std::string_view("uts").find(link_));
     TuploadTransport transport = transportOf(TuploadCommStruct(method, 3, {127, 0, 0, 1}, none));
     if (link_ == 't') std::get<TethernetParameters>(transport.parameters).port = analyzer_.port();
     return transport;
@@ -128,7 +128,7 @@ class TfaultMatrixTest : public QObject {
     if (failure) return failure->text;
     const std::vector<TuploadEntry> entries = {makeUploadEntry("A-1", 1), makeUploadEntry("A-2", 500),
                                                makeUploadEntry("A-3", 20)};
-    TuploadCommStruct data(TuploadMethod::usb, 1, {}, entries);
+    TuploadCommStruct data(TcommMethod::usb, 1, {}, entries);
     data.image.resize(blocks * uploadBlockSize);
     TtransferResult result;
     std::atomic<bool> ended = false;

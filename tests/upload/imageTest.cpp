@@ -42,7 +42,7 @@ class TimageTest : public QObject {
     const TuploadEntry entry = makeUploadEntry(id.toStdString(), static_cast<std::uint16_t>(number));
     QTEST(bytesOf(entry), "entry");
     const std::vector<TuploadEntry> entries = {entry, entry};
-    const TuploadCommStruct upload(TuploadMethod::usb, 1, {}, entries);
+    const TuploadCommStruct upload(TcommMethod::usb, 1, {}, entries);
     const QByteArray image(reinterpret_cast<const char*>(upload.image.data()), uploadImageSize);
     QTEST(image.left(22), "inImage");
     QTEST(image.mid(22, 22), "inImage");
@@ -52,24 +52,24 @@ class TimageTest : public QObject {
   void aFullTableFillsTheImage() {
     TequipRecTable records{std::vector<TequipRec>(equipRecLimit)};
     const auto entries = makeUploadEntries(records);
-    const TuploadCommStruct upload(TuploadMethod::usb, 1, {}, entries);
+    const TuploadCommStruct upload(TcommMethod::usb, 1, {}, entries);
     QCOMPARE(upload.image.size(), equipRecLimit * 22);
     append(records, TequipRec());
     const auto tooMany = makeUploadEntries(records);
-    QVERIFY_THROWS_EXCEPTION(std::length_error, TuploadCommStruct(TuploadMethod::usb, 1, {}, tooMany));
+    QVERIFY_THROWS_EXCEPTION(std::length_error, TuploadCommStruct(TcommMethod::usb, 1, {}, tooMany));
   }
 
   void transportsAndPortNumbers() {
     const std::vector<TuploadEntry> none;
-    const auto serial = transportOf(TuploadCommStruct(TuploadMethod::serial, 256, {}, none));
+    const auto serial = transportOf(TuploadCommStruct(TcommMethod::serial, 256, {}, none));
     const auto& port = std::get<TserialParameters>(serial.parameters);
     QCOMPARE(QByteArray(port.portName.data()), QByteArray("COM256"));
     QCOMPARE(port.baudRate, 19200U);
-    const auto ethernet = transportOf(TuploadCommStruct(TuploadMethod::ethernet, 1, {192, 0, 2, 255}, none));
+    const auto ethernet = transportOf(TuploadCommStruct(TcommMethod::ethernet, 1, {192, 0, 2, 255}, none));
     const auto& address = std::get<TethernetParameters>(ethernet.parameters);
     QCOMPARE(address.port, 60601);
     QVERIFY((address.octets == std::array<std::uint8_t, 4>{192, 0, 2, 255}));
-    QCOMPARE(transportOf(TuploadCommStruct(TuploadMethod{7}, 1, {}, none)).mode, TcommMode::none);
+    QCOMPARE(transportOf(TuploadCommStruct(TcommMethod{7}, 1, {}, none)).mode, TcommMode::none);
     QCOMPARE(serialPortNumber("COM12"), 12);
     QCOMPARE(serialPortNumber("<No Free Ports>"), 1);
     QCOMPARE(serialPortNumber("CO"), 1);

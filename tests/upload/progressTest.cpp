@@ -28,7 +28,7 @@ class TprogressTest : public QObject {
 
  private:
   const std::vector<TuploadEntry> entries_ = {makeUploadEntry("A-1", 1)};
-  const TuploadCommStruct upload_ = TuploadCommStruct(TuploadMethod::usb, 1, {}, entries_);
+  const TuploadCommStruct upload_ = TuploadCommStruct(TcommMethod::usb, 1, {}, entries_);
   TcommStruct resources_;
   QByteArrayList boxes_;
   QThread* boxThread_ = nullptr;

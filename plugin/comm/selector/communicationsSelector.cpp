@@ -112,7 +112,7 @@ TconnectionSettings TcomSelectFrm::settings() const {
 
 TconnectionChoice TcomSelectFrm::choice() const {
   TconnectionChoice choice;
-  choice.method = static_cast<int>(method()) - 1;
+  choice.method = method();
   choice.portText = ui_->serialPortSelector->currentText().toStdString();
   for (std::size_t i = 0; i < choice.octets.size(); ++i) {
     choice.octets.at(i) = octetValue(ui_->pnlAddress->boxes().at(i)->text()).value_or(0);

@@ -9,8 +9,8 @@ namespace {
 constexpr const char* section = "COMM";
 
 TcommMethod toMethod(int number) {
-  const auto method = static_cast<TcommMethod>(number);
-  return method == TcommMethod::ethernet || method == TcommMethod::serial ? method : TcommMethod::usb;
+  const TcommMethodEntry entry = commMethodBy(&TcommMethodEntry::settingsNumber, number);
+  return entry.mode == TcommMode::none ? TcommMethod::usb : entry.method;
 }
 
 bool fitsBox(const std::string& text) {
@@ -36,7 +36,8 @@ TconnectionSettings TconnectionSettings::load(const TiniFile& ini) {
 }
 
 void TconnectionSettings::save(const TiniFile& ini) const {
-  TiniFile::Tentries entries = {{"DEFAULTCOMMMETHOD", std::to_string(static_cast<int>(method))}};
+  const int number = commMethodBy(&TcommMethodEntry::method, method).settingsNumber;
+  TiniFile::Tentries entries = {{"DEFAULTCOMMMETHOD", std::to_string(number)}};
   if (method == TcommMethod::ethernet) {
     for (std::size_t i = 0; i < octets.size(); ++i) entries.emplace_back(octetKey(i), octets.at(i));
   }
