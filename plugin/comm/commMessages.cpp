@@ -1,6 +1,7 @@
 #include "comm/commMessages.h"
 
 #include "comm/commExceptions.h"
+#include "support/log.h"
 
 namespace {
 
@@ -15,11 +16,8 @@ const char* unknownText(TcommStep step) {
                                       : "Unknown Exception on Put Data Command";
 }
 
-}  // namespace
-
-TcommOutcome runCommStep(TcommStep step, const std::function<TcommOutcome()>& work) try {
-  return work();
-} catch (const TcommTimeoutException&) {
+/// The message of the exception that is being handled.
+TmessageText messageOfCaught(TcommStep step) try { throw; } catch (const TcommTimeoutException&) {
   return error("Timeout Error.\nOperation Canceled.");
 } catch (const TnoDeviceAttachedException&) {
   return error("No Deviced Attached.\nOperation Canceled.");  // spelled so
@@ -39,4 +37,11 @@ TcommOutcome runCommStep(TcommStep step, const std::function<TcommOutcome()>& wo
   return error(unknownText(step), "VCL Exception");
 } catch (...) {
   return error(unknownText(step));
+}
+
+}  // namespace
+
+TcommOutcome runCommStep(TcommStep step, const std::function<TcommOutcome()>& work) try { return work(); } catch (...) {
+  logCaught(step == TcommStep::handshake ? "handshake" : "sending the records");
+  return messageOfCaught(step);
 }

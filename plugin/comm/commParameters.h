@@ -54,3 +54,6 @@ struct TethernetParameters {
 };
 
 using TcommParameters = std::variant<TusbParameters, TserialParameters, TethernetParameters>;
+
+/// What the parameters lead to, for the log: "COM5", "192.168.1.20:60601", "USB device".
+std::string targetOf(const TcommParameters& parameters);

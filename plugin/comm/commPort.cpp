@@ -1,20 +1,62 @@
 #include "comm/commPort.h"
 
+#include <array>
 #include <utility>
+
+#include "support/failure.h"
 
 namespace {
 
 constexpr std::uint32_t inputQueue = 32768;
 constexpr std::uint32_t outputQueue = 9216;
 
+/// By the error's code.
+constexpr std::array<TserialErrorText, 19> errorTexts = {{{"use", "Bad Serial Port!"},
+                                                          {"set the baud rate of", "Bad Baud Rate!"},
+                                                          {"find", "Bad Port Number!"},
+                                                          {"set the stop bits of", "Bad Stop Bits!"},
+                                                          {"set the parity of", "Bad Parity!"},
+                                                          {"set the byte size of", "Bad Byte Size!"},
+                                                          {"rename", "Port Already Open!"},
+                                                          {"use", "Port Not Open!"},
+                                                          {"open", "Open Error!"},
+                                                          {"write", "Write Error!"},
+                                                          {"read", "Read Error!"},
+                                                          {"close", "Close Error!"},
+                                                          {"purge", "Purge Comm Error!"},
+                                                          {"flush", "Flush File Buffers Error!"},
+                                                          {"get the state of", "Get Comm State Error!"},
+                                                          {"set the state of", "Set Comm State Error!"},
+                                                          {"set the queues of", "Setup Comm Error!"},
+                                                          {"set the time-outs of", "Set Comm Timeouts Error!"},
+                                                          {"count the bytes of", "Clear Comm Error!"}}};
+
+/// Misuse of a port is no error of the system, which has no text for it.
+std::string reasonOf(ECommError::Tcode code, std::uint32_t systemError) {
+  if (code == ECommError::alreadyOpen) return "the port is open";
+  if (code == ECommError::notOpen) return "the port is not open";
+  return systemErrorText(static_cast<int>(systemError));
+}
+
 }  // namespace
+
+TserialErrorText serialErrorText(ECommError::Tcode code) {
+  const auto index = static_cast<std::size_t>(code);
+  return code >= 0 && index < errorTexts.size() ? errorTexts.at(index) : TserialErrorText{nullptr, nullptr};
+}
+
+ECommError::ECommError(Tcode code, std::uint32_t systemError, const std::string& port)
+    : code_(code), systemError_(systemError) {
+  const char* operation = serialErrorText(code).operation;
+  reason_ = Tfailure{operation ? operation : "use", port, reasonOf(code, systemError)}.text();
+}
 
 TCommPort::~TCommPort() {
   if (isOpen()) calls_.close(handle_);
 }
 
 void TCommPort::setName(const std::string& name) {
-  if (isOpen()) throw ECommError(ECommError::alreadyOpen, calls_.lastError());
+  if (isOpen()) throw ECommError(ECommError::alreadyOpen, calls_.lastError(), name_);
   name_ = name;
 }
 
@@ -40,11 +82,11 @@ void TCommPort::change(T TserialState::*member, T value, ECommError::Tcode code)
   if (!isOpen() || calls_.setState(handle_, state_)) return;
   const std::uint32_t systemError = calls_.lastError();
   state_.*member = old;
-  throw ECommError(code, systemError);
+  throw ECommError(code, systemError, name_);
 }
 
 void TCommPort::open() {
-  if (isOpen()) throw ECommError(ECommError::alreadyOpen, calls_.lastError());
+  if (isOpen()) throw ECommError(ECommError::alreadyOpen, calls_.lastError(), name_);
   handle_ = calls_.open(name_);
   check(isOpen(), ECommError::openFailed);
   TserialState found;
@@ -82,7 +124,7 @@ std::uint32_t TCommPort::bytesWaiting() {
 }
 
 void TCommPort::check(bool succeeded, ECommError::Tcode code) {
-  if (!succeeded) throw ECommError(code, calls_.lastError());
+  if (!succeeded) throw ECommError(code, calls_.lastError(), name_);
 }
 
 /// A step of opening: one that fails closes the port again, and what is told is its own error, not the closing's.
@@ -90,7 +132,7 @@ void TCommPort::checkOpening(bool succeeded, ECommError::Tcode code) {
   if (succeeded) return;
   const std::uint32_t systemError = calls_.lastError();
   calls_.close(std::exchange(handle_, TserialCalls::invalidHandle));
-  throw ECommError(code, systemError);
+  throw ECommError(code, systemError, name_);
 }
 
 void TCommPort::requireOpen() {

@@ -7,7 +7,7 @@
 
 #include "comm/serialCalls.h"
 
-/// What went wrong with a serial port: the code of its message, and the system's error number of that moment.
+/// A failure of a serial port: the code of its message, the system's error number, and the reason for the log.
 class ECommError : public std::exception {
  public:
   enum Tcode : signed char {
@@ -32,16 +32,26 @@ class ECommError : public std::exception {
     clearErrorFailed = 18,
   };
 
-  ECommError(Tcode code, std::uint32_t systemError) : code_(code), systemError_(systemError) {}
+  ECommError(Tcode code, std::uint32_t systemError, const std::string& port);
 
-  const char* what() const noexcept override { return "Serial port error"; }
+  const char* what() const noexcept override { return reason_.c_str(); }
   Tcode code() const { return code_; }
   std::uint32_t systemError() const { return systemError_; }
+  /// "open COM5: Permission denied (13)"
+  const std::string& reason() const { return reason_; }
 
  private:
   Tcode code_;
   std::uint32_t systemError_;
+  std::string reason_;
 };
+
+/// What was tried when an error arose, and its message; both null for an unknown code.
+struct TserialErrorText {
+  const char* operation;
+  const char* message;
+};
+TserialErrorText serialErrorText(ECommError::Tcode code);
 
 /// One serial port, closed with the object. Every failure is an `ECommError`; a failed open leaves it closed.
 class TCommPort {

@@ -5,6 +5,8 @@
 #include <cstring>
 
 #include "comm/genComm.h"
+#include "support/failure.h"
+#include "support/log.h"
 
 namespace {
 
@@ -37,24 +39,44 @@ auto VMRcommClass::closingOnThrow(Twork work) {
   }
 }
 
-/// Runs an exchange, after which a channel is open only if the result is success.
+/// Runs an exchange. A failure is logged and closes the channel; what an exception says is logged where it is handled.
 template <typename Twork>
 int VMRcommClass::exchange(Twork work) {
-  const int result = closingOnThrow(work);
-  if (result != commSuccess) closeChannel();
-  return result;
+  return closingOnThrow([&] {
+    int result = commFailed;
+    try {
+      result = work();
+    } catch (...) {
+      logFailure({});
+      throw;
+    }
+    if (result == commSuccess) return result;
+    logFailure(channel_ && !channel_->failure().empty() ? channel_->failure() : "not what was expected");
+    closeChannel();
+    return result;
+  });
+}
+
+/// Logs also what was received and not yet read.
+void VMRcommClass::logFailure(const std::string& reason) noexcept try {
+  if (channel_) trace_.addReceived(channel_->takeRest());
+  trace_.logFailure(channel_ ? channel_->target() : "no channel", reason);
+} catch (...) {
+  logCaught("the log of an exchange");
 }
 
 void VMRcommClass::closeChannel() noexcept try {
   if (channel_ && channel_->isOpen()) channel_->close();
 } catch (...) {
-  return;  // the failure that led here is the one to report
+  logCaught("closing the channel");
 }
 
 int VMRcommClass::getData(const char* command, std::size_t length, void* buffer, std::size_t count) {
+  trace_.start(command, length);
   return exchange([&] {
     if (!buffer || count == 0) throw TinvalidDataLengthException();
     const std::size_t size = checkedBlockSize();
+    trace_.setBlocks(count, size);
     if (channel().write(command, length) != commSuccess) return commFailed;
     channel().progress(commandSent);
     return takeBlocks(static_cast<char*>(buffer), count, size);
@@ -63,6 +85,7 @@ int VMRcommClass::getData(const char* command, std::size_t length, void* buffer,
 
 int VMRcommClass::takeBlocks(char* buffer, std::size_t count, std::size_t size) {
   for (std::size_t block = 0; block < count; ++block) {
+    trace_.enter(TexchangeStep::reply, block);
     char* place = buffer + block * size;
     std::memset(place, 0, size);
     if (!awaitBytes(size, replySlot) || channel().read(place, size) != commSuccess) return commWrongReply;
@@ -73,11 +96,14 @@ int VMRcommClass::takeBlocks(char* buffer, std::size_t count, std::size_t size) 
 }
 
 int VMRcommClass::putData(const char* command, std::size_t length, const void* buffer, std::size_t count) {
+  trace_.start(command, length);
   return exchange([&] {
     if (!command || count == 0) return commFailed;
     const std::size_t size = checkedBlockSize();
+    trace_.setBlocks(count, size);
     if (channel().write(command, length) != commSuccess) return commFailed;
     channel().progress(putCommandSent);
+    trace_.enter(TexchangeStep::commandAcknowledgement);
     const auto first = readAcknowledgement();
     // Looser than after a block: either of the two bytes is enough.
     if (!first || (first->status != accepted && first->end != carriageReturn)) return commWrongReply;
@@ -87,10 +113,12 @@ int VMRcommClass::putData(const char* command, std::size_t length, const void* b
 
 int VMRcommClass::sendBlocks(const char* buffer, std::size_t count, std::size_t size) {
   for (std::size_t block = 0; block < count; ++block) {
+    trace_.enter(TexchangeStep::block, block);
     TDataCommClass::pumpMessages();
     requireNotCancelled();
     if (channel().write(buffer + block * size, size) != commSuccess) return commFailed;
     channel().progress(blockProgress(block, count));
+    trace_.enter(TexchangeStep::blockAcknowledgement, block);
     const char due = block + 1 == count ? accepted : goOn;
     const auto answer = readAcknowledgement();
     if (!answer || answer->status != due || answer->end != carriageReturn) return commWrongReply;
@@ -112,12 +140,14 @@ bool VMRcommClass::awaitBytes(std::size_t count, milliseconds slot) {
     const TcommWait wait = channel().waitForBytes(count, std::chrono::ceil<milliseconds>(slotEnd - Tclock::now()));
     if (wait != TcommWait::slotOver) return wait == TcommWait::arrived;
   }
-  throw TcommTimeoutException();
+  throw TcommTimeoutException(
+      Tfailure{"wait for", channel().target(), "no answer in " + std::to_string(timeOut) + " ms"}.text());
 }
 
 std::optional<VMRcommClass::Tacknowledgement> VMRcommClass::readAcknowledgement() {
   std::array<char, 4> bytes{};
   if (!awaitBytes(2, acknowledgementSlot) || channel().read(bytes.data(), 2) != commSuccess) return std::nullopt;
+  trace_.addReceived({bytes.data(), 2});
   return Tacknowledgement{bytes[0], bytes[1]};
 }
 

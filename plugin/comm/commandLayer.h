@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
+
+#include "comm/exchangeTrace.h"
 
 class TDataCommClass;
 
@@ -16,7 +19,7 @@ inline constexpr std::size_t commandLength = 5;
 ///
 /// The channel is closed when an exchange fails, and when any exception leaves a function of this class, whichever
 /// function of the channel threw it. Every function but the exchanges forwards to the channel, and throws
-/// `TinvalidCommModuleException` where there is none.
+/// `TinvalidCommModuleException` where there is none. The log says at which step an exchange failed.
 class VMRcommClass {
  public:
   explicit VMRcommClass(TDataCommClass* channel) : channel_(channel) {}
@@ -59,6 +62,7 @@ class VMRcommClass {
   template <typename Twork>
   int exchange(Twork work);
   void closeChannel() noexcept;
+  void logFailure(const std::string& reason) noexcept;
   int takeBlocks(char* buffer, std::size_t count, std::size_t size);
   int sendBlocks(const char* buffer, std::size_t count, std::size_t size);
   void requireNotCancelled();
@@ -66,4 +70,5 @@ class VMRcommClass {
   std::optional<Tacknowledgement> readAcknowledgement();
 
   TDataCommClass* channel_;
+  TexchangeTrace trace_;
 };

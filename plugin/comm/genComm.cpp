@@ -3,15 +3,21 @@
 #include <QCoreApplication>
 #include <QTcpSocket>
 #include <QThread>
+#include <algorithm>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include "comm/commStruct.h"
 #include "comm/transportMessages.h"
+#include "support/failure.h"
+#include "support/log.h"
 
 // What the three transports have in common; each has a source file of its own.
 
 namespace {
+
+constexpr std::size_t mostOfRest = 64;
 
 /// Lets a little time pass in a wait that has lasted so long: an answer that comes at once is not to wait for the end
 /// of a sleep.
@@ -41,11 +47,12 @@ TDataCommClass::~TDataCommClass() {
   try {
     if (open_) closeTransport();
   } catch (...) {
-    open_ = false;  // nobody is left to be told
+    logCaught("the end of a channel");
   }
 }
 
 int TDataCommClass::open() {
+  failure_.clear();
   try {
     switch (mode_) {
       case TcommMode::serial:
@@ -93,7 +100,9 @@ void TDataCommClass::closeTransport() {
   connected_ = nullptr;
   state_ = TcommState::idle;
   resources_->close();
-  if (failure) showSerialError(*failure);
+  if (!failure) return;
+  logFailure(failure->reason());
+  showSerialError(*failure);
 }
 
 std::uint32_t TDataCommClass::bytesWaiting() {
@@ -145,7 +154,10 @@ TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseco
   while (true) {
     const std::uint32_t waiting = bytesWaiting();
     if (waiting >= count) return TcommWait::arrived;
-    if (isLost()) return TcommWait::lost;
+    if (isLost()) {
+      if (connected_) lost("wait for");
+      return TcommWait::lost;
+    }
     const auto passed = Tclock::now() - begin;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(slot - passed);
     if (left.count() <= 0) return TcommWait::slotOver;
@@ -157,6 +169,34 @@ TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseco
       resources_->serial()->awaitInput(left);
     }
   }
+}
+
+std::string TDataCommClass::takeRest() noexcept {
+  const bool silent = std::exchange(silent_, true);
+  std::string bytes;
+  try {
+    bytes.resize(std::min<std::size_t>(bytesWaiting(), mostOfRest));
+    if (read(bytes.data(), bytes.size()) != commSuccess) bytes.clear();
+  } catch (...) {
+    bytes.clear();  // of a lost link nothing is left to read
+  }
+  silent_ = silent;
+  return bytes;
+}
+
+std::string TDataCommClass::failureText(const char* operation, const std::string& reason) const {
+  return Tfailure{operation, target(), reason}.text();
+}
+
+int TDataCommClass::failed(const char* operation, const std::string& reason) {
+  failure_ = failureText(operation, reason);
+  return commFailed;
+}
+
+/// The result of a read or write that did so many bytes.
+int TDataCommClass::transferred(const char* operation, std::size_t done, std::size_t count) {
+  if (done == count) return commSuccess;
+  return failed(operation, std::to_string(done) + " of " + std::to_string(count) + " bytes");
 }
 
 /// A serial port with some bytes does not tell of more, and the USB driver tells of none.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <variant>
 
 #include "comm/commExceptions.h"
@@ -93,6 +94,13 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   static void pumpMessages();
   bool isOpen() const { return open_; }
 
+  /// What the channel is connected to ("COM5"), and why the last read, write or wait failed; empty if none has since
+  /// the channel was opened.
+  std::string target() const { return targetOf(*parameters_); }
+  const std::string& failure() const { return failure_; }
+  /// Reads what can be read without a wait, for the log. Shows nothing and throws nothing.
+  std::string takeRest() noexcept;
+
  protected:
   virtual void showSerialError(const ECommError& error);
   virtual void socketError(TsocketError error);
@@ -114,12 +122,17 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   void show(const TmessageText& message);
   template <typename Tparameters>
   const Tparameters& parameters() const;
+  int failed(const char* operation, const std::string& reason);
+  std::string failureText(const char* operation, const std::string& reason) const;
+  int transferred(const char* operation, std::size_t done, std::size_t count);
   TcommMode openMode() const { return open_ ? mode_ : TcommMode::none; }
   void openUsbDevice();
   void closeUsbDevice();
   void openPort(const TserialParameters& parameters);
   void startConnecting(const TethernetParameters& parameters);
   void awaitConnection();
+  void requireNotRefused() const;
+  int lost(const char* operation);
   void closeTransport();
   bool isLost() const;
   bool canWaitOnLink(std::uint32_t waiting) const;
@@ -135,6 +148,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   QTcpSocket* connected_ = nullptr;
   std::unique_ptr<QObject> events_;  ///< context of the socket's events
   TshowBox showBox_;
+  std::string failure_;
   bool open_ = false;
   bool usbOpen_ = false;
   bool refused_ = false;

@@ -3,6 +3,7 @@
 #include <QTcpSocket>
 #include <QTimer>
 #include <stdexcept>
+#include <string>
 
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
@@ -73,13 +74,23 @@ void TDataCommClass::awaitConnection() {
   QTcpSocket* socket = resources_->ethernet();
   for (unsigned pass = 0; pass < passesOf(connectTimeOut_); ++pass) {
     if (state_ == TcommState::connected) return;
-    if (refused_) throw TinitializationException();
+    requireNotRefused();
     if (cancelRequested()) throw ToperationCancelledException();
     runSlot(*socket);
   }
   if (state_ == TcommState::connected) return;
-  if (refused_) throw TinitializationException();
-  throw TcommTimeoutException();
+  requireNotRefused();
+  throw TcommTimeoutException(failureText("connect to", "no answer in " + std::to_string(connectTimeOut_) + " ms"));
+}
+
+void TDataCommClass::requireNotRefused() const {
+  if (!refused_) return;
+  throw TinitializationException(failureText("connect to", resources_->ethernet()->errorString().toStdString()));
+}
+
+/// The result of a read or write over a connection that is lost.
+int TDataCommClass::lost(const char* operation) {
+  return failed(operation, connected_->errorString().toStdString());
 }
 
 void TDataCommClass::socketConnect(QTcpSocket* socket) {
@@ -101,24 +112,25 @@ int TDataCommClass::ethernetRead(void* buffer, std::size_t count) {
         connected_->read(static_cast<char*>(buffer) + received, static_cast<qint64>(count - received));
     received = result > 0 ? static_cast<std::size_t>(result) : 0;
     if (received >= count) return commSuccess;
-    if (isLost()) return commFailed;
+    if (isLost()) return lost("read from");
     pumpMessages();
     connected_->waitForReadyRead(slotLength);
   }
-  throw TcommTimeoutException();
+  throw TcommTimeoutException(failureText("read from", "incomplete after " + std::to_string(timeOut_) + " ms"));
 }
 
 int TDataCommClass::ethernetWrite(const void* buffer, std::size_t count) {
   const auto size = static_cast<qint64>(count);
-  if (isLost() || connected_->write(static_cast<const char*>(buffer), size) != size) return commFailed;
+  if (isLost() || connected_->write(static_cast<const char*>(buffer), size) != size) return lost("write to");
   connected_->flush();
   for (unsigned pass = 0; connected_->bytesToWrite() > 0 && pass < passesOf(timeOut_); ++pass) {
-    if (isLost()) return commFailed;
+    if (isLost()) return lost("write to");
     if (cancelRequested()) throw ToperationCancelledException();
     pumpMessages();
     connected_->waitForBytesWritten(slotLength);
   }
-  return connected_->bytesToWrite() == 0 && !isLost() ? commSuccess : commFailed;
+  if (isLost()) return lost("write to");
+  return transferred("write to", static_cast<std::size_t>(size - connected_->bytesToWrite()), count);
 }
 
 std::uint32_t TDataCommClass::ethernetBytesWaiting() {

@@ -1,6 +1,7 @@
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
 #include "comm/transportMessages.h"
+#include "support/log.h"
 
 // The serial transport.
 
@@ -9,16 +10,17 @@ void TDataCommClass::openSerial() {
   const auto& settings = parameters<TserialParameters>();
   if (!resources_->open(TcommStruct::serialKind)) {
     show(noSerialSlot);
-    throw TinitializationException();
+    throw TinitializationException(failureText("open", "another connection is open"));
   }
   try {
     openPort(settings);
   } catch (const ECommError& error) {
     showSerialError(error);
-    throw TinitializationException();
+    throw TinitializationException(error.reason());
   } catch (...) {
+    logCaught("opening " + target());
     show(serialOpenFailed);
-    throw TinitializationException();
+    throw TinitializationException(failureText("open", "an unexpected exception"));
   }
 }
 
@@ -33,24 +35,27 @@ void TDataCommClass::openPort(const TserialParameters& parameters) {
 }
 
 int TDataCommClass::serialRead(void* buffer, std::size_t count) try {
-  return resources_->serial()->read({static_cast<char*>(buffer), count}) == count ? commSuccess : commFailed;
+  return transferred("read", resources_->serial()->read({static_cast<char*>(buffer), count}), count);
 } catch (const ECommError& error) {
+  failure_ = error.reason();
   showSerialError(error);
   return commFailed;
 }
 
 int TDataCommClass::serialWrite(const void* buffer, std::size_t count) try {
-  return resources_->serial()->write({static_cast<const char*>(buffer), count}) == count ? commSuccess : commFailed;
+  return transferred("write", resources_->serial()->write({static_cast<const char*>(buffer), count}), count);
 } catch (const ECommError& error) {
+  failure_ = error.reason();
   showSerialError(error);
   return commFailed;
 }
 
-/// A line that cannot be asked is a lost one.
+/// A line that does not answer is lost.
 std::uint32_t TDataCommClass::serialBytesWaiting() try {
   return resources_->serial()->bytesWaiting();
 } catch (const ECommError& error) {
   serialLost_ = true;
+  failure_ = error.reason();
   showSerialError(error);
   return 0;
 }

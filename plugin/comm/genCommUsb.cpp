@@ -1,4 +1,5 @@
 #include <array>
+#include <string>
 #include <utility>
 
 #include "comm/commStruct.h"
@@ -12,6 +13,10 @@ namespace {
 /// What analyzers call themselves; the two differ in more than their last word.
 constexpr std::array<const char*, 2> descriptions = {"Velmora Systems QT484 Plus", "Velmora Systems Qt484 Final"};
 
+std::string statusText(Td2xxCalls::Tstatus status) {
+  return "driver status " + std::to_string(status);
+}
+
 }  // namespace
 
 void TDataCommClass::openUsb() {
@@ -20,7 +25,7 @@ void TDataCommClass::openUsb() {
     resources_->close();
     if (!resources_->open(TcommStruct::usbKind)) {
       show(noUsbHandle);
-      throw TnoDeviceAttachedException();
+      throw TnoDeviceAttachedException(failureText("open", "no place for its handle"));
     }
   }
   openUsbDevice();
@@ -29,12 +34,15 @@ void TDataCommClass::openUsb() {
 void TDataCommClass::openUsbDevice() {
   Td2xxCalls::Thandle* cell = resources_->usb();
   if (!cell) throw TnoDeviceAttachedException();
+  std::string reason;
   for (const char* description : descriptions) {
-    usbOpen_ = resources_->usbCalls().openEx(description, Td2xxCalls::openByDescription, cell) == 0;
+    const auto status = resources_->usbCalls().openEx(description, Td2xxCalls::openByDescription, cell);
+    usbOpen_ = status == 0;
     if (usbOpen_) return;
+    reason += (reason.empty() ? "" : ", ") + statusText(status) + " for " + description;
   }
   show(noUsbDevice);
-  throw TnoDeviceAttachedException();
+  throw TnoDeviceAttachedException(failureText("open", reason));
 }
 
 void TDataCommClass::closeUsbDevice() {
@@ -44,17 +52,18 @@ void TDataCommClass::closeUsbDevice() {
 int TDataCommClass::usbRead(void* buffer, std::uint32_t count) {
   std::uint32_t done = 0;
   const auto status = resources_->usbCalls().read(*resources_->usb(), buffer, count, &done);
-  return status == 0 && done == count ? commSuccess : commFailed;
+  return status == 0 ? transferred("read", done, count) : failed("read", statusText(status));
 }
 
 int TDataCommClass::usbWrite(const void* buffer, std::uint32_t count) {
   std::uint32_t done = 0;
   const auto status = resources_->usbCalls().write(*resources_->usb(), buffer, count, &done);
-  return status == 0 && done == count ? commSuccess : commFailed;
+  return status == 0 ? transferred("write", done, count) : failed("write", statusText(status));
 }
 
 std::uint32_t TDataCommClass::usbBytesWaiting() {
   std::uint32_t waiting = 0;
-  if (resources_->usbCalls().getQueueStatus(*resources_->usb(), &waiting) != 0) throw TnoDeviceAttachedException();
-  return waiting;
+  const auto status = resources_->usbCalls().getQueueStatus(*resources_->usb(), &waiting);
+  if (status == 0) return waiting;
+  throw TnoDeviceAttachedException(failureText("count the bytes of", statusText(status)));
 }

@@ -4,18 +4,6 @@
 
 namespace {
 
-/// By the error's code.
-constexpr std::array<const char*, 19> serialTexts = {"Bad Serial Port!",      "Bad Baud Rate!",
-                                                     "Bad Port Number!",      "Bad Stop Bits!",
-                                                     "Bad Parity!",           "Bad Byte Size!",
-                                                     "Port Already Open!",    "Port Not Open!",
-                                                     "Open Error!",           "Write Error!",
-                                                     "Read Error!",           "Close Error!",
-                                                     "Purge Comm Error!",     "Flush File Buffers Error!",
-                                                     "Get Comm State Error!", "Set Comm State Error!",
-                                                     "Setup Comm Error!",     "Set Comm Timeouts Error!",
-                                                     "Clear Comm Error!"};
-
 constexpr TmessageText unspecifiedSerialError = {"An unspecified serial port error occurred.\rOperation Canceled.",
                                                  "Unspecified Serial Port Error", TmessageIcon::error};
 
@@ -35,9 +23,8 @@ constexpr std::array<TmessageText, 6> socketMessages = {
 }  // namespace
 
 TmessageText serialErrorMessage(ECommError::Tcode code) {
-  const auto index = static_cast<std::size_t>(code);
-  if (code < 0 || index >= serialTexts.size()) return unspecifiedSerialError;
-  return {serialTexts.at(index), "Serial Port Error", TmessageIcon::error};
+  const char* text = serialErrorText(code).message;
+  return text ? TmessageText{text, "Serial Port Error", TmessageIcon::error} : unspecifiedSerialError;
 }
 
 TmessageText socketErrorMessage(TsocketError error) {

@@ -1,14 +1,20 @@
 #include "upload/transfer.h"
 
+#include <algorithm>
 #include <boost/scoped_ptr.hpp>
+#include <chrono>
+#include <string>
 #include <vector>
 
 #include "comm/commandLayer.h"
 #include "comm/genComm.h"
 #include "comm/handshake.h"
+#include "support/log.h"
 #include "upload/messages.h"
 
 namespace {
+
+using Tclock = std::chrono::steady_clock;
 
 constexpr int recordsStart = 50;
 constexpr int recordsDone = 100;
@@ -40,8 +46,13 @@ class TprogressChannel final : public TcancellableChannel {
   TtransferView& view_;
 };
 
-bool opened(VMRcommClass& analyzer) try { return analyzer.open() == 0; } catch (...) {
-  return false;
+bool opened(VMRcommClass& analyzer) {
+  try {
+    return analyzer.open() == 0;
+  } catch (...) {
+    logCaught("opening the connection of an upload");
+    return false;
+  }
 }
 
 TcommOutcome putRecords(VMRcommClass& analyzer, const std::vector<std::uint8_t>& image, std::size_t blockSize) {
@@ -67,16 +78,29 @@ TtransferResult transfer(const std::vector<std::uint8_t>& image, const TuploadTr
   return {true, std::nullopt};
 }
 
+/// Logs what a step of an upload ended with, and how long it took: "transfer completed after 8012 ms".
+void logEnd(const std::string& step, Tclock::time_point start, const TtransferResult& result) {
+  const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(Tclock::now() - start).count();
+  const std::string after = " after " + std::to_string(time) + " ms";
+  if (result.completed) return logInfo(step + " completed" + after);
+  std::string text = result.message ? result.message->text : "cancelled";
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  logFailure(step + " failed" + after + ": " + text);
+}
+
 }  // namespace
 
 TcommOutcome greet(const TuploadTransport& transport, TcommStruct& resources, const TtransferView& view,
                    const TtransferSettings& settings) {
-  return runCommStep(TcommStep::handshake, [&] {
+  const auto start = Tclock::now();
+  const TcommOutcome failure = runCommStep(TcommStep::handshake, [&] {
     TcancellableChannel channel(transport, resources, view, settings);
     VMRcommClass analyzer(&channel);
     std::vector<char> reply(settings.blockSize);
     return greetAnalyzer(analyzer, reply);
   });
+  logEnd("handshake", start, {!failure, failure});
+  return failure;
 }
 
 TtransferResult transferRecords(const TuploadCommStruct& upload, TcommStruct& resources, TtransferView& view) {
@@ -85,7 +109,11 @@ TtransferResult transferRecords(const TuploadCommStruct& upload, TcommStruct& re
 
 TtransferResult transferImage(const std::vector<std::uint8_t>& image, const TuploadTransport& transport,
                               TcommStruct& resources, TtransferView& view, const TtransferSettings& settings) try {
-  return transfer(image, transport, resources, view, settings);
+  const auto start = Tclock::now();
+  const TtransferResult result = transfer(image, transport, resources, view, settings);
+  logEnd("transfer", start, result);
+  return result;
 } catch (...) {
+  logCaught("transfer");
   return {false, unspecifiedError};
 }

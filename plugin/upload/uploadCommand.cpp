@@ -2,9 +2,12 @@
 
 #include <QGuiApplication>
 #include <QPointer>
+#include <memory>
 #include <optional>
+#include <string>
 
 #include "comm/selector/communicationsSelector.h"
+#include "support/log.h"
 #include "support/messageBox.h"
 #include "upload/messages.h"
 #include "upload/progress.h"
@@ -55,6 +58,12 @@ void transferWithProgress(const TuploadCommStruct& upload, TcommStruct& resource
   const std::unique_ptr<TfrmProgress> closed(dialog.data());
 }
 
+void logStart(const TuploadCommStruct& upload) {
+  const char* method = commMethodBy(&TcommMethodEntry::method, upload.method).name;
+  logInfo("upload of " + std::to_string(upload.entries->size()) + " records over " + method + ", " +
+          targetOf(transportOf(upload).parameters));
+}
+
 }  // namespace
 
 void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings) {
@@ -64,6 +73,7 @@ void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile
     if (!choice) return;
     const auto entries = makeUploadEntries(records);
     const TuploadCommStruct upload(choice->method, serialPortNumber(choice->portText), choice->octets, entries);
+    logStart(upload);
     TcommStruct resources;
     const TcommOutcome failure = greetOverTransport(upload, resources, owner);
     if (self.isNull()) return;
@@ -73,6 +83,7 @@ void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile
       transferWithProgress(upload, resources, owner);
     }
   } catch (...) {
+    logCaught("upload");
     if (!self.isNull()) showMessage(owner, internalError);
   }
 }

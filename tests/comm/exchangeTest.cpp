@@ -52,7 +52,7 @@ class TscriptedChannel final : public TDataCommClass {
 
  private:
   void mayThrow(const char* function) const {
-    if (throwing == function) throw ECommError(ECommError::notOpen, 1);
+    if (throwing == function) throw ECommError(ECommError::notOpen, 1, "COM5");
   }
 
   QByteArray answers_;
