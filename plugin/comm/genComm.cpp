@@ -8,8 +8,8 @@
 #include <thread>
 #include <utility>
 
+#include "comm/commMessages.h"
 #include "comm/commStruct.h"
-#include "comm/transportMessages.h"
 #include "support/failure.h"
 #include "support/log.h"
 

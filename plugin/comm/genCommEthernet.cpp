@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "comm/commMessages.h"
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
-#include "comm/transportMessages.h"
 
 // The Ethernet transport: a TCP client socket.
 

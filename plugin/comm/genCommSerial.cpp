@@ -1,6 +1,6 @@
+#include "comm/commMessages.h"
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
-#include "comm/transportMessages.h"
 #include "support/log.h"
 
 // The serial transport.

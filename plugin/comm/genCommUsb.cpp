@@ -2,9 +2,9 @@
 #include <string>
 #include <utility>
 
+#include "comm/commMessages.h"
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
-#include "comm/transportMessages.h"
 
 // The USB transport.
 

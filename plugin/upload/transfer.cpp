@@ -8,9 +8,8 @@
 
 #include "comm/commandLayer.h"
 #include "comm/genComm.h"
-#include "comm/handshake.h"
 #include "support/log.h"
-#include "upload/messages.h"
+#include "upload/uploadMessages.h"
 
 namespace {
 
@@ -93,11 +92,13 @@ void logEnd(const std::string& step, Tclock::time_point start, const TtransferRe
 TcommOutcome greet(const TuploadTransport& transport, TcommStruct& resources, const TtransferView& view,
                    const TtransferSettings& settings) {
   const auto start = Tclock::now();
-  const TcommOutcome failure = runCommStep(TcommStep::handshake, [&] {
+  const TcommOutcome failure = runCommStep(TcommStep::handshake, [&]() -> TcommOutcome {
     TcancellableChannel channel(transport, resources, view, settings);
     VMRcommClass analyzer(&channel);
+    if (analyzer.open() != 0) return couldNotInitialize;
     std::vector<char> reply(settings.blockSize);
-    return greetAnalyzer(analyzer, reply);
+    if (analyzer.getData(handshakeCommand, commandLength, reply.data(), 1) != 0) return couldNotCommunicate;
+    return std::nullopt;
   });
   logEnd("handshake", start, {!failure, failure});
   return failure;

@@ -9,9 +9,9 @@
 #include "comm/selector/communicationsSelector.h"
 #include "support/log.h"
 #include "support/messageBox.h"
-#include "upload/messages.h"
 #include "upload/progress.h"
 #include "upload/transfer.h"
+#include "upload/uploadMessages.h"
 
 namespace {
 

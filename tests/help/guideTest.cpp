@@ -5,7 +5,6 @@
 #include "browser/browserMessages.h"
 #include "comm/commExceptions.h"
 #include "comm/commMessages.h"
-#include "comm/selector/messages.h"
 #include "help/guideFiles.h"
 #include "help/helpTopic.h"
 #include "import/messages.h"
@@ -14,7 +13,7 @@
 #include "testproc/autosequenceFileStructs.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
-#include "upload/messages.h"
+#include "upload/uploadMessages.h"
 
 namespace {
 

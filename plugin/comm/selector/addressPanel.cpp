@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "comm/selector/octetBox.h"
-#include "comm/selector/octetInput.h"
 
 void TaddressPanel::setBoxes(const Tboxes& boxes) {
   boxes_ = boxes;
@@ -49,9 +48,7 @@ bool TaddressPanel::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool TaddressPanel::IPKeyPress(std::size_t box, const QKeyEvent& key) {
-  const ToctetBox& edit = *boxes_.at(box);
-  const ToctetMove move = moveByKey(key, {edit.text(), edit.cursorPosition(), edit.hasSelectedText()});
-  switch (move) {
+  switch (boxes_.at(box)->moveByKey(key)) {
     case ToctetMove::none:
       return false;
     case ToctetMove::nextBox:

@@ -3,8 +3,8 @@
 #include <QPointer>
 #include <utility>
 
-#include "comm/selector/messages.h"
-#include "comm/selector/octetInput.h"
+#include "comm/commMessages.h"
+#include "comm/selector/octetBox.h"
 #include "support/messageBox.h"
 #include "ui_communicationsSelector.h"
 
