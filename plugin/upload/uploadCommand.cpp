@@ -2,20 +2,20 @@
 
 #include <QGuiApplication>
 #include <QPointer>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "comm/selector/communicationsSelector.h"
 #include "support/log.h"
 #include "support/messageBox.h"
+#include "support/modalDialog.h"
 #include "upload/progress.h"
 #include "upload/transfer.h"
 #include "upload/uploadMessages.h"
 
 namespace {
 
-/// Gives an exchange up when the window that it is for has gone. Shows nothing: the greeting is too short for that.
+/// Cancels the handshake when the owner is destroyed. Shows no progress: the handshake is too short for that.
 class TgreetingView final : public TtransferView {
  public:
   explicit TgreetingView(QWidget* owner) : owner_(owner) {}
@@ -35,14 +35,11 @@ class TwaitCursor {
   ~TwaitCursor() { QGuiApplication::restoreOverrideCursor(); }
 };
 
-/// Nothing where the user has cancelled, or the owner has gone.
+/// Nothing if the user has cancelled or the owner was destroyed.
 std::optional<TconnectionChoice> chooseConnection(QWidget* owner, const TiniFile& hostSettings) {
   const auto isFree = [](int number) { return systemSerialCalls().isFree(number); };
-  const QPointer<TcomSelectFrm> selector = new TcomSelectFrm(hostSettings, isFree, owner);
-  const int result = selector->exec();
-  if (selector.isNull()) return std::nullopt;
-  const std::unique_ptr<TcomSelectFrm> closed(selector.data());
-  return result == QDialog::Accepted ? std::optional(closed->choice()) : std::nullopt;
+  TmodalDialog<TcomSelectFrm> selector(hostSettings, isFree, owner);
+  return selector.exec() == QDialog::Accepted ? std::optional(selector->choice()) : std::nullopt;
 }
 
 TcommOutcome greetOverTransport(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
@@ -52,16 +49,15 @@ TcommOutcome greetOverTransport(const TuploadCommStruct& upload, TcommStruct& re
 }
 
 void transferWithProgress(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
-  const QPointer<TfrmProgress> dialog = new TfrmProgress(&upload, &resources, owner);
-  dialog->exec();
-  if (!dialog.isNull()) dialog->awaitWorker();
-  const std::unique_ptr<TfrmProgress> closed(dialog.data());
+  TmodalDialog<TfrmProgress> dialog(&upload, &resources, owner);
+  dialog.exec();
+  if (!dialog.isGone()) dialog->awaitWorker();
 }
 
 void logStart(const TuploadCommStruct& upload) {
   const char* method = commMethodBy(&TcommMethodEntry::method, upload.method).name;
-  logInfo("upload of " + std::to_string(upload.entries->size()) + " records over " + method + ", " +
-          targetOf(transportOf(upload).parameters));
+  logInfo(std::string("upload starts: ") + method + ", " + targetOf(transportOf(upload).parameters) +
+          ", number of records: " + std::to_string(upload.entries->size()));
 }
 
 }  // namespace
