@@ -19,7 +19,7 @@ constexpr char accepted = '*';
 constexpr char goOn = 'C';
 constexpr char carriageReturn = '\r';
 
-// How far an exchange is, of 100: a command is out, the answer runs from 50 to 90.
+// The progress of an exchange: after the command is sent, and from 50 to 90 during the blocks.
 constexpr int commandSent = 50;
 constexpr int putCommandSent = 30;
 
@@ -39,7 +39,7 @@ auto VMRcommClass::closingOnThrow(Twork work) {
   }
 }
 
-/// Runs an exchange. A failure is logged and closes the channel; what an exception says is logged where it is handled.
+/// Runs an exchange. A failure is logged and closes the channel. The handler of an exception logs its text.
 template <typename Twork>
 int VMRcommClass::exchange(Twork work) {
   return closingOnThrow([&] {
@@ -51,13 +51,14 @@ int VMRcommClass::exchange(Twork work) {
       throw;
     }
     if (result == commSuccess) return result;
-    logFailure(channel_ && !channel_->failure().empty() ? channel_->failure() : "not what was expected");
+    const std::string reason = channel_ ? channel_->failure() : "";
+    logFailure(reason.empty() && result == commWrongReply ? "unexpected answer" : reason);
     closeChannel();
     return result;
   });
 }
 
-/// Logs also what was received and not yet read.
+/// Also logs what was received but not read.
 void VMRcommClass::logFailure(const std::string& reason) noexcept try {
   if (channel_) trace_.addReceived(channel_->takeRest());
   trace_.logFailure(channel_ ? channel_->target() : "no channel", reason);
@@ -105,7 +106,7 @@ int VMRcommClass::putData(const char* command, std::size_t length, const void* b
     channel().progress(putCommandSent);
     trace_.enter(TexchangeStep::commandAcknowledgement);
     const auto first = readAcknowledgement();
-    // Looser than after a block: either of the two bytes is enough.
+    // Less strict than after a block: either of the two bytes is enough.
     if (!first || (first->status != accepted && first->end != carriageReturn)) return commWrongReply;
     return sendBlocks(static_cast<const char*>(buffer), count, size);
   });

@@ -6,6 +6,7 @@
 #include "comm/commStruct.h"
 #include "comm/genComm.h"
 #include "comm/scriptedCalls.h"
+#include "support/failure.h"
 #include "tools/testList.h"
 
 namespace {
@@ -20,7 +21,7 @@ TcommParameters addressOf(int port, unsigned timeOut = 0) {
   return TethernetParameters{port, {127, 0, 0, 1}, timeOut};
 }
 
-/// The name of what a piece of work throws.
+/// The name of the exception that the work throws.
 template <typename Twork>
 QByteArray thrownBy(Twork work) try {
   work();
@@ -54,7 +55,7 @@ QByteArray codeOf(const std::function<void()>& work) try {
 
 }  // namespace
 
-/// The channels: how each transport is opened, used and closed, and what each failure becomes.
+/// Opens, uses and closes a channel over each transport, with every failure.
 class TchannelTest : public QObject {
   Q_OBJECT
 
@@ -200,6 +201,37 @@ class TchannelTest : public QObject {
     QCOMPARE(thrownBy([&] { channel.bytesWaiting(); }), QByteArray("no device"));
   }
 
+  void aFailureSaysWhatFailedAndWhy() {
+    TcommStruct resources({serial_, usb_});
+    const auto reason = [&](TcommMode mode, const TcommParameters& parameters) -> QByteArray {
+      TDataCommClass channel(&resources, mode, 100, 264, &parameters, true);
+      try {
+        channel.open();
+        channel.write("12345", 5);
+        return channel.failure().c_str();
+      } catch (const TcommException& error) {
+        return error.reason().c_str();
+      }
+    };
+    serial_.failing = usb_.failing = "open";
+    QCOMPARE(reason(TcommMode::serial, serialParameters), ("open COM5: " + systemErrorText(1002)).c_str());
+    QCOMPARE(reason(TcommMode::usb, usbParameters),
+             QByteArray("open USB device: driver status 4 for Velmora Systems QT484 Plus, driver status 4 for Velmora "
+                        "Systems Qt484 Final"));
+    serial_.failing = usb_.failing = "write";
+    QVERIFY(reason(TcommMode::serial, serialParameters).startsWith("write COM5: "));
+    QCOMPARE(reason(TcommMode::usb, usbParameters), QByteArray("write USB device: driver status 4"));
+    serial_.failing.clear();
+    serial_.transfer = 2;
+    QCOMPARE(reason(TcommMode::serial, serialParameters), QByteArray("write COM5: 2 of 5 bytes"));
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const int port = server.serverPort();
+    server.close();
+    QCOMPARE(reason(TcommMode::ethernet, addressOf(port)),
+             "connect to 127.0.0.1:" + QByteArray::number(port) + ": Connection refused");
+  }
+
   void theHolderHasOneSlotInUse() {
     TcommStruct resources({serial_, usb_});
     QCOMPARE(resources.close(), -1);
@@ -211,7 +243,7 @@ class TchannelTest : public QObject {
     QCOMPARE(boxes_, QByteArrayList{"An Serial connection could not be found.\nOperation Canceled."});
     QVERIFY(resources.open(TcommStruct::usbKind));
     TDataCommClass usb(&resources, TcommMode::usb, 100, 264, &usbParameters, false, recorder());
-    QCOMPARE(usb.open(), 0);  // asks once more, with the slots emptied
+    QCOMPARE(usb.open(), 0);  // empties the slots and asks again
     for (const auto mode : {TcommMode::none, TcommMode::usb}) {
       QCOMPARE(thrownBy([&] { TDataCommClass(&resources, mode, 100, 264, nullptr, true); }),
                QByteArray("uninitialized"));
@@ -228,11 +260,11 @@ class TchannelTest : public QObject {
     {
       const TcommParameters address = addressOf(port);
       TDataCommClass channel(&resources, TcommMode::ethernet, 5, 264, &address, true);
-      QCOMPARE(channel.open(), 0);  // one pass at least
+      QCOMPARE(channel.open(), 0);  // waits for at least one pass
       QCOMPARE(channel.connectionState(), TcommState::connected);
       QCOMPARE(resources.ethernet()->socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
     }
-    // The application may go on without the module.
+    // Nothing of the module may stay with the application, which may outlive it.
     QCOMPARE(QAbstractEventDispatcher::instance()->children(), heldByApplication);
     server.close();
     const TcommParameters refused = addressOf(port, 5000);
@@ -244,7 +276,7 @@ class TchannelTest : public QObject {
     QVERIFY(!resources.isInUse());
   }
 
-  /// A peer whose queue of connections is full answers nothing at all.
+  /// A peer whose connection queue is full does not answer at all.
   void aConnectionWithoutAnAnswerTimesOut() {
     QTcpServer server;
     server.setListenBacklogSize(1);

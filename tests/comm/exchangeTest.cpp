@@ -1,3 +1,4 @@
+#include <QRegularExpression>
 #include <QTest>
 #include <stdexcept>
 
@@ -6,11 +7,13 @@
 #include "comm/commandLayer.h"
 #include "comm/genComm.h"
 #include "comm/scriptedCalls.h"
+#include "support/log.h"
+#include "tools/testFiles.h"
 #include "tools/testList.h"
 
 namespace {
 
-/// A channel that answers from a text, and of which everything that happens can be read.
+/// A channel that answers from a text and records its use.
 class TscriptedChannel final : public TDataCommClass {
  public:
   TscriptedChannel(TcommStruct& resources, unsigned timeOut, std::size_t blockSize, QByteArray answers)
@@ -19,7 +22,7 @@ class TscriptedChannel final : public TDataCommClass {
     TDataCommClass::open();
   }
 
-  int slots_ = 0;        ///< that were begun
+  int slots_ = 0;        ///< started so far
   int cancelAfter = 0;   ///< slots; 0 for never
   int failingWrite = 0;  ///< counted from 1
   QByteArray throwing;   ///< the function that throws
@@ -183,7 +186,35 @@ class TexchangeTest : public QObject {
     QCOMPARE(usb.calls.count("close"), 2);
   }
 
-  /// All texts, because what goes wrong is told by them alone.
+  void aFailedExchangeIsLoggedWithoutTheRecords() {
+    TscriptedSerial serial;
+    TscriptedUsb usb;
+    TcommStruct resources({serial, usb});
+    const TtestFolder folder;
+    openLog(folder.path());
+    TscriptedChannel channel(resources, 30, 2, "*\rC\r?xyz");
+    QCOMPARE(VMRcommClass(&channel).putData(putRecordsCommand, commandLength, "aabbcc", 3), -2);
+    TscriptedChannel late(resources, 30, 2, "*");
+    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException,
+                             VMRcommClass(&late).putData(putRecordsCommand, commandLength, "aa", 1));
+    TscriptedChannel broken(resources, 30, 2, "*\r");
+    broken.failingWrite = 2;
+    QCOMPARE(VMRcommClass(&broken).putData(putRecordsCommand, commandLength, "aa", 1), -1);
+    closeLog();
+    QString log = QString::fromLatin1(bytesOf(folder / "EquipmentRecord.log"));
+    log.replace(QRegularExpression(QStringLiteral("after [0-9]+ ms")), QStringLiteral("after N ms"));
+    for (const char* line :
+         {"exchange with USB device failed at acknowledgement of block 2 of 3 (2 bytes) after N ms: unexpected "
+          "answer; command 50 45 51 52 0D; received 3F 78 79 7A\n",
+          "failed at acknowledgement of the command after N ms; command 50 45 51 52 0D; received 2A\n",
+          "failed at block 1 of 1 (2 bytes) after N ms; command 50 45 51 52 0D; received "
+          "nothing\n"}) {
+      QVERIFY2(log.contains(QLatin1String(line)), qPrintable(log));
+    }
+    QCOMPARE(log.count(u'\n'), 3);
+  }
+
+  /// All texts, because the user learns of a failure only from them.
   void everyExceptionHasItsMessage() {
     const auto told = [](auto exception) {
       const auto outcome = runCommStep(TcommStep::putData, [&]() -> TcommOutcome { throw exception; });

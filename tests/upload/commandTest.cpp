@@ -4,6 +4,7 @@
 
 #include "store/datastructs.h"
 #include "support/iniFile.h"
+#include "support/log.h"
 #include "support/messageBox.h"
 #include "tools/analyzerProcess.h"
 #include "tools/messageRecorder.h"
@@ -42,14 +43,19 @@ class TuploadCommandTest : public QObject {
   void theWholeListArrives() {
     TanalyzerProcess analyzer({QStringLiteral("--usb"), QStringLiteral("0")});
     qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    openLog(folder_.path());
     upload();
+    closeLog();
+    const QByteArray log = bytesOf(folder_ / "EquipmentRecord.log");
+    QVERIFY(log.contains("upload starts: USB, USB device, number of records: 1\n") && !log.contains("A-1"));
+    QVERIFY(log.contains("handshake completed after ") && log.contains("transfer completed after "));
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
     QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
     QVERIFY(bytesOf(folder_ / "QT484pc.ini").contains("DEFAULTCOMMMETHOD=1"));
   }
 
   void whatGoesWrongIsOneBox() {
-    qputenv("QT484_USB", "1");  // where nothing listens
+    qputenv("QT484_USB", "1");  // no one listens there
     upload();
     QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
     records_ = TequipRecTable(std::vector<TequipRec>(equipRecLimit));
