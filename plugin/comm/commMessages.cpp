@@ -38,7 +38,7 @@ const char* unknownText(TcommStep step) {
 TmessageText messageOfCaught(TcommStep step) try { throw; } catch (const TcommTimeoutException&) {
   return error("Timeout Error.\nOperation Canceled.");
 } catch (const TnoDeviceAttachedException&) {
-  return error("No Deviced Attached.\nOperation Canceled.");  // spelled so
+  return error("No Deviced Attached.\nOperation Canceled.");  // misspelled on purpose
 } catch (const TinitializationException&) {
   return couldNotInitialize;
 } catch (const TbadInitializationException&) {

@@ -7,14 +7,14 @@
 #include "comm/genComm.h"
 #include "support/messages.h"
 
-/// Every text that the connection to the analyzer shows.
+/// The messages about the connection to the analyzer.
 
 /// The message for the user at the end of a step of the exchange; none after success.
 using TcommOutcome = std::optional<TmessageText>;
 
 enum class TcommStep { handshake, putData };
 
-/// Runs a step and turns whatever it throws into its message, and logs it.
+/// Runs a step. Logs whatever it throws and turns it into its message.
 TcommOutcome runCommStep(TcommStep step, const std::function<TcommOutcome()>& work);
 
 inline constexpr TmessageText couldNotInitialize = {"Could not initialize connection.\nOperation Canceled.", "Error",

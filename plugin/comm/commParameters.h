@@ -23,7 +23,7 @@ inline constexpr std::array<TcommMethodEntry, 3> commMethods = {
      {TcommMethod::ethernet, 2, TcommMode::ethernet, "Ethernet"},
      {TcommMethod::serial, 3, TcommMode::serial, "serial port"}}};
 
-/// The entry whose `member` has this value; the one of a method that does not exist if there is none.
+/// The entry whose `member` has this value. If there is none, an entry with mode none.
 template <typename Tvalue>
 constexpr TcommMethodEntry commMethodBy(Tvalue TcommMethodEntry::*member, Tvalue value) {
   const auto found = std::find_if(commMethods.begin(), commMethods.end(),
@@ -31,7 +31,7 @@ constexpr TcommMethodEntry commMethodBy(Tvalue TcommMethodEntry::*member, Tvalue
   return found == commMethods.end() ? TcommMethodEntry{TcommMethod{0xFF}, 0, TcommMode::none, "no connection"} : *found;
 }
 
-/// Identifies a USB device; opening it goes by its description instead.
+/// Identifies a USB device. Not used: the device is opened by its description.
 struct TusbParameters {
   std::uint16_t vendor = 0x0403;
   std::uint16_t product = 60273;
@@ -50,10 +50,10 @@ struct TserialParameters {
 struct TethernetParameters {
   std::int32_t port = 60601;
   std::array<std::uint8_t, 4> octets{};  ///< most significant first
-  std::uint32_t timeOut = 0;             ///< of the connect, in ms; 0: the channel's own
+  std::uint32_t timeOut = 0;             ///< for the connect, in ms; 0 for the channel's own
 };
 
 using TcommParameters = std::variant<TusbParameters, TserialParameters, TethernetParameters>;
 
-/// What the parameters lead to, for the log: "COM5", "192.168.1.20:60601", "USB device".
+/// The name of what the parameters lead to, for the log: "COM5", "192.168.1.20:60601", "USB device".
 std::string targetOf(const TcommParameters& parameters);

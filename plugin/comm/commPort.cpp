@@ -10,7 +10,7 @@ namespace {
 constexpr std::uint32_t inputQueue = 32768;
 constexpr std::uint32_t outputQueue = 9216;
 
-/// By the error's code.
+/// Indexed by the error's code.
 constexpr std::array<TserialErrorText, 19> errorTexts = {{{"use", "Bad Serial Port!"},
                                                           {"set the baud rate of", "Bad Baud Rate!"},
                                                           {"find", "Bad Port Number!"},
@@ -31,7 +31,7 @@ constexpr std::array<TserialErrorText, 19> errorTexts = {{{"use", "Bad Serial Po
                                                           {"set the time-outs of", "Set Comm Timeouts Error!"},
                                                           {"count the bytes of", "Clear Comm Error!"}}};
 
-/// Misuse of a port is no error of the system, which has no text for it.
+/// The system has no text for the misuse of a port.
 std::string reasonOf(ECommError::Tcode code, std::uint32_t systemError) {
   if (code == ECommError::alreadyOpen) return "the port is open";
   if (code == ECommError::notOpen) return "the port is not open";
@@ -127,7 +127,7 @@ void TCommPort::check(bool succeeded, ECommError::Tcode code) {
   if (!succeeded) throw ECommError(code, calls_.lastError(), name_);
 }
 
-/// A step of opening: one that fails closes the port again, and what is told is its own error, not the closing's.
+/// Checks a step of opening. A failed step closes the port, but the step's own error is thrown.
 void TCommPort::checkOpening(bool succeeded, ECommError::Tcode code) {
   if (succeeded) return;
   const std::uint32_t systemError = calls_.lastError();

@@ -46,14 +46,14 @@ class ECommError : public std::exception {
   std::string reason_;
 };
 
-/// What was tried when an error arose, and its message; both null for an unknown code.
+/// What failed with an error, as a verb, and the error's message; both null for an unknown code.
 struct TserialErrorText {
   const char* operation;
   const char* message;
 };
 TserialErrorText serialErrorText(ECommError::Tcode code);
 
-/// One serial port, closed with the object. Every failure is an `ECommError`; a failed open leaves it closed.
+/// One serial port; the destructor closes it. Every failure is an `ECommError`. A failed open leaves the port closed.
 class TCommPort {
  public:
   explicit TCommPort(TserialCalls& calls) : calls_(calls) {}
@@ -68,7 +68,7 @@ class TCommPort {
   /// Renames the port, which must be closed.
   void setName(const std::string& name);
 
-  // Of an open port these take effect at once; one that fails leaves the old value.
+  // These take effect at once if the port is open. A failure keeps the old value.
   void setBaudRate(std::uint32_t value);
   void setByteSize(std::uint8_t value);
   void setParity(std::uint8_t value);
@@ -77,7 +77,7 @@ class TCommPort {
   void open();
   void close();
 
-  /// Reads up to the size of `buffer`, within the port's times. Where fewer bytes came, a zero byte follows them.
+  /// Reads up to the size of `buffer`, within the port's time-outs. If fewer bytes came, a zero byte follows them.
   std::uint32_t read(std::span<char> buffer);
   std::uint32_t write(std::span<const char> bytes);
   std::uint32_t bytesWaiting();

@@ -7,14 +7,14 @@
 
 class QTcpSocket;
 
-/// What the channels reach the analyzer by; a test puts its own in their place.
+/// The system calls that the channels use; tests replace them.
 struct TcommDrivers {
   TserialCalls& serial = systemSerialCalls();
   Td2xxCalls& usb = systemD2xxCalls();
 };
 
-/// Holds the resources of one connection: one slot for each transport, of which one at most is in use. To be used on
-/// one thread from `open` to `close`.
+/// Holds the resources of one connection: one slot for each transport, at most one of them in use. Used on one thread
+/// from `open` to `close`.
 class TcommStruct {
  public:
   enum Tkind { usbKind = 1, serialKind = 2, ethernetKind = 3 };
@@ -24,14 +24,14 @@ class TcommStruct {
   TcommStruct& operator=(const TcommStruct&) = delete;
   ~TcommStruct();
 
-  /// Fills the slot of a kind and returns its address; null, and nothing changed, where a slot is in use already or the
-  /// kind is none.
+  /// Fills the slot of a kind and returns its address. Returns null and changes nothing if a slot is in use or the kind
+  /// is unknown.
   void* open(int kind);
 
-  /// Empties the slots. 0, or -1 where none was in use. A serial port that is open is closed; of a USB device only the
-  /// place of its handle goes.
+  /// Empties the slots and returns 0, or -1 if none was in use. Closes an open serial port, but not a USB device: the
+  /// channel closes it before.
   int close();
-  /// As `close`, whether one is in use or not.
+  /// Does the same whether or not a slot is in use.
   int reset();
 
   bool isInUse() const { return inUse_; }

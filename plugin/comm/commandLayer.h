@@ -10,7 +10,7 @@
 
 class TDataCommClass;
 
-/// Words of the analyzer's command language: four letters and a carriage return, without length and checksum.
+/// Commands of the analyzer: four letters and a carriage return, without length and checksum.
 inline constexpr const char* handshakeCommand = "GESI\r";
 inline constexpr const char* putRecordsCommand = "PEQR\r";
 inline constexpr std::size_t commandLength = 5;

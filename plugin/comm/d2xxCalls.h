@@ -3,7 +3,7 @@
 #include <cstdint>
 
 /// The five functions of the FTDI D2XX driver library that the USB channel calls. Each returns the driver's status, 0
-/// for success. To be called by any one thread at a time.
+/// for success. May be called from any thread, but not from two at once.
 class Td2xxCalls {
  public:
   using Thandle = void*;
@@ -20,5 +20,5 @@ class Td2xxCalls {
   virtual Tstatus getQueueStatus(Thandle handle, std::uint32_t* waiting) = 0;
 };
 
-/// The installed driver, loaded at the first call. Where there is none, every call says that there is no device.
+/// The installed driver, loaded at the first call. Without a driver every call returns `deviceNotFound`.
 Td2xxCalls& systemD2xxCalls();

@@ -19,7 +19,7 @@ void find(void* library, const char* name, Tfunction& function) {
   function = reinterpret_cast<Tfunction>(dlsym(library, name));
 }
 
-/// The library by its name, wherever the system looks for libraries. It stays loaded.
+/// Loads the library from wherever the system looks for libraries. It stays loaded.
 Tfunctions findDriver() {
   Tfunctions found;
   void* library = dlopen("libftd2xx.so", RTLD_NOW | RTLD_LOCAL);

@@ -19,8 +19,8 @@ void find(HMODULE library, int ordinal, Tfunction& function) {
   function = reinterpret_cast<Tfunction>(reinterpret_cast<void*>(GetProcAddress(library, MAKEINTRESOURCEA(ordinal))));
 }
 
-/// From the system's folder or the program's own only: a library of that name in any other place is none to trust. The
-/// ordinals are the driver's own. It stays loaded.
+/// Loads the library from the system's or the program's folder only: a library of that name elsewhere is not to be
+/// trusted. The functions are found by their ordinals. The library stays loaded.
 Tfunctions findDriver() {
   Tfunctions found;
   const HMODULE library =

@@ -2,9 +2,9 @@
 
 #include "comm/d2xxCalls.h"
 
-/// The driver library's functions as the calls that the channel makes. `Tfunctions` holds them as pointers of the
-/// platform's calling convention; one that is null says that there is no device. Where the library is missing it is
-/// sought again at the next open, as the user may have installed it meanwhile.
+/// Calls the functions of the driver library. `Tfunctions` holds pointers to them, in the platform's calling
+/// convention; a call of a null one returns `deviceNotFound`. If the library is missing, each open looks for it again,
+/// as the user may have installed it meanwhile.
 template <typename Tfunctions>
 class Td2xxLibrary final : public Td2xxCalls {
  public:

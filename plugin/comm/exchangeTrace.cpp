@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::size_t mostBytes = 64;
 
-/// " 2A 0D", at most the first 64 bytes.
+/// The first 64 bytes at most: " 2A 0D".
 std::string hexText(std::string_view bytes) {
   constexpr std::string_view digits = "0123456789ABCDEF";
   std::string text;

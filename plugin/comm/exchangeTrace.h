@@ -8,8 +8,8 @@
 /// The steps of an exchange.
 enum class TexchangeStep { command, commandAcknowledgement, reply, block, blockAcknowledgement };
 
-/// Follows an exchange, and logs the step at which it failed. Holds the command and what was received, but never the
-/// bytes of a block that was sent: those are records.
+/// Follows an exchange and logs the step at which it failed. Holds the command and the received bytes, but never the
+/// bytes of a block that was sent: they hold records.
 class TexchangeTrace {
  public:
   /// Starts the clock of a new exchange. `command` may be null.

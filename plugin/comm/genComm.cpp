@@ -13,14 +13,14 @@
 #include "support/failure.h"
 #include "support/log.h"
 
-// What the three transports have in common; each has a source file of its own.
+// The parts common to all transports. Each transport has a source file of its own.
 
 namespace {
 
 constexpr std::size_t mostOfRest = 64;
 
-/// Lets a little time pass in a wait that has lasted so long: an answer that comes at once is not to wait for the end
-/// of a sleep.
+/// Pauses within a wait that has lasted for `passed`. The first millisecond passes without a sleep, so that an
+/// immediate answer is seen at once.
 void nap(std::chrono::steady_clock::duration passed) {
   if (passed < std::chrono::milliseconds(1)) {
     std::this_thread::yield();
@@ -88,7 +88,7 @@ void TDataCommClass::close() {
 /// Leaves everything closed and the resources free; only then reports a port that did not close.
 void TDataCommClass::closeTransport() {
   open_ = false;
-  events_.reset();  // no event of the socket counts from here on
+  events_.reset();  // disconnects the socket's events
   closeUsbDevice();
   std::optional<ECommError> failure;
   try {
@@ -178,7 +178,7 @@ std::string TDataCommClass::takeRest() noexcept {
     bytes.resize(std::min<std::size_t>(bytesWaiting(), mostOfRest));
     if (read(bytes.data(), bytes.size()) != commSuccess) bytes.clear();
   } catch (...) {
-    bytes.clear();  // of a lost link nothing is left to read
+    bytes.clear();  // the link is lost
   }
   silent_ = silent;
   return bytes;
@@ -193,13 +193,13 @@ int TDataCommClass::failed(const char* operation, const std::string& reason) {
   return commFailed;
 }
 
-/// The result of a read or write that did so many bytes.
+/// The result of a read or write that transferred `done` of `count` bytes.
 int TDataCommClass::transferred(const char* operation, std::size_t done, std::size_t count) {
   if (done == count) return commSuccess;
   return failed(operation, std::to_string(done) + " of " + std::to_string(count) + " bytes");
 }
 
-/// A serial port with some bytes does not tell of more, and the USB driver tells of none.
+/// A wait on a serial port ends at once if bytes are waiting, and the USB driver offers no wait.
 bool TDataCommClass::canWaitOnLink(std::uint32_t waiting) const {
   return mode_ == TcommMode::ethernet || (mode_ == TcommMode::serial && waiting == 0);
 }

@@ -19,7 +19,7 @@ class TcommStruct;
 
 enum class TcommState : std::uint8_t { idle = 0, connecting = 1, connected = 2 };
 
-/// What a socket's error is about.
+/// The kind of a socket error.
 enum class TsocketError { general, send, receive, connect, disconnect, accept };
 
 /// How a wait for bytes ended.
@@ -27,9 +27,9 @@ enum class TcommWait { arrived, slotOver, lost };
 
 /// Results of reads and writes.
 inline constexpr int commSuccess = 0;
-inline constexpr int commFailed = -1;      ///< not all of the bytes
-inline constexpr int commNoBuffer = -2;    ///< no buffer, or none of its bytes wanted
-inline constexpr int commWrongReply = -2;  ///< of an exchange: what came is not what was due
+inline constexpr int commFailed = -1;      ///< not all bytes were transferred
+inline constexpr int commNoBuffer = -2;    ///< no buffer, or a count of 0
+inline constexpr int commWrongReply = -2;  ///< of an exchange: not the expected answer
 
 /// Base of the modules that reach the analyzer.
 class TgenericCommmunicationsModule {
@@ -77,7 +77,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   virtual std::uint32_t bytesWaiting();
   /// Throws `TuninitializedCommModeException` if the channel is not open, and over Ethernet `TcommTimeoutException`.
   virtual int read(void* buffer, std::size_t count);
-  /// Writes a block; writing a part of it only is a failure. Throws `TuninitializedCommModeException` if the channel is
+  /// Writes a block; writing only a part of it is a failure. Throws `TuninitializedCommModeException` if the channel is
   /// not open, and over Ethernet `ToperationCancelledException`.
   virtual int write(const void* buffer, std::size_t count);
   virtual std::size_t blockSize() const { return blockSize_; }
@@ -90,7 +90,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   /// Waits for so many bytes, for the slot at most. A lost link ends the wait, but what came before it counts. Throws
   /// what `bytesWaiting` throws.
   TcommWait waitForBytes(std::size_t count, std::chrono::milliseconds slot);
-  /// Handles waiting events except user input. Does nothing on other threads than the user-interface thread.
+  /// Handles pending events except user input. Does nothing on threads other than the user-interface thread.
   static void pumpMessages();
   bool isOpen() const { return open_; }
 
@@ -98,7 +98,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   /// the channel was opened.
   std::string target() const { return targetOf(*parameters_); }
   const std::string& failure() const { return failure_; }
-  /// Reads what can be read without a wait, for the log. Shows nothing and throws nothing.
+  /// Reads up to 64 bytes that can be read without waiting, for the log. Shows and throws nothing.
   std::string takeRest() noexcept;
 
  protected:

@@ -29,8 +29,8 @@ TsocketError kindOf(QAbstractSocket::SocketError error, TcommState state) {
   return error == QAbstractSocket::RemoteHostClosedError ? TsocketError::disconnect : TsocketError::general;
 }
 
-/// Runs the event loop until the socket's state changes, for one slot at most. The timer goes with the wait: a static
-/// single shot would stay with the application, which may outlive the module and its code.
+/// Runs the event loop until the socket's state changes, for one slot at most. The timer ends with the wait: a static
+/// single shot would belong to the application, which may outlive the module and its code.
 void runSlot(const QTcpSocket& socket) {
   QEventLoop loop;
   QTimer slot;
@@ -60,7 +60,7 @@ void TDataCommClass::startConnecting(const TethernetParameters& parameters) {
   refused_ = false;
   QObject::connect(socket, &QTcpSocket::connected, events_.get(), [this, socket] { socketConnect(socket); });
   QObject::connect(socket, &QTcpSocket::errorOccurred, events_.get(), [this](QAbstractSocket::SocketError error) {
-    // The end of a wait is no error of the link.
+    // A wait that ended without result is no error of the link.
     if (error != QAbstractSocket::SocketTimeoutError) socketError(kindOf(error, state_));
   });
   socket->setProxy(QNetworkProxy::NoProxy);
@@ -69,7 +69,7 @@ void TDataCommClass::startConnecting(const TethernetParameters& parameters) {
   socket->connectToHost(addressText(parameters), static_cast<quint16>(parameters.port));
 }
 
-/// Waits in the event loop: the socket's own wait would give the connection up with its first slot.
+/// Waits in the event loop: the socket's own wait would give up connecting after the first slot.
 void TDataCommClass::awaitConnection() {
   QTcpSocket* socket = resources_->ethernet();
   for (unsigned pass = 0; pass < passesOf(connectTimeOut_); ++pass) {
@@ -88,7 +88,7 @@ void TDataCommClass::requireNotRefused() const {
   throw TinitializationException(failureText("connect to", resources_->ethernet()->errorString().toStdString()));
 }
 
-/// The result of a read or write over a connection that is lost.
+/// The result of a read, write or wait on a lost connection.
 int TDataCommClass::lost(const char* operation) {
   return failed(operation, connected_->errorString().toStdString());
 }
@@ -104,7 +104,7 @@ void TDataCommClass::socketError(TsocketError error) {
   show(socketErrorMessage(error));
 }
 
-/// What the last call brought counts alone, and the callers read only what is there already: one call brings it all.
+/// Only the result of the last call counts. Callers read only bytes that are waiting, so one call returns them all.
 int TDataCommClass::ethernetRead(void* buffer, std::size_t count) {
   std::size_t received = 0;
   for (unsigned pass = 0; pass < passesOf(timeOut_); ++pass) {

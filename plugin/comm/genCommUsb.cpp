@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What analyzers call themselves; the two differ in more than their last word.
+/// The device descriptions of analyzers. They differ in letter case, too.
 constexpr std::array<const char*, 2> descriptions = {"Velmora Systems QT484 Plus", "Velmora Systems Qt484 Final"};
 
 std::string statusText(Td2xxCalls::Tstatus status) {
@@ -21,7 +21,7 @@ std::string statusText(Td2xxCalls::Tstatus status) {
 
 void TDataCommClass::openUsb() {
   if (!resources_->open(TcommStruct::usbKind)) {
-    closeUsbDevice();  // the holder frees the place of the handle only
+    closeUsbDevice();  // the holder frees only the memory of the handle
     resources_->close();
     if (!resources_->open(TcommStruct::usbKind)) {
       show(noUsbHandle);

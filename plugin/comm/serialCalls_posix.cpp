@@ -18,7 +18,7 @@
 
 #include "comm/serialCalls.h"
 
-// The terminal calls, with the results and the times of the Windows ones.
+// The terminal calls, with the results and time-outs of the Windows calls.
 
 namespace {
 
@@ -65,8 +65,7 @@ bool canBeRepeated(int error) {
   return error == EAGAIN || error == EINTR;
 }
 
-/// Everything passes unchanged, nothing stops the flow, and what came before is forgotten: bytes that nobody read
-/// outlive a close of the port.
+/// Lets all bytes pass unchanged and without flow control, and drops old input, which survives a close of the port.
 bool startRaw(int fd) {
   termios mode = {};
   if (tcgetattr(fd, &mode) != 0) return false;
@@ -93,7 +92,7 @@ std::filesystem::path portDevice(int number) {
   return kinds.at(static_cast<std::size_t>(index / kindSize)) + std::to_string(index % kindSize);
 }
 
-/// The number in "COM5"; 0 where there is none.
+/// The number in "COM5"; 0 if there is none.
 int portNumber(std::string_view name) {
   constexpr std::string_view prefix = "COM";
   int number = 0;
@@ -101,7 +100,7 @@ int portNumber(std::string_view name) {
   return number;
 }
 
-/// Opens a device for this program alone; -1 where another has it, or where it is no serial port.
+/// Opens a device for this program alone. Returns -1 if another program uses it or it is no serial port.
 int openAlone(const std::string& device) {
   const int fd = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   if (fd < 0) return -1;
@@ -165,7 +164,7 @@ class TposixSerialCalls final : public TserialCalls {
   }
 
   bool setQueues(Thandle port, std::uint32_t, std::uint32_t) override {
-    return isatty(static_cast<int>(port)) == 1;  // the system's own queues are as large as they are
+    return isatty(static_cast<int>(port)) == 1;  // the system's queues have a fixed size
   }
 
   bool setTimeouts(Thandle port, const TserialTimeouts& timeouts) override {
@@ -208,7 +207,7 @@ class TposixSerialCalls final : public TserialCalls {
     if (poll(&line, 1, 0) < 0 || ioctl(line.fd, FIONREAD, &waiting) != 0) return false;
     count = static_cast<std::uint32_t>(waiting);
     if (waiting > 0 || (line.revents & (POLLHUP | POLLERR | POLLNVAL)) == 0) return true;
-    errno = EIO;  // hung up, and everything that came before has been read
+    errno = EIO;  // hung up, and no byte is left to read
     return false;
   }
 
@@ -224,7 +223,7 @@ class TposixSerialCalls final : public TserialCalls {
     return timeouts_[port];
   }
 
-  std::mutex mutex_;  ///< the search for free ports has a thread of its own
+  std::mutex mutex_;  ///< the search for free ports runs on its own thread
   std::map<Thandle, TserialTimeouts> timeouts_;
 };
 

@@ -9,10 +9,10 @@
 namespace {
 
 HANDLE toHandle(TserialCalls::Thandle port) {
-  return reinterpret_cast<HANDLE>(port);  // NOLINT(performance-no-int-to-ptr): that is what handles are here
+  return reinterpret_cast<HANDLE>(port);  // NOLINT(performance-no-int-to-ptr): a handle is passed as a number
 }
 
-/// The name by which the system opens a port: those above COM9 have no shorter one.
+/// The full device name. Ports above COM9 have no shorter one.
 std::string deviceName(const std::string& port) {
   return "\\\\.\\" + port;
 }
@@ -48,7 +48,7 @@ class Twin32SerialCalls final : public TserialCalls {
     block.ByteSize = state.byteSize;
     block.Parity = state.parity;
     block.StopBits = state.stopBits;
-    // Blocks hold any byte: none is to halt the line or to be left out, whatever another program set up.
+    // Blocks hold any byte. None may stop the line or be dropped, whatever another program has set.
     block.fBinary = TRUE;
     block.fOutX = block.fInX = block.fNull = block.fErrorChar = FALSE;
     return SetCommState(toHandle(port), &block) != 0;
@@ -89,7 +89,7 @@ class Twin32SerialCalls final : public TserialCalls {
   }
 
   void awaitInput(Thandle, std::chrono::milliseconds slot) override {
-    // A port that is not opened for overlapped use has no wait with a time-out.
+    // Without overlapped I/O there is no wait with a time-out.
     Sleep(static_cast<DWORD>(std::clamp<long long>(slot.count(), 0, 1)));
   }
 

@@ -11,25 +11,25 @@ namespace Ui {
 class TfrmProgress;
 }
 
-/// Shows one upload while it runs: how far it is, and a button to cancel it.
+/// Shows the progress of one upload, with a button to cancel it.
 ///
-/// Lives on the user-interface thread and owns the upload's worker. Shown by `exec`, which starts the worker; the
-/// result is `Accepted` when the analyzer has acknowledged everything, else `Rejected`. Cancel closes the dialog at
-/// once and the worker ends soon after, perhaps with a message box: `awaitWorker` keeps the event loop running that
-/// long. Destroying the dialog at any time cancels the upload and joins the worker without a box.
+/// Lives on the user-interface thread and owns the upload's worker. `exec` shows the dialog and starts the worker; the
+/// result is `Accepted` if the analyzer has acknowledged everything, else `Rejected`. Cancel closes the dialog at once.
+/// The worker ends soon after and may show a message box: `awaitWorker` keeps the event loop running until then.
+/// Destroying the dialog at any time cancels the upload and joins the worker without a message.
 class TfrmProgress final : public QDialog {
   Q_OBJECT
 
  public:
-  /// Both stay the caller's and must outlive the dialog. Throws `std::invalid_argument` where either is missing.
+  /// Both stay the caller's and must outlive the dialog. Throws `std::invalid_argument` if either is missing.
   TfrmProgress(const TuploadCommStruct* upload, TcommStruct* resources, QWidget* parent);
   ~TfrmProgress() override;
 
   const TuploadCommStruct& upload() const { return *upload_; }
-  /// On any thread.
+  /// May be called from any thread.
   bool isCancelled() const { return cancelled_; }
 
-  /// Returns when the worker has ended, or earlier when the application quits or this dialog is destroyed.
+  /// Returns when the worker has ended, or earlier if the application quits or this dialog is destroyed.
   void awaitWorker();
 
   /// Esc is Cancel.

@@ -18,7 +18,7 @@ using Tclock = std::chrono::steady_clock;
 constexpr int recordsStart = 50;
 constexpr int recordsDone = 100;
 
-/// A channel that can be given up. It shows no boxes: whatever happens, the user sees one, and that is the exchange's.
+/// A channel that can be cancelled. It is silent, because the exchange reports every failure with one message.
 class TcancellableChannel : public TDataCommClass {
  public:
   TcancellableChannel(const TuploadTransport& transport, TcommStruct& resources, const TtransferView& view,
@@ -32,7 +32,7 @@ class TcancellableChannel : public TDataCommClass {
   const TtransferView& view_;
 };
 
-/// One that also shows how far it is.
+/// A cancellable channel that also shows the progress.
 class TprogressChannel final : public TcancellableChannel {
  public:
   TprogressChannel(const TuploadTransport& transport, TcommStruct& resources, TtransferView& view,
@@ -77,7 +77,7 @@ TtransferResult transfer(const std::vector<std::uint8_t>& image, const TuploadTr
   return {true, std::nullopt};
 }
 
-/// Logs what a step of an upload ended with, and how long it took: "transfer completed after 8012 ms".
+/// Logs the outcome and the duration of a step: "transfer completed after 8012 ms".
 void logEnd(const std::string& step, Tclock::time_point start, const TtransferResult& result) {
   const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(Tclock::now() - start).count();
   const std::string after = " after " + std::to_string(time) + " ms";

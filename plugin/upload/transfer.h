@@ -4,7 +4,7 @@
 #include "comm/commStruct.h"
 #include "upload/uploadImage.h"
 
-/// Where a transfer shows what it does; called on the transfer's thread.
+/// Shows what a transfer does. Called on the transfer's thread.
 class TtransferView {
  public:
   virtual ~TtransferView() = default;
@@ -13,28 +13,27 @@ class TtransferView {
   virtual void showProgress(int position) = 0;  ///< 0 to 100
 };
 
-/// Times and sizes of an exchange; others than the analyzer's own are for tests and measurements.
+/// Time-out and block size of an exchange. Values other than the defaults are for tests and measurements.
 struct TtransferSettings {
   unsigned timeOut = uploadTimeOut;  ///< ms
   std::size_t blockSize = uploadBlockSize;
 };
 
-/// What a transfer ended with: whether the analyzer has acknowledged all of it, and the message that the user is to
-/// see.
+/// The result of a transfer: whether the analyzer has acknowledged everything, and the message for the user.
 struct TtransferResult {
   bool completed = false;
   TcommOutcome message;
 };
 
-/// Greets the analyzer over the transport of an upload. Nothing, or the message that the user is to see; the connection
-/// is closed in any case. `view` is asked only whether the exchange is to be given up.
+/// Exchanges the handshake with the analyzer over a connection of its own, which is closed at the end. Returns the
+/// message for the user if it failed. Of `view` only `isCancelled` is called.
 TcommOutcome greet(const TuploadTransport& transport, TcommStruct& resources, const TtransferView& view,
                    const TtransferSettings& settings = {});
 
-/// Sends an upload's image. It counts as sent when the analyzer has acknowledged its last block. Throws nothing; in
-/// every case the connection is closed and `resources` are free.
+/// Sends an upload's image. The transfer is complete when the analyzer has acknowledged the last block. Throws nothing;
+/// the connection is always closed at the end, and `resources` are free.
 TtransferResult transferRecords(const TuploadCommStruct& upload, TcommStruct& resources, TtransferView& view);
 
-/// The same for an image of any whole number of blocks.
+/// Does the same with an image of any whole number of blocks.
 TtransferResult transferImage(const std::vector<std::uint8_t>& image, const TuploadTransport& transport,
                               TcommStruct& resources, TtransferView& view, const TtransferSettings& settings);

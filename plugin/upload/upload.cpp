@@ -20,7 +20,7 @@ TuploadThread::TuploadThread(TfrmProgress* dialog, TcommStruct* resources)
 TuploadThread::~TuploadThread() {
   giveUp();
   wait();
-  static_cast<void>(isCompleted());  // with all that the thread wrote before
+  static_cast<void>(isCompleted());  // synchronizes with everything that the thread wrote
 }
 
 void TuploadThread::run() {

@@ -8,24 +8,24 @@
 
 class TfrmProgress;
 
-/// The worker thread of one upload. Made suspended; the progress dialog, which owns it, starts it when it is shown and
-/// takes its end from `finished`.
+/// The worker thread of one upload. The progress dialog owns it, starts it when the dialog is shown, and learns from
+/// `finished` that it has ended.
 ///
-/// Of the dialog it reads only the cancelled flag and the upload's data; all else goes to it by queued signals. Its own
-/// message boxes are shown by the user-interface thread.
+/// The thread reads only the cancelled flag and the upload's data from the dialog, and reports by queued signals. The
+/// user-interface thread shows its message boxes.
 class TuploadThread final : public QThread, private TtransferView {
   Q_OBJECT
 
  public:
-  /// Throws `std::invalid_argument` where either is missing. Both must outlive the thread.
+  /// Throws `std::invalid_argument` if either is missing. Both must outlive the thread.
   TuploadThread(TfrmProgress* dialog, TcommStruct* resources);
-  /// Waits for the thread; `giveUp` comes first.
+  /// Calls `giveUp` and waits for the thread.
   ~TuploadThread() override;
 
-  /// Whether the analyzer has acknowledged everything; to be asked after the end.
+  /// Whether the analyzer has acknowledged everything. Valid after the thread has ended.
   bool isCompleted() const { return completed_.load(std::memory_order_acquire); }
 
-  /// No box of this thread is waited for any more. User-interface thread only.
+  /// The thread no longer waits for an answer to a message box. Called on the user-interface thread.
   void giveUp() { boxes_.release(); }
 
  signals:
@@ -44,5 +44,5 @@ class TuploadThread final : public QThread, private TtransferView {
   TcommStruct& resources_;
   TmessageRelay boxes_;
   int position_ = -1;
-  std::atomic<bool> completed_ = false;  ///< the last thing that the thread writes: who reads it sees all the rest
+  std::atomic<bool> completed_ = false;  ///< written last: whoever reads it sees everything else
 };

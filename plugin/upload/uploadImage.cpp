@@ -17,7 +17,7 @@ void copyBytes(std::string_view from, std::uint8_t* to) {
   std::transform(from.begin(), from.end(), to, [](char byte) { return static_cast<std::uint8_t>(byte); });
 }
 
-/// An entry as it stands in the image: its ID ends at the 17th byte, or earlier at a zero byte.
+/// Writes an entry into the image. Its ID ends after 17 bytes, or earlier at a zero byte.
 void putEntry(const TuploadEntry& entry, std::uint8_t* place) {
   std::fill_n(place, idSize + 1, std::uint8_t{0});
   std::copy(entry.begin(), std::find(entry.begin(), entry.begin() + idSize, 0), place);

@@ -2,7 +2,7 @@
 
 #include "support/messages.h"
 
-/// What an upload says, beside what comm/commMessages.h has for each failure of the exchange.
+/// The messages of an upload. comm/commMessages.h has those of the exchange.
 
 inline constexpr TmessageText invalidState = {"Invalid State!\nOperation Cancelled.", "Error", TmessageIcon::error};
 

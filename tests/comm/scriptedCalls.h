@@ -9,13 +9,13 @@
 
 inline const TcommParameters usbParameters = TusbParameters();
 
-/// A serial port that does nothing but remember the calls, of which one kind fails.
+/// A serial port that only records the calls. Calls that start with `failing` fail.
 class TscriptedSerial final : public TserialCalls {
  public:
   QByteArray failing;
   QByteArrayList calls;
-  TserialState set;               ///< the last state that the port took
-  std::uint32_t transfer = 1000;  ///< the most bytes that a read or a write does
+  TserialState set;               ///< the last state that was set
+  std::uint32_t transfer = 1000;  ///< the most bytes of one read or write
 
   bool isFree(int) override { return succeeds("isFree"); }
   Thandle open(const std::string& name) override {
@@ -55,7 +55,7 @@ class TscriptedSerial final : public TserialCalls {
   }
 };
 
-/// A USB driver of the same kind.
+/// The same for the USB driver.
 class TscriptedUsb final : public Td2xxCalls {
  public:
   QByteArray failing;

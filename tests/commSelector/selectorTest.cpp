@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The selector on a settings file of its own, and ports of which one keeps the search waiting until it is let go.
+/// The selector with its own settings file. One port may keep the search waiting until the gate opens.
 struct TselectorFixture {
   explicit TselectorFixture(const QByteArray& iniText) { writeBytes(folder / "q.ini", iniText); }
   ~TselectorFixture() { gate.release(256); }
@@ -39,12 +39,12 @@ struct TselectorFixture {
   void click(const char* name) const { control<QAbstractButton>(name)->click(); }
   void press(Qt::Key key) const { QTest::keyClick(form->windowHandle(), key); }
   QComboBox* ports() const { return control<QComboBox>("serialPortSelector"); }
-  /// The number of the checked button, the port that is shown, and how many there are.
+  /// The number of the method, the selected port, and the number of ports.
   QByteArray method() const {
     return QByteArray::number(int(form->choice().method)) + ' ' + ports()->currentText().toLatin1() + ' ' +
            QByteArray::number(ports()->count());
   }
-  /// The boxes' texts, and the name of what has the focus.
+  /// The texts of the boxes, and the name of the focused control.
   QByteArray address() const {
     QByteArrayList texts;
     for (const char* name : {"IP1", "IP2", "IP3", "IP4"}) texts << control(name)->text().toLatin1();
@@ -107,7 +107,7 @@ void TselectorTest::opensAsStored() {
   QTEST(shown, "shown");
 }
 
-/// From the first box, selected as Tab selects it. Of the keys, "<" and ">" are Left and Right, "b" is Backspace.
+/// Starts in the first box, selected by Tab. The keys "<" and ">" are Left and Right, "b" is Backspace.
 void TselectorTest::typesAnAddress_data() {
   QTest::addColumn<QByteArray>("keys");
   QTest::addColumn<QByteArray>("address");

@@ -15,16 +15,16 @@ using Tclock = std::chrono::steady_clock;
 
 constexpr std::size_t blocks = 5;
 
-// A machine with other work to do may let any step wait for a while: only what is to time out has a short time, and
-// what comes shortly before or after its end has one that leaves some room there.
+// On a busy machine any step may take a while. So only exchanges that must time out have a short time-out, and those
+// that end shortly before or after it have one with some tolerance.
 constexpr unsigned shortTimeOut = 250;
 constexpr unsigned tooLateTimeOut = 600;
 constexpr unsigned lateTimeOut = 1000;
 constexpr unsigned longTimeOut = 4000;
 
-/// What a fault of the analyzer becomes: s(uccess), t(ime-out), c(ommunications could not be established) or n(o
-/// device), at the handshake, the command, the first, middle and last block and after everything; "-" where the fault
-/// makes no sense.
+/// The outcome of each fault of the analyzer: s(uccess), t(ime-out), c(ommunications could not be established) or n(o
+/// device), at the handshake, the command, the first, middle and last block and after the last; "-" if the fault makes
+/// no sense there.
 struct Tfault {
   const char* kind;
   const char* links;  ///< t(cp), s(erial), u(sb)
@@ -53,7 +53,7 @@ QByteArray textOf(char outcome) {
   }
 }
 
-/// The bytes that the analyzer has got when the exchange ends at a place.
+/// The number of bytes that the analyzer has received when the exchange ends at a place.
 int bytesUntil(std::size_t place) {
   constexpr std::array<std::size_t, 6> blocksSent = {0, 0, 1, 3, 5, 5};
   return static_cast<int>(5 + blocksSent.at(place) * uploadBlockSize);
@@ -65,7 +65,7 @@ unsigned timeOutFor(const QString& fault, char outcome) {
   return outcome == 't' ? shortTimeOut : longTimeOut;
 }
 
-/// A view that cancels at a point in time.
+/// Cancels at a point in time.
 class Tview final : public TtransferView {
  public:
   Tclock::time_point cancelAt = Tclock::time_point::max();
@@ -75,7 +75,7 @@ class Tview final : public TtransferView {
   void showProgress(int) override {}
 };
 
-/// The simulated analyzer on one kind of link, and the way to it.
+/// The simulated analyzer on one kind of link.
 class TanalyzerLink {
  public:
   TanalyzerLink(char link, const QString& fault, unsigned timeOut)
@@ -119,7 +119,7 @@ class TfaultMatrixTest : public QObject {
   Tview view_;
   bool greeted_ = false;
 
-  /// Greets and, where that succeeds, sends three records on a worker thread; the text of the message, empty for
+  /// Exchanges the handshake and then sends three records on a worker thread. Returns the message's text, empty after
   /// success.
   QByteArray upload(const TuploadTransport& transport, unsigned timeOut) {
     const TtransferSettings settings = {timeOut, uploadBlockSize};
@@ -208,7 +208,7 @@ class TfaultMatrixTest : public QObject {
       took = Tclock::now() - view_.cancelAt;
       QVERIFY(!resources_.isInUse());
     }
-    QVERIFY(took <= std::chrono::milliseconds(150));  // of several attempts, as other work may delay one
+    QVERIFY(took <= std::chrono::milliseconds(150));  // in one of several attempts: the machine may be busy
   }
 };
 EQREC_TEST(TfaultMatrixTest);

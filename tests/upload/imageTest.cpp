@@ -13,7 +13,7 @@ QByteArray bytesOf(const TuploadEntry& entry) {
 
 }  // namespace
 
-/// What an upload sends.
+/// The image that an upload sends.
 class TimageTest : public QObject {
   Q_OBJECT
 

@@ -22,7 +22,7 @@ constexpr qint64 page = 4096;  // bytes
 
 }  // namespace
 
-/// The progress dialog and its worker thread, with the simulated analyzer at the other end of the stand-in driver.
+/// The progress dialog and its worker thread, connected to the simulated analyzer by the stand-in driver.
 class TprogressTest : public QObject {
   Q_OBJECT
 
@@ -33,7 +33,7 @@ class TprogressTest : public QObject {
   QByteArrayList boxes_;
   QThread* boxThread_ = nullptr;
 
-  /// An upload as the command does it.
+  /// Runs an upload as the command does.
   int run(TfrmProgress& dialog) {
     const int result = dialog.exec();
     dialog.awaitWorker();
@@ -103,7 +103,7 @@ class TprogressTest : public QObject {
     QVERIFY(!resources_.isInUse());
   }
 
-  /// The worker may be anywhere: in the exchange, or waiting for the answer to a box that is open.
+  /// The worker may be in the exchange or wait for the answer to a message box.
   void destroyingTheOwnerJoinsTheWorker_data() {
     QTest::addColumn<QByteArray>("fault");
     QTest::newRow("in the exchange") << QByteArray("silence@700");

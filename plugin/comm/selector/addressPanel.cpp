@@ -89,7 +89,7 @@ void TaddressPanel::moveToEnd(std::size_t box) {
   boxes_.at(box)->end(false);
 }
 
-/// The frame of an edit box, in the platform's style; the boxes themselves have none.
+/// Paints one frame in the platform's style. The boxes have none of their own.
 void TaddressPanel::paintEvent(QPaintEvent* /*event*/) {
   QStyleOptionFrame option;
   option.initFrom(this);

@@ -7,8 +7,8 @@
 class QKeyEvent;
 class ToctetBox;
 
-/// The four boxes of an IP address in one frame, which looks and is used like a single edit box: the cursor wanders
-/// from box to box as the address is typed, and a pasted address fills all four.
+/// The four boxes of an IP address in one frame. It looks and works like a single edit box: the cursor moves from box
+/// to box as the user types, and a pasted address fills all four.
 class TaddressPanel : public QWidget {
   Q_OBJECT
 
@@ -18,14 +18,14 @@ class TaddressPanel : public QWidget {
 
   explicit TaddressPanel(QWidget* parent) : QWidget(parent) {}
 
-  /// The boxes in reading order, children of the panel; to be told once.
+  /// Sets the boxes in reading order. They are children of the panel. Called once.
   void setBoxes(const Tboxes& boxes);
   const Tboxes& boxes() const { return boxes_; }
 
-  /// The first box that holds no number from 0 to 255; nothing where all do.
+  /// The first box without a number from 0 to 255, if there is one.
   std::optional<std::size_t> firstInvalid() const;
 
-  /// Puts the focus into a box and selects what it holds.
+  /// Sets the focus to a box and selects its text.
   void focusBox(std::size_t box);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -41,6 +41,6 @@ class TaddressPanel : public QWidget {
   void moveToEnd(std::size_t box);
 
   Tboxes boxes_{};
-  // The third digit has just moved on: a dot that is typed now belongs behind it and moves no further.
+  // The third digit has just moved the focus to the next box. A dot typed now does not move it again.
   bool behindThirdDigit_ = false;
 };

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Together, the longest time that the search keeps the user waiting.
+// Together they are the longest time that the search keeps the user waiting.
 constexpr std::chrono::milliseconds openingWait(80);
 constexpr std::chrono::milliseconds closingWait(20);
 
@@ -54,7 +54,7 @@ void TcomSelectFrm::connectControls() {
   connect(&timer_, &QTimer::timeout, this, &TcomSelectFrm::searchTimer);
 }
 
-/// Checks the method's button, and takes the focus along from the one that was checked.
+/// Checks the method's button, and moves the focus to it if another method's button has it.
 void TcomSelectFrm::showMethod(TcommMethod method) {
   QRadioButton* button = ui_->radUSB;
   if (method == TcommMethod::ethernet) button = ui_->radEthernet;
@@ -74,8 +74,8 @@ void TcomSelectFrm::enableFields() {
   ui_->serialPortSelector->setEnabled(chosen == TcommMethod::serial);
 }
 
-/// Adds what the search has found since. What the user has chosen meanwhile stays; what the settings want is taken up
-/// when it appears.
+/// Adds the ports found since the last call. Selects the stored port or method when it becomes available, unless the
+/// user has already chosen one.
 void TcomSelectFrm::showPorts() {
   const std::vector<int> ports = search_.found();
   if (ports.size() == shownPorts_) return;
@@ -88,7 +88,7 @@ void TcomSelectFrm::showPorts() {
 }
 
 void TcomSelectFrm::addPorts(const std::vector<int>& ports) {
-  if (shownPorts_ == 0) ui_->serialPortSelector->clear();  // of the text that there are none
+  if (shownPorts_ == 0) ui_->serialPortSelector->clear();  // removes "<No Free Ports>"
   for (; shownPorts_ < ports.size(); ++shownPorts_) {
     const int number = ports.at(shownPorts_);
     ui_->serialPortSelector->addItem(QStringLiteral("COM%1").arg(number), number);

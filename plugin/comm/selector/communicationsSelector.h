@@ -13,22 +13,23 @@ namespace Ui {
 class TcomSelectFrm;
 }
 
-/// The dialog in which the user chooses how the analyzer is connected. Works through the settings file: read when the
-/// dialog is made, written however it closes. To be shown once, by `exec`, on the user-interface thread.
+/// The dialog in which the user chooses how the analyzer is connected. Reads the settings file when it is created and
+/// writes it however it closes. Shown once, by `exec`, on the user-interface thread.
 ///
-/// Making the dialog begins the search for free serial ports, and waits for it a moment; the ports that it finds later
-/// join the list in the open dialog. The dialog closes only when the search is over, so that no port is held open
-/// afterwards: where a driver keeps the search waiting, it stays for that time, disabled, with the event loop running.
+/// The constructor starts the search for free serial ports and waits for it for a moment. Ports that are found later
+/// join the list in the open dialog. The dialog closes only after the search has ended, so that no port is open
+/// afterwards. If a driver is slow, the dialog stays open until then, disabled, with the event loop running.
 class TcomSelectFrm : public QDialog {
   Q_OBJECT
 
  public:
-  /// `canOpen` is called on the search's thread, for as long as the dialog lives at most.
+  /// `canOpen` is called on the search's thread, and never after the dialog was destroyed.
   TcomSelectFrm(TiniFile ini, TfreePortSearch::TcanOpen canOpen, QWidget* parent);
-  /// Writes the settings where the dialog is still open, as when its owner goes; waits for the search.
+  /// Writes the settings if the dialog is still open, for example because its owner was destroyed. Waits for the
+  /// search.
   ~TcomSelectFrm() override;
 
-  /// What the controls say; once `exec` has returned `Accepted`, an address that was chosen is valid.
+  /// The choice in the controls. After `exec` has returned `Accepted`, a chosen address is valid.
   TconnectionChoice choice() const;
 
   void done(int result) override;
@@ -54,7 +55,7 @@ class TcomSelectFrm : public QDialog {
   QTimer timer_;
   std::unique_ptr<Ui::TcomSelectFrm> ui_;
   std::size_t shownPorts_ = 0;
-  bool methodChosen_ = false;   ///< by the user, in this dialog
-  bool portChosen_ = false;     ///< likewise
-  std::optional<int> closing_;  ///< with this result, as soon as the search is over
+  bool methodChosen_ = false;   ///< by the user in this dialog
+  bool portChosen_ = false;     ///< by the user in this dialog
+  std::optional<int> closing_;  ///< closes with this result after the end of the search
 };

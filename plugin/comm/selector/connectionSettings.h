@@ -7,10 +7,10 @@
 
 class TiniFile;
 
-/// The last choice of a connection: section `COMM` of `QT484pc.ini`, which is the host's.
+/// The last choice of a connection, kept in section `COMM` of the host's `QT484pc.ini`.
 struct TconnectionSettings {
   TcommMethod method = TcommMethod::usb;
-  int serialPort = 0;  ///< the number in COM1, COM2, ...; 0 is none
+  int serialPort = 0;  ///< the number in COM1, COM2, ...; 0 for none
   /// Each has at most three digits; it may be empty or above 255.
   std::array<std::string, 4> octets = {"127", "0", "0", "1"};
 

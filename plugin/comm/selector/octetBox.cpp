@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Only ASCII digits count. Values above 255 are allowed: the user may be typing on.
+/// Only ASCII digits count. Values above 255 are allowed here.
 bool isOctetText(const QString& text) {
   return !text.isEmpty() && text.size() <= octetDigits &&
          std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
