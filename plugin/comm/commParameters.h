@@ -35,6 +35,8 @@ constexpr TcommMethodEntry commMethodBy(Tvalue TcommMethodEntry::*member, Tvalue
 struct TusbParameters {
   std::uint16_t vendor = 0x0403;
   std::uint16_t product = 60273;
+
+  static std::string target() { return "USB device"; }
 };
 
 /// A serial port and its settings; the defaults are the analyzer's.
@@ -44,6 +46,8 @@ struct TserialParameters {
   std::uint8_t stopBits = 0;
   std::uint8_t byteSize = 8;
   std::uint32_t baudRate = 19200;
+
+  std::string target() const { return portName.data(); }
 };
 
 /// An analyzer's address in the network.
@@ -51,9 +55,18 @@ struct TethernetParameters {
   std::int32_t port = 60601;
   std::array<std::uint8_t, 4> octets{};  ///< most significant first
   std::uint32_t timeOut = 0;             ///< for the connect, in ms; 0 for the channel's own
+
+  std::string address() const {
+    std::string text;
+    for (const auto octet : octets) text += (text.empty() ? "" : ".") + std::to_string(octet);
+    return text;
+  }
+  std::string target() const { return address() + ':' + std::to_string(port); }
 };
 
 using TcommParameters = std::variant<TusbParameters, TserialParameters, TethernetParameters>;
 
 /// The name of what the parameters lead to, for the log: "COM5", "192.168.1.20:60601", "USB device".
-std::string targetOf(const TcommParameters& parameters);
+inline std::string targetOf(const TcommParameters& parameters) {
+  return std::visit([](const auto& transport) { return transport.target(); }, parameters);
+}

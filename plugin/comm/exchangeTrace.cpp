@@ -37,8 +37,8 @@ void TexchangeTrace::setBlocks(std::size_t count, std::size_t size) {
 }
 
 std::string TexchangeTrace::stepText() const {
-  const std::string block = "block " + std::to_string(block_ + 1) + " of " + std::to_string(blockCount_) + " (" +
-                            std::to_string(blockSize_) + " bytes)";
+  std::string block = "block " + std::to_string(block_ + 1) + " of " + std::to_string(blockCount_) + " (" +
+                      std::to_string(blockSize_) + " bytes)";
   switch (step_) {
     case TexchangeStep::command:
       return "command";

@@ -62,7 +62,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
                  const TcommParameters* parameters, bool silent, TshowBox showBox = {});
   ~TDataCommClass() override;
 
-  /// Throws `TuninitializedCommModeException` (parameters of another mode, closed before),
+  /// Throws `TuninitializedCommModeException` (parameters of another mode, or after `close`),
   /// `TnoDeviceAttachedException` (USB), `TinitializationException` (serial port; connection refused),
   /// `TcommTimeoutException` and `ToperationCancelledException` (Ethernet), `std::runtime_error` (Ethernet, the
   /// resources are in use).

@@ -19,11 +19,6 @@ unsigned passesOf(unsigned timeOut) {
   return timeOut / slotLength + 1;
 }
 
-QString addressText(const TethernetParameters& parameters) {
-  const auto& octets = parameters.octets;
-  return QStringLiteral("%1.%2.%3.%4").arg(octets[0]).arg(octets[1]).arg(octets[2]).arg(octets[3]);
-}
-
 TsocketError kindOf(QAbstractSocket::SocketError error, TcommState state) {
   if (state == TcommState::connecting) return TsocketError::connect;
   return error == QAbstractSocket::RemoteHostClosedError ? TsocketError::disconnect : TsocketError::general;
@@ -66,7 +61,7 @@ void TDataCommClass::startConnecting(const TethernetParameters& parameters) {
   socket->setProxy(QNetworkProxy::NoProxy);
   pumpMessages();
   state_ = TcommState::connecting;
-  socket->connectToHost(addressText(parameters), static_cast<quint16>(parameters.port));
+  socket->connectToHost(QString::fromStdString(parameters.address()), static_cast<quint16>(parameters.port));
 }
 
 /// Waits in the event loop: the socket's own wait would give up connecting after the first slot.
