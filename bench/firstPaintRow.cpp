@@ -5,7 +5,7 @@
 
 #include "bench/rows.h"
 #include "browser/EquipmentRecordPluginFrame.h"
-#include "support/sortedGrid.h"
+#include "support/headedGrid.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ class TpaintWatch : public QObject {
 
 /// Content and size of the frame's grid, for a table that shows the same.
 struct TgridContent {
-  explicit TgridContent(const TsortedGrid& grid);
+  explicit TgridContent(const TheadedGrid& grid);
 
   QSize size;
   int rowHeight;
@@ -39,7 +39,7 @@ struct TgridContent {
   std::vector<QStringList> rows;
 };
 
-TgridContent::TgridContent(const TsortedGrid& grid) : size(grid.size()), rowHeight(grid.rowHeight(0)) {
+TgridContent::TgridContent(const TheadedGrid& grid) : size(grid.size()), rowHeight(grid.rowHeight(0)) {
   const QAbstractItemModel& model = *grid.model();
   for (int column = 0; column < model.columnCount(); ++column) widths.push_back(grid.columnWidth(column));
   for (int row = 0; row < model.rowCount(); ++row) {
@@ -78,12 +78,12 @@ double measureTable(const TgridContent& content) {
 }
 
 /// Opens and shows a frame. Its destruction, which saves the list, is not measured.
-double measureFrame(const TframeContext& context, const std::function<void(const TsortedGrid&)>& look = {}) {
+double measureFrame(const TframeContext& context, const std::function<void(const TheadedGrid&)>& look = {}) {
   std::unique_ptr<TEquipmentRecordPluginFrame> frame;
-  const TsortedGrid* grid = nullptr;
+  const TheadedGrid* grid = nullptr;
   const double milliseconds = millisecondsOf([&] {
     frame = std::make_unique<TEquipmentRecordPluginFrame>(context);
-    grid = frame->findChild<TsortedGrid*>();
+    grid = frame->findChild<TheadedGrid*>();
     const TpaintWatch watch(*grid);
     frame->show();
     watch.await();
@@ -99,7 +99,7 @@ Tsides prepareFirstPaint(const TbenchFolders& folders) {
   std::filesystem::copy(folders.data, ownCopy, std::filesystem::copy_options::recursive);
   const TframeContext context{ownCopy, ownCopy, {}};
   std::shared_ptr<const TgridContent> content;
-  measureFrame(context, [&](const TsortedGrid& grid) { content = std::make_shared<TgridContent>(grid); });
+  measureFrame(context, [&](const TheadedGrid& grid) { content = std::make_shared<TgridContent>(grid); });
   require(content->rows.size() == equipRecLimit, "the frame does not show the full list");
   return {[context] { return measureFrame(context); }, [content] { return measureTable(*content); }};
 }

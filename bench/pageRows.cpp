@@ -7,7 +7,7 @@
 #include "browser/settings.h"
 #include "browser/view.h"
 #include "store/datastructs.h"
-#include "support/sortedGrid.h"
+#include "support/headedGrid.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
@@ -83,7 +83,7 @@ class Tpage {
   Tview view_{records_, titles_};
   TcolumnLayout columns_ = allColumns();
   TcountingModel model_{view_, columns_};
-  TsortedGrid grid_{nullptr};
+  TheadedGrid grid_{nullptr};
 };
 
 /// Does the same to a grid with the full list and to one with the short list, often enough for the clock's precision.

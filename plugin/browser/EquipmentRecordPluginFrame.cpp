@@ -13,7 +13,7 @@
 #include "support/log.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
-#include "support/sortedGrid.h"
+#include "support/headedGrid.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 
 // Construction and destruction of the frame, and its grid. The commands behind the buttons are in frameCommands.cpp.
@@ -89,14 +89,14 @@ void TEquipmentRecordPluginFrame::setUpForm() {
 
 void TEquipmentRecordPluginFrame::setUpGrid() {
   using Tframe = TEquipmentRecordPluginFrame;
-  TsortedGrid* grid = ui_->tblEqRec;
+  TheadedGrid* grid = ui_->tblEqRec;
   grid->setModel(model_.get());
   grid->setFocus();
   layout()->activate();  // gives the grid the width of the opening size
-  connect(grid, &TsortedGrid::headerPressed, this, &Tframe::tblEqRecHeaderPressed);
-  connect(grid, &TsortedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
-  connect(grid, &TsortedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
-  connect(grid, &TsortedGrid::deleteReleased, this, &Tframe::btnDeleteClick);
+  connect(grid, &TheadedGrid::headerPressed, this, &Tframe::tblEqRecHeaderPressed);
+  connect(grid, &TheadedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
+  connect(grid, &TheadedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
+  connect(grid, &TheadedGrid::deleteReleased, this, &Tframe::btnDeleteClick);
 }
 
 void TEquipmentRecordPluginFrame::setUpKeys() {

@@ -14,7 +14,7 @@
 #include "support/modalDialog.h"
 #include "support/paths.h"
 #include "support/recordText.h"
-#include "support/sortedGrid.h"
+#include "support/headedGrid.h"
 #include "support/windows1252.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 #include "upload/uploadCommand.h"

@@ -74,7 +74,7 @@ void TfrmEqRecEditor::connectControls() {
   connect(ui_->btnSearch, &QPushButton::clicked, this, &TfrmEqRecEditor::btnSearchClick);
   connect(ui_->txtTestProcSearch, &QLineEdit::returnPressed, this, &TfrmEqRecEditor::btnSearchClick);
   connect(ui_->btnClearSearch, &QPushButton::clicked, this, &TfrmEqRecEditor::btnClearSearchClick);
-  connect(ui_->lstTestProc, &TsortedGrid::headerPressed, this, &TfrmEqRecEditor::lstTestProcHeaderPressed);
+  connect(ui_->lstTestProc, &TheadedGrid::headerPressed, this, &TfrmEqRecEditor::lstTestProcHeaderPressed);
   connect(ui_->lstTestProc, &TtestProcGrid::markChanged, this, &TfrmEqRecEditor::lstTestProcMarkChanged);
   for (const TrecordEdit* edit : {ui_->txtControlNum, ui_->txtManufacturer, ui_->txtModel}) {
     connect(edit, &QLineEdit::returnPressed, this, [this] { focusNextChild(); });

@@ -16,7 +16,7 @@ QFont fittingFont(QFont font) {
 
 }  // namespace
 
-TtestProcGrid::TtestProcGrid(QWidget* parent) : TsortedGrid(parent) {
+TtestProcGrid::TtestProcGrid(QWidget* parent) : TheadedGrid(parent) {
   setSelectionMode(SingleSelection);
   setPixelsPerRow(pixelsPerRow);
   setFont(fittingFont(font()));
@@ -35,7 +35,7 @@ void TtestProcGrid::mark(std::size_t row) {
 }
 
 void TtestProcGrid::resizeEvent(QResizeEvent* event) {
-  TsortedGrid::resizeEvent(event);
+  TheadedGrid::resizeEvent(event);
   const int last = horizontalHeader()->count() - 1;
   const int before = horizontalHeader()->sectionPosition(last);
   setColumnWidth(last, viewport()->width() - before);
@@ -44,10 +44,10 @@ void TtestProcGrid::resizeEvent(QResizeEvent* event) {
 /// Where nothing is marked, the first key marks the first row, which has the focus, instead of passing over it.
 void TtestProcGrid::keyPressEvent(QKeyEvent* event) {
   if (!selectionModel()->hasSelection()) selectionModel()->clearCurrentIndex();
-  TsortedGrid::keyPressEvent(event);
+  TheadedGrid::keyPressEvent(event);
 }
 
 void TtestProcGrid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-  TsortedGrid::selectionChanged(selected, deselected);
+  TheadedGrid::selectionChanged(selected, deselected);
   emit markChanged();
 }

@@ -2,11 +2,11 @@
 
 #include <optional>
 
-#include "support/sortedGrid.h"
+#include "support/headedGrid.h"
 
 /// The editor's grid of test procedures, of which at most one is marked. The last column reaches to the right edge
 /// whenever the grid is resized.
-class TtestProcGrid : public TsortedGrid {
+class TtestProcGrid : public TheadedGrid {
   Q_OBJECT
 
  public:

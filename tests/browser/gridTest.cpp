@@ -17,6 +17,7 @@ class TgridTest : public QObject {
   void layoutIsStored();
   void selectionStaysOnRowsWhenSorted();
   void rowsAreColouredInTurn();
+  void highlightStaysWhileAnotherWindowIsActive();
 };
 EQREC_TEST(TgridTest);
 
@@ -163,6 +164,22 @@ void TgridTest::rowsAreColouredInTurn() {
   QVERIFY(f.grid()->horizontalHeader()->viewport()->grab(heading).toImage() != ascending);  // the arrow turned
   QCOMPARE(f.grid()->rowHeight(0), 18);
   QCOMPARE(f.grid()->horizontalHeader()->height(), 18);
+}
+
+void TgridTest::highlightStaysWhileAnotherWindowIsActive() {
+  TframeFixture f;
+  f.open();
+  QPalette palette = f.grid()->palette();
+  palette.setColor(QPalette::Active, QPalette::Highlight, Qt::blue);
+  palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::gray);
+  f.grid()->setPalette(palette);
+  f.grid()->selectRow(1);
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  QVERIFY(QTest::qWaitForWindowActive(&other));
+  QVERIFY(!f.grid()->isActiveWindow());
+  QCOMPARE(pictureOfRow(f.grid(), 1).pixelColor({55, 4}), QColor(Qt::blue));
 }
 
 #include "gridTest.moc"
