@@ -29,7 +29,7 @@ void forEachCustomField(const QWidget& form, Visit visit) {
   for (const TtextField& field : textFields) {
     if (field.customNumber == 0) continue;
     visit(static_cast<std::size_t>(field.customNumber) - 1, formControl<QLineEdit>(form, "txt", field.name),
-          formControl<TliteralCheckBox>(form, "chk", field.name));
+          formControl<TcaptionCheckBox>(form, "chk", field.name));
   }
 }
 
@@ -48,9 +48,9 @@ TfrmOptions::TfrmOptions(TiniFile ini, QWidget* parent)
       ini_(std::move(ini)),
       ui_(std::make_unique<Ui::TfrmOptions>()) {
   ui_->setupUi(this);
-  forEachCustomField(*this, [this](std::size_t, QLineEdit& edit, TliteralCheckBox& box) {
+  forEachCustomField(*this, [this](std::size_t, QLineEdit& edit, TcaptionCheckBox& box) {
     edit.setValidator(new TcaptionValidator(this));
-    connect(&edit, &QLineEdit::textChanged, &box, &TliteralCheckBox::setLiteralText);
+    connect(&edit, &QLineEdit::textChanged, &box, &TcaptionCheckBox::setCaption);
   });
   connect(ui_->btnOK, &QPushButton::clicked, this, &TfrmOptions::btnOKClick);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &TfrmOptions::reject);
@@ -62,16 +62,16 @@ TfrmOptions::~TfrmOptions() = default;
 void TfrmOptions::showSettings() {
   const TbrowserSettings settings = TbrowserSettings::load(ini_);
   forEachOptionalColumn(*this, [&](std::size_t column, QCheckBox& box) { box.setChecked(settings.shown[column]); });
-  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TliteralCheckBox& box) {
+  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TcaptionCheckBox& box) {
     edit.setText(fromRecordText(settings.captions[number]));
-    box.setLiteralText(edit.text());  // an empty caption does not change the edit
+    box.setCaption(edit.text());  // an empty caption does not change the edit
   });
 }
 
 void TfrmOptions::btnOKClick() {
   TbrowserSettings settings;
   forEachOptionalColumn(*this, [&](std::size_t column, QCheckBox& box) { settings.shown[column] = box.isChecked(); });
-  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TliteralCheckBox&) {
+  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TcaptionCheckBox&) {
     settings.captions[number] = toRecordText(edit.text()).value_or(std::string());
   });
   settings.saveOptions(ini_);

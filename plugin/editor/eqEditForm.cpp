@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "editor/editorHost.h"
-#include "editor/testProcModel.h"
+#include "editor/testProcGrid.h"
 #include "support/windows1252.h"
 #include "ui_eqEditForm.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "import/duplicateForm.h"
-#include "import/messages.h"
+#include "import/importMessages.h"
 #include "support/messageBox.h"
 
 TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,

@@ -5,7 +5,7 @@
 #include "import/columnMapping.h"
 #include "import/importOptions.h"
 #include "import/importRun.h"
-#include "import/progressForm.h"
+#include "import/importProgressForm.h"
 #include "store/listChange.h"
 #include "support/messages.h"
 #include "support/modalDialog.h"

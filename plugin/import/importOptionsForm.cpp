@@ -8,7 +8,8 @@
 #include <utility>
 
 #include "import/columnMappingForm.h"
-#include "import/messages.h"
+#include "import/importMessages.h"
+#include "support/formControl.h"
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
 #include "support/windows1252.h"
@@ -31,7 +32,7 @@ TEquipRecImportOptions::TEquipRecImportOptions(TlistOwner& list, TiniFile ini, Q
   ui_->setupUi(this);
   setWindowFlags(windowFlags() | Qt::MSWindowsFixedSizeDialogHint);
   ui_->EditDelimiter->setValidator(new TdelimiterValidator(this));
-  ui_->SpinEditStartRow->makeTextReadOnly();
+  formControl<QLineEdit>(*ui_->SpinEditStartRow, QStringLiteral("qt_spinbox_lineedit")).setReadOnly(true);
   connect(ui_->EditFilename, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
   connect(ui_->ComboBoxDelimiter, &QComboBox::currentIndexChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
   connect(ui_->EditDelimiter, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "print/messages.h"
 #include "print/previewForm.h"
+#include "print/printMessages.h"
 #include "print/printProgress.h"
 #include "print/report.h"
 #include "support/messageBox.h"
@@ -51,11 +51,11 @@ void TEquipRecPrint::done(int result) {
 }
 
 void TEquipRecPrint::showCaptions() {
-  const std::array<TliteralCheckBox*, 3> custom = {ui_->chkCustom1, ui_->chkCustom2, ui_->chkCustom3};
+  const std::array<TcaptionCheckBox*, 3> custom = {ui_->chkCustom1, ui_->chkCustom2, ui_->chkCustom3};
   for (std::size_t i = 0; i < custom.size(); ++i) {
     const QString caption = fromRecordText(job_.customNames[i]);
     // Where the user has left the caption empty, the designed one stays.
-    if (!caption.trimmed().isEmpty()) custom[i]->setLiteralText(caption);
+    if (!caption.trimmed().isEmpty()) custom[i]->setCaption(caption);
   }
   ui_->radAll->setText(QStringLiteral("All records shown (%1)").arg(job_.shown.size()));
   ui_->radSelected->setText(QStringLiteral("Selected records (%1)").arg(job_.selected.size()));

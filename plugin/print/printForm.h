@@ -5,15 +5,14 @@
 #include <memory>
 #include <optional>
 
-#include "print/printJob.h"
 #include "print/printSettings.h"
 #include "print/reportOutput.h"
+#include "print/reportTable.h"
 #include "support/iniFile.h"
 
 class QCheckBox;
 class QPageLayout;
 class QPrinter;
-class TreportTable;
 struct TmessageText;
 namespace Ui {
 class TEquipRecPrint;

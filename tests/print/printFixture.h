@@ -3,7 +3,6 @@
 #include <QStringList>
 #include <filesystem>
 
-#include "print/printJob.h"
 #include "print/printSettings.h"
 #include "print/reportTable.h"
 #include "testproc/autosequenceFileStructs.h"

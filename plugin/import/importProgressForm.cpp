@@ -1,6 +1,6 @@
-#include "import/progressForm.h"
+#include "import/importProgressForm.h"
 
-#include "ui_progressForm.h"
+#include "ui_importProgressForm.h"
 
 TImportProgress::TImportProgress(QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
