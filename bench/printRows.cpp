@@ -30,7 +30,7 @@ class TprintList {
     TprintJob job{records_, titles_, {}, {}, {"Location", "Department", "Asset Note"}};
     for (TrecordIndex index = 0; index < count; ++index) job.shown.push_back(index);
     TprintSettings settings;
-    settings.fields.fill(true);
+    settings.printed.fill(true);
     return std::make_unique<Treport>(TreportTable(job, job.shown, settings), reportPageLayout(usualPaper(), false));
   }
 

@@ -12,6 +12,7 @@
 #include "print/printMessages.h"
 #include "print/printProgress.h"
 #include "print/report.h"
+#include "support/formControl.h"
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
 #include "support/windows1252.h"
@@ -19,7 +20,7 @@
 
 namespace {
 
-/// The pages that the user wants of the printer.
+/// The pages that the user chose in the printer's dialog.
 TpageRange chosenPages(const QPrinter& printer, std::size_t pageCount) {
   const auto from = static_cast<std::size_t>(std::max(printer.fromPage(), 1));
   const auto to = printer.toPage() > 0 ? static_cast<std::size_t>(printer.toPage()) : pageCount;
@@ -31,9 +32,10 @@ TpageRange chosenPages(const QPrinter& printer, std::size_t pageCount) {
 TEquipRecPrint::TEquipRecPrint(TprintJob job, TiniFile ini, QWidget* parent)
     : QDialog(parent), job_(std::move(job)), ini_(std::move(ini)), ui_(std::make_unique<Ui::TEquipRecPrint>()) {
   ui_->setupUi(this);
-  boxes_ = {ui_->chkControlNum, ui_->chkDescription, ui_->chkManufacturer, ui_->chkModel,  ui_->chkTestProc,
-            ui_->chkTitle,      ui_->chkCustom1,     ui_->chkCustom2,      ui_->chkCustom3};
-  for (QCheckBox* box : boxes_) connect(box, &QCheckBox::toggled, this, &TEquipRecPrint::enableButtons);
+  for (std::size_t i = 0; i < printColumnCount; ++i) {
+    boxes_[i] = &formControl<TcaptionCheckBox>(*this, "chk", printColumns[i].name);
+    connect(boxes_[i], &QCheckBox::toggled, this, &TEquipRecPrint::enableButtons);
+  }
   connect(ui_->btnPreview, &QPushButton::clicked, this, &TEquipRecPrint::btnPreviewClick);
   connect(ui_->btnPrint, &QPushButton::clicked, this, &TEquipRecPrint::btnPrintClick);
   connect(ui_->btnPdf, &QPushButton::clicked, this, &TEquipRecPrint::btnPdfClick);
@@ -51,31 +53,32 @@ void TEquipRecPrint::done(int result) {
 }
 
 void TEquipRecPrint::showCaptions() {
-  const std::array<TcaptionCheckBox*, 3> custom = {ui_->chkCustom1, ui_->chkCustom2, ui_->chkCustom3};
-  for (std::size_t i = 0; i < custom.size(); ++i) {
-    const QString caption = fromRecordText(job_.customNames[i]);
-    // Where the user has left the caption empty, the designed one stays.
-    if (!caption.trimmed().isEmpty()) custom[i]->setCaption(caption);
+  for (std::size_t i = 0; i < printColumnCount; ++i) {
+    const TcolumnId id = printColumns[i].id;
+    if (id >= fieldCount || textField(id).customNumber == 0) continue;
+    const QString caption = fromRecordText(columnHeading(id, job_.captions));
+    // An empty caption leaves the designed one.
+    if (!caption.trimmed().isEmpty()) boxes_[i]->setCaption(caption);
   }
   ui_->radAll->setText(QStringLiteral("All records shown (%1)").arg(job_.shown.size()));
   ui_->radSelected->setText(QStringLiteral("Selected records (%1)").arg(job_.selected.size()));
 }
 
 void TEquipRecPrint::showSettings(const TprintSettings& settings) {
-  for (std::size_t i = 0; i < boxes_.size(); ++i) boxes_[i]->setChecked(settings.fields[i]);
+  for (std::size_t i = 0; i < boxes_.size(); ++i) boxes_[i]->setChecked(settings.printed[i]);
   (settings.landscape ? ui_->radLandscape : ui_->radPortrait)->setChecked(true);
   (job_.selected.size() > 1 ? ui_->radSelected : ui_->radAll)->setChecked(true);
   ui_->radSelected->setEnabled(!job_.selected.empty());
 }
 
 void TEquipRecPrint::enableButtons() {
-  const bool enabled = settings().hasField();
+  const bool enabled = settings().printsAny();
   for (QPushButton* button : {ui_->btnPreview, ui_->btnPrint, ui_->btnPdf}) button->setEnabled(enabled);
 }
 
 TprintSettings TEquipRecPrint::settings() const {
   TprintSettings settings;
-  for (std::size_t i = 0; i < boxes_.size(); ++i) settings.fields[i] = boxes_[i]->isChecked();
+  for (std::size_t i = 0; i < boxes_.size(); ++i) settings.printed[i] = boxes_[i]->isChecked();
   settings.landscape = ui_->radLandscape->isChecked();
   return settings;
 }
@@ -98,7 +101,7 @@ void TEquipRecPrint::btnPrintClick() {
   printer.setDocName(QStringLiteral("Equipment Records"));
   printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), settings().landscape));
   if (!askForPrinter(printer)) return;
-  // Another printer may have come with margins and paper of its own.
+  // The user may have chosen another printer, which has its own margins and paper.
   const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
   printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), landscape));
   write(printer.pageLayout(), printFailed, [&](const Treport& report, const TpageStart& start) {

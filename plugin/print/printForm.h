@@ -10,18 +10,18 @@
 #include "print/reportTable.h"
 #include "support/iniFile.h"
 
-class QCheckBox;
 class QPageLayout;
 class QPrinter;
+class TcaptionCheckBox;
 struct TmessageText;
 namespace Ui {
 class TEquipRecPrint;
 }
 
-/// The print dialog: which fields of which records are printed, and on what: screen, printer or PDF file.
+/// The print dialog: the user chooses columns and records, and prints them on the screen, a printer or a PDF file.
 ///
-/// Print and Save as PDF close it when everything is printed; when that was cancelled or has failed it stays. The
-/// choices are read from the settings when it is made and written when it is closed, in any way.
+/// Print and Save as PDF close the dialog when everything is printed. It stays open when the user cancels or printing
+/// fails. The constructor reads the choices from the settings, and closing the dialog in any way writes them.
 class TEquipRecPrint : public QDialog {
   Q_OBJECT
 
@@ -53,5 +53,5 @@ class TEquipRecPrint : public QDialog {
   const TprintJob job_;
   const TiniFile ini_;
   std::unique_ptr<Ui::TEquipRecPrint> ui_;
-  std::array<QCheckBox*, printFieldCount> boxes_;  ///< by `TprintField`
+  std::array<TcaptionCheckBox*, printColumnCount> boxes_{};  ///< of `printColumns`
 };

@@ -8,8 +8,6 @@ namespace {
 
 constexpr const char* section = "PRINT";
 constexpr const char* landscapeKey = "LANDSCAPE";
-constexpr std::array<const char*, printFieldCount> fieldKeys = {
-    "CONTROLNUM", "DESCRIPTION", "MANUFACTURER", "MODEL", "TESTPROC", "TITLE", "CUSTOM1", "CUSTOM2", "CUSTOM3"};
 
 std::string flagText(bool flag) {
   return flag ? "1" : "0";
@@ -17,14 +15,20 @@ std::string flagText(bool flag) {
 
 }  // namespace
 
-bool TprintSettings::hasField() const {
-  return std::any_of(fields.begin(), fields.end(), [](bool printed) { return printed; });
+std::array<bool, printColumnCount> TprintSettings::printedAtFirst() {
+  std::array<bool, printColumnCount> printed{};
+  for (std::size_t i = 0; i < printColumnCount; ++i) printed[i] = printColumns[i].shown != Tshown::onDemand;
+  return printed;
+}
+
+bool TprintSettings::printsAny() const {
+  return std::find(printed.begin(), printed.end(), true) != printed.end();
 }
 
 TprintSettings TprintSettings::load(const TiniFile& ini) {
   TprintSettings settings;
-  for (std::size_t i = 0; i < printFieldCount; ++i) {
-    settings.fields[i] = ini.readFlag(section, fieldKeys[i], settings.fields[i]);
+  for (std::size_t i = 0; i < printColumnCount; ++i) {
+    settings.printed[i] = ini.readFlag(section, printColumns[i].settingsKey(), settings.printed[i]);
   }
   settings.landscape = ini.readFlag(section, landscapeKey, settings.landscape);
   return settings;
@@ -32,7 +36,9 @@ TprintSettings TprintSettings::load(const TiniFile& ini) {
 
 void TprintSettings::save(const TiniFile& ini) const {
   TiniFile::Tentries entries;
-  for (std::size_t i = 0; i < printFieldCount; ++i) entries.emplace_back(fieldKeys[i], flagText(fields[i]));
+  for (std::size_t i = 0; i < printColumnCount; ++i) {
+    entries.emplace_back(printColumns[i].settingsKey(), flagText(printed[i]));
+  }
   entries.emplace_back(landscapeKey, flagText(landscape));
   ini.write(section, entries);
 }

@@ -2,22 +2,28 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
+
+#include "store/columns.h"
 
 class TiniFile;
 
-/// The fields that a report may show beside the record number, in the order of its columns.
-enum class TprintField { controlNum, description, manufacturer, model, testProc, title, custom1, custom2, custom3 };
-
-inline constexpr std::size_t printFieldCount = 9;
+/// The columns that the user may choose for a report: all but the record number, which is always printed.
+inline constexpr auto printColumns = std::span(allColumns).subspan<1>();
+inline constexpr std::size_t printColumnCount = printColumns.size();
+static_assert(allColumns.front().id == columnNumber);
 
 /// The user's choices in the print dialog: section `PRINT` of `EquipmentRecord.ini`.
 struct TprintSettings {
-  /// Which fields are printed, by `TprintField`. At first those that the grid shows at first.
-  std::array<bool, printFieldCount> fields = {true, true, true, true, true, true, false, false, false};
+  /// Which of `printColumns` are printed. The default is what the grid shows by default.
+  std::array<bool, printColumnCount> printed = printedAtFirst();
   bool landscape = false;
 
-  bool hasField() const;
+  bool printsAny() const;
 
   static TprintSettings load(const TiniFile& ini);
   void save(const TiniFile& ini) const;
+
+ private:
+  static std::array<bool, printColumnCount> printedAtFirst();
 };

@@ -8,10 +8,10 @@
 namespace {
 
 constexpr std::size_t mostHeadingLines = 12;
-constexpr int longWord = 16;  ///< characters; a word beyond that may be broken without regret
+constexpr int longWord = 16;  ///< characters; a longer word may be broken
 constexpr double usualPart = 0.97;
 
-/// The width that is enough for nearly all of them.
+/// The width that is enough for nearly all texts.
 int usualOf(std::vector<int>& widths) {
   if (widths.empty()) return 0;
   const auto usual = widths.begin() + static_cast<std::ptrdiff_t>(usualPart * static_cast<double>(widths.size() - 1));
@@ -40,7 +40,8 @@ std::vector<TcellLines> headingLines(const TreportTable& table, const std::vecto
   const char ellipsis = '\x85';
   std::vector<TcellLines> cells;
   for (std::size_t column = 0; column < columns.size(); ++column) {
-    const auto lines = wrappedLines(table.heading(column), widths, columns[column].width);
+    const std::string heading = table.heading(column);
+    const auto lines = wrappedLines(heading, widths, columns[column].width);
     TcellLines cell(lines.begin(), lines.begin() + std::ptrdiff_t(std::min(lines.size(), mostHeadingLines)));
     if (cell.size() < lines.size()) cell.back().back() = ellipsis;
     cells.push_back(std::move(cell));

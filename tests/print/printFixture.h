@@ -36,15 +36,15 @@ class TprintFixture {
     return texts;
   }
   /// The first columns of all these records, all of them at first.
-  TreportTable table(std::size_t fields = printFieldCount) const {
+  TreportTable table(std::size_t fields = printColumnCount) const {
     TprintSettings settings;
-    for (std::size_t i = 0; i < printFieldCount; ++i) settings.fields[i] = i < fields;
+    for (std::size_t i = 0; i < printColumnCount; ++i) settings.printed[i] = i < fields;
     return {job(), job().shown, settings};
   }
 
   TequipRecTable records;
   TtestProcTable titles;
-  std::array<std::string, 3> captions = {"Location", "R&D", ""};
+  Tcaptions captions = {"Location", "R&D", ""};
 };
 
 inline QString nameOf(const std::filesystem::path& path) {

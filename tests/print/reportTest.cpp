@@ -84,9 +84,9 @@ void TreportTest::pdfHoldsEveryRecordOnceAndInOrder_data() {
   const QByteArray text = "\xC4rzte & Pflege, final office, 3\xB0 \x80";
   QTest::newRow("portrait, two fields") << false << std::size_t(2) << text;
   QTest::newRow("landscape, two fields") << true << std::size_t(2) << text;
-  QTest::newRow("landscape, all fields") << true << printFieldCount << text;
-  QTest::newRow("portrait, unbroken words") << false << printFieldCount << QByteArray(63, 'W');
-  QTest::newRow("kerning, ligatures, controls") << false << printFieldCount << QByteArray("AVA ffi To. \x95\t-\x81");
+  QTest::newRow("landscape, all fields") << true << printColumnCount << text;
+  QTest::newRow("portrait, unbroken words") << false << printColumnCount << QByteArray(63, 'W');
+  QTest::newRow("kerning, ligatures, controls") << false << printColumnCount << QByteArray("AVA ffi To. \x95\t-\x81");
 }
 
 void TreportTest::pdfHoldsEveryRecordOnceAndInOrder() {
@@ -110,11 +110,11 @@ void TreportTest::pdfHoldsEveryRecordOnceAndInOrder() {
                                 QStringLiteral("No."), QStringLiteral("Description")}) {
       QVERIFY2(pages[i].contains(part), qPrintable(part));
     }
-    QCOMPARE(pages[i].contains(QStringLiteral("R&D")), fields == printFieldCount);
+    QCOMPARE(pages[i].contains(QStringLiteral("R&D")), fields == printColumnCount);
     QCOMPARE(pages[i].contains(QStringLiteral("Number of records: 150")), i + 1 == pages.size());
   }
   QCOMPARE(printed, f.shownControlNums());
-  QVERIFY(fields == printFieldCount || pages[0].contains(QStringLiteral("Ärzte & Pflege, final office, 3° €")));
+  QVERIFY(fields == printColumnCount || pages[0].contains(QStringLiteral("Ärzte & Pflege, final office, 3° €")));
   checkWords(folder / "r.pdf");
   checkPictures(folder / "r.pdf", pages.size());
 }
