@@ -1,4 +1,4 @@
-// What the record editor does when a button is pressed, and how it is opened and left.
+// The record editor's buttons and keys, and how it opens and closes.
 
 #include <QKeyEvent>
 #include <QPushButton>
@@ -25,11 +25,7 @@ void TfrmEqRecEditor::goToRow(std::size_t row) {
 }
 
 void TfrmEqRecEditor::btnOkClick() {
-  if (const TequipRec* record = currentRecord()) {
-    TequipRec changed = *record;
-    boxes().accept(changed, markedTestProc());
-    replaceCurrent(std::move(changed));
-  }
+  store(markedTestProc());
   host_.refillGrid();
   accept();
 }
@@ -43,7 +39,7 @@ void TfrmEqRecEditor::btnSearchClick() {
   if (const auto text = toRecordText(ui_->txtTestProcSearch->text())) {
     list_.search(*text);
   } else {
-    list_.showNone();  // no title holds what cannot be written in one
+    list_.showNone();  // no title can contain such a character
   }
   refillSorted();
 }
@@ -71,19 +67,20 @@ void TfrmEqRecEditor::done(int result) {
   QDialog::done(result);
 }
 
-/// A dialog selects what its first box holds, where one wrong key would wipe it out: typing goes on behind it instead.
+/// A dialog selects the text in its first box when it opens, and one wrong key would erase it. The cursor stands at the
+/// end instead.
 void TfrmEqRecEditor::setVisible(bool visible) {
   QDialog::setVisible(visible);
   if (visible) ui_->txtControlNum->end(false);
 }
 
-/// The window system shows a window again, too, and what was typed in the meantime must not go.
+/// Does not reload the record when the window system shows the window again: the user's input must stay.
 void TfrmEqRecEditor::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (!event->spontaneous()) showRecord(noRecord);
 }
 
-/// Enter presses the button that has the focus, and none that has not.
+/// Enter presses the focused button, and no other.
 void TfrmEqRecEditor::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   auto* button = qobject_cast<QPushButton*>(focusWidget());

@@ -7,10 +7,13 @@
 
 #include "editor/editorHost.h"
 #include "editor/testProcGrid.h"
+#include "store/columns.h"
+#include "support/formControl.h"
+#include "support/recordText.h"
 #include "support/windows1252.h"
 #include "ui_eqEditForm.h"
 
-/// The library is a static one, whose resources nobody registers unasked. (The macro does not work in a namespace.)
+/// A static library's resources must be registered by hand. (The macro does not work in a namespace.)
 static void registerPictures() {
   Q_INIT_RESOURCE(editorPictures);
 }
@@ -40,7 +43,7 @@ TfrmEqRecEditor::TfrmEqRecEditor(TeditorHost& host, TiniFile ini, QWidget* paren
   connectControls();
 }
 
-/// The host may be gone already.
+/// Does not touch the host, which may be gone already.
 TfrmEqRecEditor::~TfrmEqRecEditor() {
   ui_->lstTestProc->disconnect(this);
   ui_->lstTestProc->readColumnWidths(layout_);
@@ -52,7 +55,7 @@ void TfrmEqRecEditor::setUpForm() {
   registerPictures();
   ui_->setupUi(this);
   setWindowFlags(windowFlags() | Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint);
-  forEachBox([](std::size_t field, auto& box) { box.setMaxLength(static_cast<int>(textFields[field].size) - 1); });
+  forEachBox([](const TtextField& field, auto& box) { box.setMaxLength(static_cast<int>(field.size) - 1); });
   ui_->lstTestProc->setModel(model_.get());
   QPalette readOnly = ui_->txtTestProcedure->palette();
   readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
@@ -60,10 +63,10 @@ void TfrmEqRecEditor::setUpForm() {
   ui_->txtControlNum->setFocus();
 }
 
-/// The designed size, or what large letters and long captions need.
+/// Gives the dialog its designed size, or more when a large font or long captions need it.
 void TfrmEqRecEditor::fixSize() {
   setFixedSize(minimumSizeHint().expandedTo(designedSize));
-  layout()->activate();  // from here on the list has its width
+  layout()->activate();  // gives the list its width
 }
 
 void TfrmEqRecEditor::connectControls() {
@@ -76,20 +79,18 @@ void TfrmEqRecEditor::connectControls() {
   connect(ui_->btnClearSearch, &QPushButton::clicked, this, &TfrmEqRecEditor::btnClearSearchClick);
   connect(ui_->lstTestProc, &TheadedGrid::headerPressed, this, &TfrmEqRecEditor::lstTestProcHeaderPressed);
   connect(ui_->lstTestProc, &TtestProcGrid::markChanged, this, &TfrmEqRecEditor::lstTestProcMarkChanged);
-  for (const TrecordEdit* edit : {ui_->txtControlNum, ui_->txtManufacturer, ui_->txtModel}) {
+  for (const TrecordEdit* edit : findChildren<TrecordEdit*>()) {
     connect(edit, &QLineEdit::returnPressed, this, [this] { focusNextChild(); });
   }
 }
 
 void TfrmEqRecEditor::nameCustomFields() {
-  const std::array<std::pair<QLabel*, QWidget*>, 3> customs = {
-      {{ui_->lblCustom1, ui_->txtCustom1}, {ui_->lblCustom2, ui_->txtCustom2}, {ui_->lblCustom3, ui_->txtCustom3}}};
-  int number = 0;
-  for (const auto& [label, box] : customs) {
-    const std::string digit = std::to_string(++number);
-    const std::string name = ini_.readString("CUSTOMFIELDS", "FIELD" + digit + "NAME", "Custom " + digit);
-    label->setText(fromRecordText(name));
-    if (!name.empty()) box->setAccessibleName(fromRecordText(name));
+  const Tcaptions captions = loadCaptions(ini_);
+  for (const TtextField& field : textFields) {
+    if (field.customNumber == 0) continue;
+    const QString caption = fromRecordText(columnHeading(static_cast<TcolumnId>(field.id), captions));
+    formControl<QLabel>(*this, "lbl", field.name).setText(caption);
+    if (!caption.isEmpty()) formControl<QWidget>(*this, "txt", field.name).setAccessibleName(caption);
   }
 }
 
@@ -106,15 +107,17 @@ void TfrmEqRecEditor::loadLayout() {
   ui_->lstTestProc->setColumnWidths(layout_);
 }
 
+/// Calls `visit` with each text field and its box.
 template <typename Visit>
 void TfrmEqRecEditor::forEachBox(Visit visit) const {
-  visit(fieldControlNum, *ui_->txtControlNum);
-  visit(fieldDescription, *ui_->txtDescription);
-  visit(fieldManufacturer, *ui_->txtManufacturer);
-  visit(fieldModel, *ui_->txtModel);
-  visit(fieldCustom1, *ui_->txtCustom1);
-  visit(fieldCustom2, *ui_->txtCustom2);
-  visit(fieldCustom3, *ui_->txtCustom3);
+  for (const TtextField& field : textFields) {
+    const QString name = QStringLiteral("txt%1").arg(QLatin1String(field.name));
+    if (auto* edit = findChild<TrecordEdit*>(name)) {
+      visit(field, *edit);
+    } else {
+      visit(field, formControl<TrecordMemo>(*this, name));
+    }
+  }
 }
 
 const TequipRec* TfrmEqRecEditor::currentRecord() const {
@@ -123,27 +126,21 @@ const TequipRec* TfrmEqRecEditor::currentRecord() const {
   return index < host_.records().count() ? &host_.records().at(index) : nullptr;
 }
 
-TrecordFields TfrmEqRecEditor::boxes() const {
-  TrecordFields fields;
-  forEachBox([&](std::size_t field, const auto& box) { fields.texts[field] = box.recordText(); });
-  return fields;
+void TfrmEqRecEditor::showTexts(const TequipRec& record) {
+  forEachBox([&](const TtextField& field, auto& box) { box.setRecordText(record.text(field.id)); });
 }
 
-void TfrmEqRecEditor::showBoxes(const TrecordFields& fields) {
-  forEachBox([&](std::size_t field, auto& box) { box.setRecordText(fields.texts[field]); });
-}
-
-void TfrmEqRecEditor::store() {
+void TfrmEqRecEditor::store(std::optional<unsigned> testProc) {
   const TequipRec* record = currentRecord();
   if (record == nullptr) return;
   TequipRec changed = *record;
-  boxes().store(changed);
-  replaceCurrent(std::move(changed));
-}
-
-void TfrmEqRecEditor::replaceCurrent(TequipRec record) {
-  if (record == *currentRecord()) return;
-  host_.change(TlistChange(TreplaceRecord{static_cast<TrecordIndex>(currentIndex_), std::move(record)}));
+  forEachBox([&](const TtextField& field, const auto& box) {
+    const std::string text = box.recordText();
+    changed.setText(field.id, trimmedText(text));
+  });
+  if (testProc) changed.setTestProc(*testProc);
+  if (changed == *record) return;
+  host_.change(TlistChange(TreplaceRecord{static_cast<TrecordIndex>(currentIndex_), std::move(changed)}));
 }
 
 void TfrmEqRecEditor::showRecord(std::int32_t index) {
@@ -155,14 +152,14 @@ void TfrmEqRecEditor::showRecord(std::int32_t index) {
     return;
   }
   if (index != noRecord) currentIndex_ = index;
-  if (const TequipRec* record = currentRecord()) showBoxes(TrecordFields::load(*record));
+  if (const TequipRec* record = currentRecord()) showTexts(*record);
   markTestProc();
 }
 
-/// Forgets the record, too: empty boxes must not come to be stored into it.
+/// Also forgets the record, so that the empty boxes are never stored into it.
 void TfrmEqRecEditor::showNoRecord() {
   currentIndex_ = noRecord;
-  showBoxes({});
+  showTexts(TequipRec());
   ui_->lstTestProc->clearSelection();
   ui_->txtTestProcedure->clear();
 }
@@ -174,7 +171,7 @@ void TfrmEqRecEditor::refillSorted() {
   markTestProc();
 }
 
-/// Marks the record's test procedure. Where the list does not have it, the heading stays as it is.
+/// Marks the record's test procedure. When the list lacks it, the heading stays as it is.
 void TfrmEqRecEditor::markTestProc() {
   const TequipRec* record = currentRecord();
   if (record == nullptr) return;
@@ -192,7 +189,7 @@ std::optional<unsigned> TfrmEqRecEditor::markedTestProc() const {
   return row ? std::optional(list_.at(*row)) : std::nullopt;
 }
 
-/// Shows the test procedure that OK would leave the record with.
+/// Shows the test procedure that the record would have after OK.
 void TfrmEqRecEditor::lstTestProcMarkChanged() {
   const TequipRec* record = currentRecord();
   const auto number = markedTestProc();

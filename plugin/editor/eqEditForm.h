@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
-#include "editor/recordFields.h"
 #include "editor/testProcList.h"
 #include "store/datastructs.h"
 #include "support/gridLayout.h"
@@ -16,12 +16,12 @@ namespace Ui {
 class TfrmEqRecEditor;
 }
 
-/// The dialog in which one equipment record is edited; Previous and Next walk the rows of the browser's grid.
+/// The dialog that edits one equipment record; Previous and Next walk the rows of the browser's grid.
 ///
-/// Works on the record table in memory only, on the user-interface thread. Shown by `exec`, whose result is `Accepted`
-/// however the dialog was left: `isCancelled` tells Cancel, Esc and the close box from OK. Records that were left with
-/// Previous or Next keep their changes in either case. The host must outlive every call, but not the dialog itself: a
-/// host that goes first, and takes the dialog along, is not touched any more.
+/// Each record that the user leaves with OK, Previous or Next becomes a list change, which the host makes. `exec`
+/// always returns `Accepted`; `isCancelled` distinguishes Cancel, Esc and the close box from OK. Cancel keeps the
+/// changes to records left with Previous or Next. Used on the user-interface thread. The host must outlive every call,
+/// but may be destroyed before the dialog: the destructor does not touch it.
 class TfrmEqRecEditor : public QDialog {
   Q_OBJECT
 
@@ -29,17 +29,17 @@ class TfrmEqRecEditor : public QDialog {
   static constexpr std::int32_t noRecord = -1;
 
   TfrmEqRecEditor(TeditorHost& host, TiniFile ini, QWidget* parent);
-  /// Stores the place on the screen and the list's layout.
+  /// Saves the position on the screen and the list's layout.
   ~TfrmEqRecEditor() override;
 
-  /// Stores the boxes into the record shown so far, then shows another one. `noRecord` shows the present record as it
-  /// is in the table. Where there is none to show, or the browser shows no records, the boxes are empty afterwards.
+  /// Stores the boxes into the current record, then shows another one. `noRecord` reloads the current record from the
+  /// table. When there is no record to show, or the browser shows none, the boxes become empty.
   void showRecord(std::int32_t index);
 
   bool isCancelled() const { return cancelled_; }
   void clearCancelled() { cancelled_ = false; }
 
-  /// Stores place and size on every way out.
+  /// Saves position and size whenever the dialog closes.
   void done(int result) override;
   /// Esc and the close box.
   void reject() override;
@@ -60,10 +60,9 @@ class TfrmEqRecEditor : public QDialog {
   template <typename Visit>
   void forEachBox(Visit visit) const;
   const TequipRec* currentRecord() const;
-  TrecordFields boxes() const;
-  void showBoxes(const TrecordFields& fields);
-  void store();
-  void replaceCurrent(TequipRec record);
+  void showTexts(const TequipRec& record);
+  /// Changes the current record, if any, to the boxes' texts, trimmed, and to the test procedure if one is given.
+  void store(std::optional<unsigned> testProc = std::nullopt);
   void showNoRecord();
   void goToRow(std::size_t row);
 
@@ -86,7 +85,7 @@ class TfrmEqRecEditor : public QDialog {
   TtestProcList list_;
   std::int32_t currentIndex_ = noRecord;
   bool cancelled_ = false;
-  // Goes before what it shows: the grid, deleted later, then has an empty model of its own.
+  // Destroyed before the list that it displays. The grid, deleted later, then has an empty model of its own.
   std::unique_ptr<TtestProcModel> model_;
   std::unique_ptr<Ui::TfrmEqRecEditor> ui_;
 };

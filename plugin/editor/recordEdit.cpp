@@ -12,7 +12,7 @@ TrecordEdit::TrecordEdit(QWidget* parent) : QLineEdit(parent) {}
 
 void TrecordEdit::setRecordText(std::string_view bytes) {
   setText(fromRecordText(bytes));
-  setCursorPosition(0);  // where it is too long for the box, its beginning is shown
+  setCursorPosition(0);  // shows the beginning of a long text
 }
 
 std::string TrecordEdit::recordText() const {
@@ -39,7 +39,7 @@ void TrecordEdit::inputMethodEvent(QInputMethodEvent* event) {
   event->setAccepted(cleaned.isAccepted());
 }
 
-/// The middle button pastes what is selected elsewhere, on systems that have such a thing.
+/// On systems with a selection clipboard, the middle button pastes from it.
 void TrecordEdit::mouseReleaseEvent(QMouseEvent* event) {
   const QClipboard* clipboard = QGuiApplication::clipboard();
   if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
@@ -68,7 +68,7 @@ void TrecordEdit::enter(const QString& text) {
   endUndoStep();
 }
 
-/// Undo takes typing back in one step up to the last move of the cursor.
+/// Moves the cursor away and back: one undo step reaches back to the last move of the cursor.
 void TrecordEdit::endUndoStep() {
   if (hasSelectedText()) return;
   const int position = cursorPosition();

@@ -4,19 +4,19 @@
 #include <string>
 #include <string_view>
 
-/// A one-line box for a record's text. Whatever way a text enters it, it enters cleaned (see `cleanedInput`) and cut to
-/// `maxLength`; a text set by the program stays as it is.
+/// A one-line box for a record's text. The user's input, however it arrives, is cleaned (see `cleanedInput`) and cut to
+/// `maxLength`; a text that the program sets stays as it is.
 class TrecordEdit : public QLineEdit {
   Q_OBJECT
 
  public:
   explicit TrecordEdit(QWidget* parent);
 
-  /// The record's bytes, every one of them shown and given back.
+  /// The record's bytes. The box shows and returns every one of them.
   void setRecordText(std::string_view bytes);
   std::string recordText() const;
 
-  /// Takes the slot's place in the context menu, too, which looks it up by name.
+  /// Also replaces the base class's slot in the context menu, which finds it by name.
   Q_SLOT void paste();
 
  protected:

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr QChar closingQuote(0x201D);
-
 bool isLineBreak(QChar character) {
   return character == u'\n' || character == u'\r' || character == QChar::LineSeparator ||
          character == QChar::ParagraphSeparator;
@@ -15,12 +13,7 @@ bool fitsRecord(QChar character) {
   return !character.isNull() && toRecordText(QString(character)).has_value();
 }
 
-QChar entering(QChar character) {
-  if (isLineBreak(character)) return u' ';
-  return character == u'"' ? closingQuote : character;
-}
-
-/// Keys such as Backspace bring a control character along, which is not typed.
+/// Whether a key's text is typed text: keys such as Backspace have a control character as their text.
 bool isTyped(const QString& text) {
   return !text.isEmpty() && text.front() >= u' ' && text.front() != QChar(0x7F);
 }
@@ -30,11 +23,12 @@ bool isTyped(const QString& text) {
 QString cleanedInput(const QString& text, qsizetype room) {
   QString cleaned;
   QChar previous;
-  for (const QChar character : text) {
+  for (const QChar character : withoutDoubleQuotes(text)) {
     if (cleaned.size() >= room) break;
     const bool endOfBreak = previous == u'\r' && character == u'\n';
     previous = character;
-    if (!endOfBreak && fitsRecord(entering(character))) cleaned += entering(character);
+    const QChar entered = isLineBreak(character) ? QChar(u' ') : character;
+    if (!endOfBreak && fitsRecord(entered)) cleaned += entered;
   }
   return cleaned;
 }

@@ -5,20 +5,20 @@
 #include <QString>
 #include <string>
 
-/// What of a typed or pasted text may enter a record field that has room for `room` more characters.
+/// A typed or pasted text as it enters a record field that has room for `room` more characters.
 ///
-/// Characters that Windows-1252 lacks, and the zero character, are left out. A line break becomes one blank. The double
-/// quote, which would end the field in the record files, becomes the typographic closing quote.
+/// Omits the zero character and characters that Windows-1252 lacks. A line break becomes one blank. A double quote
+/// becomes the typographic closing quote (see `withoutDoubleQuotes`).
 QString cleanedInput(const QString& text, qsizetype room);
 
-/// The key press with its text cleaned. Keys that type nothing stay as they are.
+/// The key press with its text cleaned. A key that types nothing stays as it is.
 QKeyEvent cleanedKey(const QKeyEvent& event, qsizetype room);
 
-/// An input method's event with the text that it enters cleaned.
+/// An input method's event with its committed text cleaned.
 class TcleanedCommit : public QInputMethodEvent {
  public:
   TcleanedCommit(const QInputMethodEvent& event, qsizetype room);
 };
 
-/// The bytes of a record field's box (Windows-1252), without anything that a record cannot hold.
+/// The bytes (Windows-1252) of the text in a record field's box, without characters that a record cannot hold.
 std::string recordBytes(const QString& text);

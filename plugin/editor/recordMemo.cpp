@@ -11,7 +11,7 @@ namespace {
 constexpr int fewestLines = 2;
 constexpr int fewestCharacters = 20;
 
-// A document would take them for the ends of its paragraphs, and forget which one it was.
+// Shown for line breaks, which a document would turn into paragraph ends, losing which of the two it was.
 constexpr QChar lineFeedSymbol(0x240A);
 constexpr QChar carriageReturnSymbol(0x240D);
 
@@ -33,7 +33,7 @@ void TrecordMemo::setRecordText(std::string_view bytes) {
   setPlainText(withSymbols(fromRecordText(bytes)));
 }
 
-/// The raw text: the plain one has blanks in place of no-break spaces.
+/// Uses the raw text, because the plain text has blanks in place of no-break spaces.
 std::string TrecordMemo::recordText() const {
   return recordBytes(withoutSymbols(document()->toRawText()));
 }

@@ -4,21 +4,21 @@
 #include <string>
 #include <string_view>
 
-/// A box of several lines for a record's text, which is one line nevertheless: it breaks only where the box ends.
+/// A box that wraps a record's one-line text over several lines.
 ///
-/// Whatever way a text enters it, it enters cleaned (see `cleanedInput`) and cut to the longest length; a text set by
-/// the program stays as it is. Enter does nothing, and Tab leaves the box.
+/// The user's input, however it arrives, is cleaned (see `cleanedInput`) and cut to `maxLength`; a text that the
+/// program sets stays as it is. Enter does nothing, and Tab leaves the box.
 class TrecordMemo : public QPlainTextEdit {
   Q_OBJECT
 
  public:
   explicit TrecordMemo(QWidget* parent);
 
-  /// The most characters that the user may enter.
+  /// The number of characters that the user may enter.
   int maxLength() const { return maxLength_; }
   void setMaxLength(int length) { maxLength_ = length; }
 
-  /// The record's bytes, every one of them shown and given back. Line breaks are shown as symbols.
+  /// The record's bytes. The box shows and returns every one of them, line breaks as symbols.
   void setRecordText(std::string_view bytes);
   std::string recordText() const;
 

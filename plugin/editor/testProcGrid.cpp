@@ -8,9 +8,9 @@
 namespace {
 
 constexpr int pixelsPerRow = 15;
-constexpr int pixelsForText = 13;  ///< a row without what lies above its text
+constexpr int pixelsForText = 13;  ///< the height of a row without the space above its text
 
-/// The largest size of the font, at most its own, that fits into a row.
+/// The font, made smaller if necessary to fit into a row.
 QFont fittingFont(QFont font) {
   int size = QFontInfo(font).pixelSize();
   while (size > 8 && QFontMetrics(font).height() > pixelsForText) font.setPixelSize(--size);
@@ -71,7 +71,7 @@ void TtestProcGrid::resizeEvent(QResizeEvent* event) {
   setColumnWidth(last, viewport()->width() - before);
 }
 
-/// Where nothing is marked, the first key marks the first row, which has the focus, instead of passing over it.
+/// When no row is marked, the first key marks the first row. Without this it would skip that row, which has the focus.
 void TtestProcGrid::keyPressEvent(QKeyEvent* event) {
   if (!selectionModel()->hasSelection()) selectionModel()->clearCurrentIndex();
   TheadedGrid::keyPressEvent(event);

@@ -8,7 +8,7 @@
 
 class TtestProcList;
 
-/// The list of test procedures as the editor's grid shows it: number and title.
+/// The list of test procedures as a table model: number and title.
 class TtestProcModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class TtestProcModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-  /// Takes over what the list holds now. Nothing is selected afterwards.
+  /// Refreshes the model from the list. Clears the selection.
   void refill();
 
  private:
@@ -29,17 +29,17 @@ class TtestProcModel : public QAbstractTableModel {
   int rowCount_ = 0;
 };
 
-/// The editor's grid of test procedures, of which at most one is marked. The last column reaches to the right edge
-/// whenever the grid is resized.
+/// The editor's grid of test procedures, at most one of them marked. Resizing the grid extends the last column to the
+/// right edge.
 class TtestProcGrid : public TheadedGrid {
   Q_OBJECT
 
  public:
   explicit TtestProcGrid(QWidget* parent);
 
-  /// The row that is marked, counted from 0. Having the keyboard's focus marks none.
+  /// The marked row, counted from 0. Keyboard focus alone marks no row.
   std::optional<std::size_t> markedRow() const;
-  /// Marks a row and scrolls it to the top, as far as there are rows to fill the grid.
+  /// Marks a row and scrolls it as close to the top as the number of rows allows.
   void mark(std::size_t row);
 
  signals:

@@ -4,7 +4,8 @@
 #include <QWidget>
 #include <stdexcept>
 
-/// A form's control by its name. Throws `std::logic_error` with the name where the form has no such control.
+/// Finds a form's control by its name. Throws `std::logic_error` with the name when the form has no such control, for
+/// example when a field was added to the table of fields, but not to the form.
 template <typename Control>
 Control& formControl(const QWidget& form, const QString& name) {
   auto* control = form.findChild<Control*>(name);

@@ -40,6 +40,13 @@ std::string_view trimmedText(std::string_view text) {
   return text;
 }
 
+std::string withoutDoubleQuotes(std::string_view text) {
+  constexpr char closingQuote = '\x94';
+  std::string replaced(text);
+  std::replace(replaced.begin(), replaced.end(), '"', closingQuote);
+  return replaced;
+}
+
 bool sameName(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return lowerAscii(x) == lowerAscii(y); });

@@ -2,10 +2,12 @@
 
 #include <array>
 
+#include "support/recordText.h"
+
 namespace {
 
-/// The characters of the bytes 0x80 to 0x9F in Windows-1252. Every other byte is the character of its own value.
-/// Source: the Unicode consortium's table for the code page, its undefined bytes 81, 8D, 8F, 90 and 9D as C1 controls.
+/// The characters of the bytes 0x80 to 0x9F; every other byte is the character of the same value. Source: the Unicode
+/// consortium's table for the code page, with the undefined bytes 81, 8D, 8F, 90 and 9D as C1 controls.
 constexpr std::array<char16_t, 32> upperControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -41,4 +43,8 @@ std::optional<std::string> toRecordText(const QString& text) {
     bytes.push_back(*byte);
   }
   return bytes;
+}
+
+QString withoutDoubleQuotes(QString text) {
+  return text.replace(u'"', fromRecordText(withoutDoubleQuotes(std::string_view("\""))));
 }

@@ -11,3 +11,6 @@ QString fromRecordText(std::string_view bytes);
 
 /// The bytes of a Qt string; nothing when it holds a character that Windows-1252 lacks.
 std::optional<std::string> toRecordText(const QString& text);
+
+/// `withoutDoubleQuotes` for a Qt string, which may hold any characters.
+QString withoutDoubleQuotes(QString text);
