@@ -3,26 +3,30 @@
 #include <array>
 #include <cstddef>
 #include <optional>
-#include <string>
 
 #include "import/tokeniser.h"
-#include "store/datastructs.h"
+#include "store/columns.h"
 
 class TiniFile;
 
-/// The fields that can be imported: the texts of a record by field id, then its test procedure number.
-inline constexpr std::size_t importTestProc = fieldCount;
+/// The fields that can be imported: a record's text fields by field id, then its test procedure number.
+inline constexpr std::size_t importTestProc = textFields.size();
 inline constexpr std::size_t importFieldCount = importTestProc + 1;
 
-/// Which column of a line each field is taken from.
-struct TcolumnMapping {
-  std::array<int, importFieldCount> columns{};  ///< counted from 1; 0 for a field that is not imported
+/// A field's name in the settings ("Desc") and in the names of its controls ("cbDesc", "EditDesc").
+constexpr const char* importName(std::size_t field) {
+  return field == importTestProc ? "TestProc" : textFields.at(field).importName;
+}
 
-  /// The mapping in section `Import`, without columns beyond `columnCount`; nothing where none is stored.
+/// The column of a line from which each field is taken.
+struct TcolumnMapping {
+  std::array<int, importFieldCount> columns{};  ///< counted from 1; 0: the field is not imported
+
+  /// The mapping in section `Import`, without columns beyond `columnCount`; nothing when none is stored.
   static std::optional<TcolumnMapping> load(const TiniFile& ini, int columnCount);
   void save(const TiniFile& ini) const;
 
-  /// The columns whose headings name a field: the user's own captions of the custom fields first, then our names and
-  /// those that other programs use. Case, blanks and punctuation do not count; no column serves two fields.
-  static TcolumnMapping fromHeadings(const TfieldList& headings, const std::array<std::string, 3>& captions);
+  /// Finds each field's column by its heading. The user's captions of the custom fields come first, then our own names
+  /// and those of other programs. Case, blanks and punctuation do not count. No column serves two fields.
+  static TcolumnMapping fromHeadings(const TfieldList& headings, const Tcaptions& captions);
 };

@@ -5,6 +5,7 @@
 
 #include "import/importDialogs.h"
 #include "import/importLine.h"
+#include "support/formControl.h"
 #include "support/windows1252.h"
 #include "ui_columnMappingForm.h"
 
@@ -22,7 +23,7 @@ QStringList columnItems(int count) {
   return items;
 }
 
-/// Shows a caption that the user chose in a label, with an ellipsis where it would make the dialog too wide.
+/// Shows a caption that the user chose, with an ellipsis when it would make the dialog too wide.
 void showCaption(QLabel* label, const QString& caption) {
   const QFontMetrics metrics = label->fontMetrics();
   const QString shown = metrics.elidedText(caption, Qt::ElideRight, captionWidth * metrics.averageCharWidth());
@@ -41,6 +42,7 @@ TEquipRecImport::TEquipRecImport(TimportOptions options, TlistOwner& list, TiniF
       result_(result),
       sample_(TimportSample::read(options_)),
       fields_(sample_ ? tokenise(sample_->line, options_.delimiter, options_.quotes) : TfieldList(1)),
+      captions_(loadCaptions(ini_)),
       ui_(std::make_unique<Ui::TEquipRecImport>()) {
   result_ = TimportResult::cancelled;
   setUpForm();
@@ -53,20 +55,10 @@ TEquipRecImport::~TEquipRecImport() = default;
 void TEquipRecImport::setUpForm() {
   ui_->setupUi(this);
   setWindowFlags(windowFlags() | Qt::MSWindowsFixedSizeDialogHint);
-  rows_ = {{{ui_->cbDeviceID, ui_->EditDeviceID},
-            {ui_->cbDesc, ui_->EditDesc},
-            {ui_->cbMake, ui_->EditMake},
-            {ui_->cbModel, ui_->EditModel},
-            {ui_->cbCustom1, ui_->EditCustom1},
-            {ui_->cbCustom2, ui_->EditCustom2},
-            {ui_->cbCustom3, ui_->EditCustom3},
-            {ui_->cbTestProc, ui_->EditTestProc}}};
-  QPalette readOnly = ui_->EditDeviceID->palette();
-  readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
   auto* items = new QStringListModel(columnItems(columnCount()), this);
   for (std::size_t field = 0; field < rows_.size(); ++field) {
+    setUpRow(field);
     rows_[field].combo->setModel(items);
-    rows_[field].preview->setPalette(readOnly);
     connect(rows_[field].combo, &QComboBox::currentIndexChanged, this, [this, field] { cbChange(field); });
   }
   connect(ui_->BtnImport, &QPushButton::clicked, this, &TEquipRecImport::BtnImportClick);
@@ -74,15 +66,23 @@ void TEquipRecImport::setUpForm() {
   connect(ui_->BtnBack, &QPushButton::clicked, this, &TEquipRecImport::BtnBackClick);
 }
 
+void TEquipRecImport::setUpRow(std::size_t field) {
+  const char* name = importName(field);
+  const Trow row = {&formControl<QComboBox>(*this, "cb", name), &formControl<QLineEdit>(*this, "Edit", name)};
+  QPalette readOnly = row.preview->palette();
+  readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
+  row.preview->setPalette(readOnly);
+  rows_[field] = row;
+}
+
 void TEquipRecImport::nameCustomFields() {
-  const std::array<QLabel*, 3> labels = {ui_->LabelCustom1, ui_->LabelCustom2, ui_->LabelCustom3};
-  for (std::size_t i = 0; i < labels.size(); ++i) {
-    const std::string number = std::to_string(i + 1);
-    captions_[i] = ini_.readString("CUSTOMFIELDS", "FIELD" + number + "NAME", "Custom " + number);
-    const QString caption = fromRecordText(captions_[i]);
-    showCaption(labels[i], caption);
-    rows_[fieldCustom1 + i].combo->setAccessibleName(QStringLiteral("Column of %1").arg(caption));
-    rows_[fieldCustom1 + i].preview->setAccessibleName(QStringLiteral("Preview of %1").arg(caption));
+  for (const TtextField& field : textFields) {
+    if (field.customNumber == 0) continue;
+    const QString caption = fromRecordText(columnHeading(static_cast<TcolumnId>(field.id), captions_));
+    showCaption(&formControl<QLabel>(*this, "Label", field.importName), caption);
+    const Trow& row = rows_.at(static_cast<std::size_t>(field.id));
+    row.combo->setAccessibleName(QStringLiteral("Column of %1").arg(caption));
+    row.preview->setAccessibleName(QStringLiteral("Preview of %1").arg(caption));
   }
 }
 
@@ -92,7 +92,7 @@ void TEquipRecImport::showColumns() {
   for (std::size_t field = 0; field < rows_.size(); ++field) rows_[field].combo->setCurrentIndex(start.columns[field]);
 }
 
-/// The mapping that was used last, or else what the headings say.
+/// The mapping that was used last; otherwise what the headings say.
 TcolumnMapping TEquipRecImport::startMapping() const {
   if (const auto stored = TcolumnMapping::load(ini_, columnCount())) return *stored;
   TfieldList headings = tokenise(sample_->headings, options_.delimiter, options_.quotes);
@@ -102,8 +102,9 @@ TcolumnMapping TEquipRecImport::startMapping() const {
 
 TcolumnMapping TEquipRecImport::mapping() const {
   TcolumnMapping mapping;
-  for (std::size_t field = 0; field < rows_.size(); ++field)
+  for (std::size_t field = 0; field < rows_.size(); ++field) {
     mapping.columns[field] = rows_[field].combo->currentIndex();
+  }
   return mapping;
 }
 
@@ -111,7 +112,8 @@ void TEquipRecImport::cbChange(std::size_t field) {
   const auto column = static_cast<std::size_t>(rows_[field].combo->currentIndex());
   rows_[field].preview->setText(fromRecordText(importedText(fields_, column)));
   rows_[field].preview->setCursorPosition(0);
-  ui_->BtnImport->setEnabled(ui_->cbDeviceID->currentIndex() > 0 && !ui_->EditDeviceID->text().isEmpty());
+  const Trow& deviceId = rows_[fieldControlNum];
+  ui_->BtnImport->setEnabled(deviceId.combo->currentIndex() > 0 && !deviceId.preview->text().isEmpty());
 }
 
 void TEquipRecImport::BtnImportClick() {

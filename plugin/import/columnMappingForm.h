@@ -17,36 +17,38 @@ namespace Ui {
 class TEquipRecImport;
 }
 
-/// How the column mapping dialog was left.
+/// How the user left the column mapping dialog.
 enum class TimportResult {
-  imported = 0,  ///< the records are in the table
+  imported = 0,  ///< the records are in the list
   cancelled = 1,
-  back = 2  ///< the options are to be chosen anew
+  back = 2  ///< to choose other options
 };
 
-/// The second step of an import: the user chooses the column of each field, with a preview of the first line, and
+/// The second step of an import: the user chooses the column of each field, sees a preview of the first line, and
 /// starts the import.
 ///
-/// Options and a copy of the sample lines are its own; the file is read again by the import. The records are changed
-/// by a finished import only. Where the host deletes the dialog while the import runs, nothing is touched any more.
+/// The dialog keeps a copy of the sample lines; the import reads the file again. Only a finished import changes the
+/// list. If the host deletes the dialog during an import, the import ends and touches nothing more.
 class TEquipRecImport : public QDialog {
   Q_OBJECT
 
  public:
-  /// `result` and the records are the caller's and must be there until the dialog is closed.
+  /// `list` and `result` belong to the caller and must outlive the dialog.
   TEquipRecImport(TimportOptions options, TlistOwner& list, TiniFile ini, TimportResult& result, QWidget* parent);
   ~TEquipRecImport() override;
 
-  /// False: the file could not be read, and there is nothing to be chosen.
+  /// False: the file could not be read, so that there is nothing to choose.
   bool hasSample() const { return sample_.has_value(); }
 
  private:
+  /// The controls of one field.
   struct Trow {
-    QComboBox* combo;
-    QLineEdit* preview;
+    QComboBox* combo = nullptr;
+    QLineEdit* preview = nullptr;
   };
 
   void setUpForm();
+  void setUpRow(std::size_t field);
   void nameCustomFields();
   void showColumns();
   TcolumnMapping startMapping() const;
@@ -63,7 +65,7 @@ class TEquipRecImport : public QDialog {
   TimportResult& result_;
   std::optional<TimportSample> sample_;
   TfieldList fields_;  ///< of the sample's line
-  std::array<std::string, 3> captions_;
+  Tcaptions captions_;
   std::unique_ptr<Ui::TEquipRecImport> ui_;
   std::array<Trow, importFieldCount> rows_;
 };

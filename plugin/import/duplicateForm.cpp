@@ -2,6 +2,7 @@
 
 #include <QStyle>
 #include <QValidator>
+#include <utility>
 
 #include "support/recordText.h"
 #include "support/windows1252.h"
@@ -9,19 +10,19 @@
 
 namespace {
 
-/// Lets nothing into a Device ID that a record cannot hold: a double quote becomes the typographic one, a line break a
-/// blank, and what Windows-1252 lacks is refused.
+/// Keeps out what a record cannot hold. A double quote becomes the typographic one and a line break a blank; a text
+/// with characters that Windows-1252 lacks is refused.
 class TdeviceIdValidator : public QValidator {
  public:
   using QValidator::QValidator;
 
   State validate(QString& text, int& /*position*/) const override {
-    text.replace(u'"', QChar(0x201D)).replace(u'\n', u' ').replace(u'\r', u' ');
+    text = withoutDoubleQuotes(std::move(text)).replace(u'\n', u' ').replace(u'\r', u' ');
     return toRecordText(text) && !text.contains(QChar(u'\0')) ? Acceptable : Invalid;
   }
 };
 
-/// The bytes of a text without the blanks around it.
+/// The bytes of a text without surrounding blanks.
 std::string trimmedBytes(const QString& text) {
   return std::string(trimmedText(toRecordText(text).value_or(std::string())));
 }
@@ -50,7 +51,7 @@ void TEquipRecImportDup::reject() {
   QDialog::reject();
 }
 
-/// Enter in the box presses Rename, which is the default button, while it is enabled.
+/// Rename is the default button: Enter presses it while it is enabled.
 void TEquipRecImportDup::EditDeviceIDChange() {
   ui_->BtnRename->setEnabled(!trimmedBytes(ui_->EditDeviceID->text()).empty());
 }

@@ -8,15 +8,15 @@ namespace Ui {
 class TEquipRecImportDup;
 }
 
-/// Asks what to do with one imported record whose Device ID is in use: rename or skip it. Both close the dialog with
-/// the result OK and are told apart by the skip flag. Esc and the close box skip the record, too, but with the result
-/// Cancel: the user wants no more of this.
+/// Asks whether to rename or skip one imported record whose Device ID is in use. Both close the dialog with the result
+/// OK; the skip flag distinguishes them. Esc and the close box also skip the record, but with the result Cancel, which
+/// ends the import.
 class TEquipRecImportDup : public QDialog {
   Q_OBJECT
 
  public:
-  /// `deviceId` (Windows-1252) is shown, and replaced by Rename; `skip` is set by Skip. Both are the caller's and must
-  /// be there until the dialog is closed.
+  /// Shows `deviceId` (Windows-1252); Rename replaces it, and Skip sets `skip`. Both belong to the caller and must
+  /// outlive the dialog.
   TEquipRecImportDup(std::string& deviceId, bool& skip, QWidget* parent);
   ~TEquipRecImportDup() override;
 

@@ -1,10 +1,13 @@
 #include "import/importDialogs.h"
 
 #include <QCoreApplication>
+#include <sstream>
 #include <utility>
 
 #include "import/duplicateForm.h"
+#include "import/importFile.h"
 #include "import/importMessages.h"
+#include "support/log.h"
 #include "support/messageBox.h"
 
 TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,
@@ -19,7 +22,22 @@ TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& map
 TimportDialogs::Tend TimportDialogs::run() {
   progress_->show();
   TimportRun result = runImport(options_, mapping_, columnCount_, list_.records(), *this);
+  log(result);
   return progress_.isGone() ? Tend::ownerGone : end(result);
+}
+
+/// Of the file's name, only the extension is logged.
+void TimportDialogs::log(const TimportRun& result) const {
+  const char* outcome = result.end == TimportRun::Tend::done        ? "done"
+                        : result.end == TimportRun::Tend::cancelled ? "cancelled"
+                                                                    : "file not readable";
+  std::ostringstream line;
+  line << "import " << extensionOf(options_) << ": " << outcome << ", " << result.lines << " lines, "
+       << result.records.size() << " records, " << result.duplicates << " duplicates";
+  if (result.limitReached) line << ", limit reached";
+  if (result.malformed) line << ", malformed lines";
+  if (result.truncated) line << ", Device IDs truncated";
+  logInfo(line.str());
 }
 
 bool TimportDialogs::goOn(int percent) {
@@ -49,7 +67,7 @@ TimportDialogs::Tend TimportDialogs::end(TimportRun& result) {
   return importAll(result);
 }
 
-/// Takes the records over before anything is said, so that they stay whatever happens while a box is open.
+/// Adds the records before it shows a message, so that they are kept whatever happens while a box is open.
 TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
   list_.change(TlistChange::append(list_.records().count(), std::move(result.records)));
   const std::initializer_list<std::pair<bool, const TmessageText*>> messages = {
@@ -64,7 +82,7 @@ TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
   return progress_.isGone() ? Tend::ownerGone : Tend::imported;
 }
 
-/// Shows a message. Returns `end`, or that the owner has gone meanwhile.
+/// Shows a message. Returns `end`, or `ownerGone` when the owner was deleted meanwhile.
 TimportDialogs::Tend TimportDialogs::tell(const TmessageText& message, Tend end) {
   showMessage(progress_->isVisible() ? progress_.get() : owner_.data(), message);
   return progress_.isGone() ? Tend::ownerGone : end;

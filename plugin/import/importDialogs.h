@@ -4,22 +4,22 @@
 
 #include "import/columnMapping.h"
 #include "import/importOptions.h"
-#include "import/importRun.h"
 #include "import/importProgressForm.h"
+#include "import/importRun.h"
 #include "store/listChange.h"
 #include "support/messages.h"
 #include "support/modalDialog.h"
 
 class QWidget;
 
-/// One import run with its dialogs: progress, duplicates, and what is to be said at the end.
+/// One import run with its dialogs: progress, duplicates, and the messages at the end. Logs its outcome and counts.
 ///
-/// Lives on the user-interface thread for the time of `run`, which keeps the event loop running. The host may delete
-/// the owner's window meanwhile, and table and dialogs with it; nothing of them is touched any more then.
+/// Used on the user-interface thread. `run` processes events, so that the host may delete the owner meanwhile, and the
+/// list and the dialogs with it. The run then ends without touching them.
 class TimportDialogs : private TimportObserver {
  public:
   enum class Tend {
-    imported,    ///< the records are in the table, and the user has seen it
+    imported,    ///< the records are in the list, and the user has confirmed it
     cancelled,   ///< nothing was imported
     unreadable,  ///< nothing was imported
     ownerGone    ///< the owner was deleted
@@ -34,6 +34,7 @@ class TimportDialogs : private TimportObserver {
   bool goOn(int percent) override;
   Tduplicate duplicate(std::string& deviceId) override;
 
+  void log(const TimportRun& result) const;
   Tend end(TimportRun& result);
   Tend importAll(TimportRun& result);
   Tend tell(const TmessageText& message, Tend end);

@@ -9,14 +9,14 @@
 
 class TlineReader;
 
-/// A file that is imported, open for reading as long as this lives. Nothing but a regular file can be opened.
+/// The file to import, open while this object exists. Only a regular file can be opened; a failure is logged.
 class TimportFile {
  public:
-  explicit TimportFile(const std::filesystem::path& path);
+  explicit TimportFile(const TimportOptions& options);
 
   bool isOpen() const { return stream_.is_open(); }
   std::istream& stream() { return stream_; }
-  /// Bytes when it was opened.
+  /// Its size in bytes when it was opened.
   std::uint64_t size() const { return size_; }
 
  private:
@@ -24,14 +24,17 @@ class TimportFile {
   std::uint64_t size_ = 0;
 };
 
-/// Reads lines from the first one on, so that the start row is the next. Returns the last line read.
+/// The file's extension, as the log names the file: ".csv".
+std::string extensionOf(const TimportOptions& options);
+
+/// Reads the lines before the start row. Returns the last of them.
 std::string skipToStartRow(TlineReader& reader, int startRow);
 
-/// The lines by which the user chooses the columns; each is empty where the file does not have it.
+/// The lines by which the user chooses the columns. A line that the file lacks is empty.
 struct TimportSample {
   std::string headings;  ///< the line before the first one that is imported
   std::string line;      ///< the first line that is imported
 
-  /// Nothing where the file cannot be read.
+  /// Nothing when the file cannot be read.
   static std::optional<TimportSample> read(const TimportOptions& options);
 };

@@ -1,6 +1,5 @@
 #include "import/importLine.h"
 
-#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -9,32 +8,28 @@
 
 namespace {
 
-constexpr char closingQuote = '\x94';
-
-/// Gives the columns of a line as they enter a record.
+/// The columns of a line as they enter a record.
 class TcolumnTexts {
  public:
   explicit TcolumnTexts(const TfieldList& fields) : fields_(fields), plain_(isPlain(fields)) {}
 
-  /// To be used before the next call: nearly every text can be taken from the line as it is.
+  /// The result is valid until the next call. Nearly always it is the line's own text.
   std::string_view at(std::size_t column) {
     const std::string_view field = column < fields_.size() ? fields_[column] : std::string_view();
     if (plain_) return field;
     const std::string_view text = field.substr(0, field.find('\0'));
     if (text.size() < field.size()) cut_ = true;
     if (!holds(text, '"')) return text;
-    changed_ = text;
-    std::replace(changed_.begin(), changed_.end(), '"', closingQuote);
-    return changed_;
+    return changed_ = withoutDoubleQuotes(text);
   }
 
-  /// Whether any text so far ended at a zero byte.
+  /// Whether a zero byte has cut any text so far.
   bool cut() const { return cut_; }
 
  private:
   static bool holds(std::string_view text, char c) { return text.find(c) != std::string_view::npos; }
 
-  /// Whether no field needs a closer look; told from the whole line at once, which is quicker.
+  /// Whether the line holds neither zero bytes nor double quotes. Looking at the whole line at once is faster.
   static bool isPlain(const TfieldList& fields) {
     if (fields.size() < 2) return true;
     const char* begin = fields[1].data();

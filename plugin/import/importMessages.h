@@ -2,7 +2,7 @@
 
 #include "support/messages.h"
 
-/// What an import says.
+// The messages of an import.
 
 inline constexpr TmessageText importCanceled = {"Import not finished. Operation canceled.", "Import Canceled",
                                                 TmessageIcon::information};

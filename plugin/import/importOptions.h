@@ -5,19 +5,19 @@
 
 class TiniFile;
 
-/// What is imported and how it is read; made anew for each import.
+/// Which file one import reads, and how.
 struct TimportOptions {
   std::filesystem::path fileName;
   char delimiter = ',';
-  int startRow = 1;     ///< number of the first line that is imported, counted from 1
-  bool quotes = false;  ///< every field is surrounded by double quotes
+  int startRow = 1;     ///< the first line to import, counted from 1
+  bool quotes = false;  ///< whether every field is surrounded by double quotes
 };
 
-/// What the user chose in the options dialog, as it is remembered in section `Import`.
+/// The user's choices in the options dialog: section `Import` of the settings.
 struct TimportChoices {
   std::string fileName;       ///< Windows-1252
   int delimiter = 0;          ///< index in the list of delimiters
-  std::string userDelimiter;  ///< of the choice "Other": one character or none (Windows-1252)
+  std::string userDelimiter;  ///< for the choice "Other": one character or none (Windows-1252)
   int startRow = 1;
   bool quotes = false;
 
@@ -28,6 +28,6 @@ struct TimportChoices {
 /// Index of the choice "Other" in the list of delimiters.
 inline constexpr int otherDelimiter = 5;
 
-/// The character behind an index in the list of delimiters; the comma for an index that is none, and for "Other"
-/// without a character.
+/// The character for an index in the list of delimiters. The comma for any other index, and for "Other" without a
+/// character.
 char delimiterCharacter(int index, const std::string& userDelimiter);

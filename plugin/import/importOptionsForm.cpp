@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Refuses what is not one byte in a file.
+/// Refuses a character that is not one byte in the file.
 class TdelimiterValidator : public QValidator {
  public:
   using QValidator::QValidator;
@@ -57,7 +57,7 @@ int TEquipRecImportOptions::exec() {
   return self ? result() : static_cast<int>(Rejected);
 }
 
-/// FormClose of every way out.
+/// Called however the dialog closes.
 void TEquipRecImportOptions::done(int result) {
   choices().save(ini_);
   QDialog::done(result);

@@ -11,19 +11,19 @@ namespace Ui {
 class TEquipRecImportOptions;
 }
 
-/// The first step of an import: which file, and how its lines are read. Continue leads to the column mapping dialog.
+/// The first step of an import: which file to read, and how. Continue opens the column mapping dialog.
 ///
-/// Shown by `exec`, whose result is `Accepted` where an import has run and the records are in the table; anything else
-/// leaves the table as it was. The choices are read when the dialog is made, and stored whenever it closes.
+/// `exec` returns `Accepted` when an import has added its records to the list; any other result leaves the list as it
+/// was. The constructor loads the user's choices, and closing the dialog saves them.
 class TEquipRecImportOptions : public QDialog {
   Q_OBJECT
 
  public:
-  /// The records are the caller's and must be there until the dialog is closed or deleted.
+  /// `list` must outlive the dialog, or be destroyed together with it.
   TEquipRecImportOptions(TlistOwner& list, TiniFile ini, QWidget* parent);
   ~TEquipRecImportOptions() override;
 
-  /// Ends when the dialog is closed or deleted, but not while it is merely hidden behind the second step.
+  /// Returns when the dialog is closed or deleted, but not while it is hidden during the second step.
   int exec() override;
   void done(int result) override;
 

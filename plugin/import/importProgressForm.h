@@ -7,8 +7,8 @@ namespace Ui {
 class TImportProgress;
 }
 
-/// Shows how far an import run is, and lets the user cancel it; at the end it says that all went well and waits for OK.
-/// Shown by `show` while the run works, and by `exec` at the end.
+/// Shows the progress of an import run and lets the user cancel it. At the end it reports success and waits for OK. Use
+/// `show` during the run and `exec` at the end.
 class TImportProgress : public QDialog {
   Q_OBJECT
 
@@ -16,16 +16,16 @@ class TImportProgress : public QDialog {
   explicit TImportProgress(QWidget* parent);
   ~TImportProgress() override;
 
-  /// Advances the bar by one step, a percent.
+  /// Advances the bar by one percent.
   void Step();
-  /// Steps until the bar stands at so many percent; it never goes back.
+  /// Advances the bar to this percentage. The bar never goes back.
   void stepTo(int percent);
-  /// Whether Cancel was pressed, which also hides the dialog.
+  /// Whether the user pressed Cancel, which also hides the dialog.
   bool IsCancelled() const { return cancelled_; }
-  /// To be called when the run has come to its end.
+  /// Call this when the run has ended.
   void Finish();
 
-  /// Esc and the system's ways to close a window: Cancel while that is enabled, OK afterwards.
+  /// Esc and closing the window press Cancel while it is enabled, and OK afterwards.
   void reject() override;
 
  private:

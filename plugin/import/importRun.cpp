@@ -28,22 +28,26 @@ class Timporter {
         fileSize_(std::max<std::uint64_t>(file.size(), 1)),
         reader_(file.stream(), [this] { return goOn(); }),
         room_(equipRecLimit - std::min(table.count(), equipRecLimit)) {
-    records_.reserve(room_);
+    result_.records.reserve(room_);
     inUse_.reserve(equipRecLimit);
     for (TrecordIndex i = 0; i < table.count(); ++i) inUse_.insert(table.at(i).text(fieldControlNum));
   }
 
   TimportRun run() {
     skipToStartRow(reader_, options_.startRow);
-    while (records_.size() < room_ && goOn()) {
+    while (result_.records.size() < room_ && goOn()) {
       const auto line = reader_.next();
       if (!line) break;
       takeLine(*line);
     }
-    if (stopped_) return {TimportRun::Tend::cancelled, {}};
-    if (reader_.failed()) return {TimportRun::Tend::unreadable, {}};
-    const bool limitReached = records_.size() == room_;
-    return {TimportRun::Tend::done, std::move(records_), limitReached, findings_.malformed, findings_.truncated};
+    if (reader_.failed()) result_.end = TimportRun::Tend::unreadable;
+    if (stopped_) result_.end = TimportRun::Tend::cancelled;
+    const bool done = result_.end == TimportRun::Tend::done;
+    if (!done) result_.records.clear();
+    result_.limitReached = done && result_.records.size() == room_;
+    result_.malformed = findings_.malformed;
+    result_.truncated = findings_.truncated;
+    return std::move(result_);
   }
 
  private:
@@ -57,16 +61,18 @@ class Timporter {
   }
 
   void takeLine(std::string_view line) {
+    ++result_.lines;
     fields_ = tokenise(line, options_.delimiter, options_.quotes, std::move(fields_));
     auto record = recordInLine(fields_, mapping_, columnCount_, findings_);
     if (!record) return;
-    // The record's texts stay where they are when it is moved.
+    // Moving a record does not move its texts.
     const bool isNew = inUse_.insert(record->text(fieldControlNum)).second;
-    if (isNew || rename(*record)) records_.push_back(std::move(*record));
+    if (isNew || rename(*record)) result_.records.push_back(std::move(*record));
   }
 
-  /// False: the record is not to be taken.
+  /// Lets the observer rename a duplicate. False: the record must be skipped.
   bool rename(TequipRec& record) {
+    ++result_.duplicates;
     std::string deviceId = record.text(fieldControlNum);
     const auto decision = observer_.duplicate(deviceId);
     polled_ = {};
@@ -84,8 +90,8 @@ class Timporter {
   std::uint64_t fileSize_;
   TlineReader reader_;
   std::size_t room_;
-  std::vector<TequipRec> records_;
-  std::unordered_set<std::string_view> inUse_;  ///< points into the records of the table and the new ones
+  TimportRun result_;
+  std::unordered_set<std::string_view> inUse_;  ///< texts of the table's records and of the new ones
   TfieldList fields_;
   TlineFindings findings_;
   Tclock::time_point polled_;
@@ -96,7 +102,7 @@ class Timporter {
 
 TimportRun runImport(const TimportOptions& options, const TcolumnMapping& mapping, std::size_t columnCount,
                      const TequipRecTable& table, TimportObserver& observer) {
-  TimportFile file(options.fileName);
+  TimportFile file(options);
   if (!file.isOpen()) return {TimportRun::Tend::unreadable, {}};
   return Timporter(file, options, mapping, columnCount, table, observer).run();
 }

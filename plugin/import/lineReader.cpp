@@ -33,7 +33,7 @@ std::optional<std::string_view> TlineReader::next() {
   return whole ? std::optional(withoutEnd(line_)) : std::nullopt;
 }
 
-/// Reads the next chunk. False: there is none.
+/// Reads the next chunk. False: there is no more.
 bool TlineReader::fill() {
   stopped_ = stopped_ || (goOn_ && !goOn_());
   if (stopped_) return false;
@@ -46,7 +46,7 @@ bool TlineReader::fill() {
   return begin_ < end_ && !failed();
 }
 
-/// One byte more than a line may have is kept, as it may be the carriage return before the line feed.
+/// Keeps one byte more than the longest line: it may be the carriage return before the line feed.
 void TlineReader::keep(std::string_view piece) {
   line_.append(piece.substr(0, longestLine + 1 - std::min(line_.size(), longestLine + 1)));
 }

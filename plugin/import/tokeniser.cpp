@@ -4,7 +4,8 @@
 
 namespace {
 
-/// Takes the text before `end` from the front of `rest`, and `end` with it; all of it where there is no `end`.
+/// Removes the text up to `end` from the front of `rest`, together with `end`, and returns it without `end`. Takes all
+/// of `rest` when it has no `end`.
 std::string_view takeUntil(char end, std::string_view& rest) {
   const std::size_t length = rest.find(end);
   const std::string_view taken = rest.substr(0, length);

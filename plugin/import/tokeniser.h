@@ -3,15 +3,15 @@
 #include <string_view>
 #include <vector>
 
-/// The fields of a line, which they point into. Entry 0 is always empty, so that the entries count as columns do: from
-/// 1. A line has one field less than the list has entries.
+/// Views of a line's fields. Entry 0 is always empty, so that the index of a field is its column, counted from 1. The
+/// list has one entry more than the line has fields.
 using TfieldList = std::vector<std::string_view>;
 
-/// Splits a line into fields, nothing trimmed.
+/// Splits a line into fields, without trimming them.
 ///
-/// Without quotes the delimiter ends a field; none follows the last delimiter of a line, and quotes are characters as
-/// any other. With quotes only what stands between a double quote and the next is a field, and everything else is
-/// passed over: delimiters, fields without quotes, and a text whose second quote is missing.
+/// Without `quotes`, each field ends with the delimiter or with the line; a delimiter at the end of the line starts no
+/// further field, and quotes are ordinary characters. With `quotes`, a field is the text between one double quote and
+/// the next; everything else is skipped: delimiters, fields without quotes, and a text without a second quote.
 ///
-/// The memory of `used`, a list that is not needed any more, serves for the new one.
+/// `used` is a list that is no longer needed; the result reuses its memory.
 TfieldList tokenise(std::string_view line, char delimiter, bool quotes, TfieldList used = {});

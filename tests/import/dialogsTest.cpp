@@ -10,6 +10,7 @@
 #include "browser/frameFixture.h"
 #include "import/importOptionsForm.h"
 #include "store/datastructs.h"
+#include "support/log.h"
 #include "tools/recordChanges.h"
 #include "tools/testList.h"
 
@@ -105,6 +106,7 @@ struct TimportFixture {
     for (TrecordIndex i = 0; i < list.table.count(); ++i) ids << list.table.at(i).text(fieldControlNum);
     return ids.join(' ');
   }
+  QByteArray log() const { return linesOf(folder / "EquipmentRecord.log"); }
 
   TtestFolder folder;
   std::filesystem::path file = folder / "f.csv";
@@ -189,7 +191,10 @@ void TdialogsTest::duplicatesAreRenamedOrSkipped() {
                        }};
   const Tact keep = click("TEquipRecImportDup", "BtnRename");
   const Tacts acts = {goOn, firstColumn, runIt, refuse, type(" b\" \r"), keep, type("12345678901234567890\r"), confirm};
+  openLog(f.folder.path());
   QCOMPARE(f.import("A\na\na\na\nb\nb\"\n", acts), int{QDialog::Accepted});
+  closeLog();
+  QVERIFY(f.log().endsWith("info: import .csv: done, 6 lines, 5 records, 4 duplicates\n"));
   QCOMPARE(f.ids(), "a A b\x94 a b 12345678901234567");
 }
 
@@ -221,7 +226,10 @@ void TdialogsTest::fileThatGoesIsTold() {
                 }};
   };
   const Tacts acts = {without(goOn), goOn, firstColumn, without(runIt), runIt, confirm};
+  openLog(f.folder.path());
   QCOMPARE(f.import("b\n", acts), int{QDialog::Accepted});
+  closeLog();
+  QVERIFY(f.log().count("error: open import file .csv: ") == 2 && !f.log().contains("f.csv"));
   QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"Error", "Error"}));
   QCOMPARE(f.ids(), "a b");
 }
