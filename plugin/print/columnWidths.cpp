@@ -21,7 +21,7 @@ std::vector<int> each(const std::vector<TcolumnNeed>& needs, Twidth width) {
   return widths;
 }
 
-/// What a column needs at the levels between nothing and all.
+/// A column's needs at each level, from nothing to everything.
 constexpr int levelCount = 5;
 
 int needAt(const TcolumnNeed& need, int level) {
@@ -29,8 +29,8 @@ int needAt(const TcolumnNeed& need, int level) {
   return needs[static_cast<std::size_t>(level)];
 }
 
-/// More than is needed at a level and less than at the next one: columns that need no more than a bound have all that
-/// they need, the others that bound.
+/// For a width between the needs of a level and of the next one: finds a bound so that columns that need less than it
+/// get all they need, and the others get the bound.
 std::vector<int> bounded(const std::vector<TcolumnNeed>& needs, int level, int available) {
   const auto widthAt = [level](int bound) {
     return [=](const TcolumnNeed& need) { return std::clamp(bound, needAt(need, level), needAt(need, level + 1)); };
@@ -42,7 +42,7 @@ std::vector<int> bounded(const std::vector<TcolumnNeed>& needs, int level, int a
   return each(needs, widthAt(bound));
 }
 
-/// All that is needed, and the rest shared in the same proportion.
+/// All that is needed, and a proportional share of the rest.
 std::vector<int> stretched(const std::vector<TcolumnNeed>& needs, int available) {
   const auto elastic = [](const TcolumnNeed& need) { return need.fixed ? 0 : std::max(1, need.most); };
   const std::int64_t whole = std::max(sum(needs, elastic), std::int64_t{1});

@@ -2,15 +2,15 @@
 
 #include <vector>
 
-/// What a column would need of a page's width for its texts.
+/// The width that a column needs for its texts.
 struct TcolumnNeed {
-  int least;   ///< below this words are broken
+  int least;   ///< narrower columns break words
   int usual;   ///< enough for nearly all texts
   int most;    ///< enough for all texts
-  bool fixed;  ///< all three are the same, and it shall have just that
+  bool fixed;  ///< all three are equal, and the column gets exactly this width
 };
 
-/// Shares a width among columns. Where there is enough, each has what it needs at most and a share of the rest; where
-/// there is less, the widest columns come down first: to what they need usually, then at least, then below that. Fixed
-/// columns have just what they need; only where not even they all fit do they shrink.
+/// Divides a width among columns. If it is large enough, each column gets its `most` and a share of the rest. Otherwise
+/// the widest columns shrink first: to `usual`, then to `least`, then further. Fixed columns get exactly their width
+/// and shrink only if they alone do not fit.
 std::vector<int> shareWidth(const std::vector<TcolumnNeed>& needs, int available);

@@ -8,14 +8,14 @@ int charWidth(char character, const TcharWidths& widths) {
   return widths[static_cast<unsigned char>(character)];
 }
 
-/// Where the first line of `text` ends, and where the next one begins; the text's length where there is none.
+/// Where the first line of a text ends and the next one begins: at the text's length when there is no next line.
 struct TlineCut {
   std::size_t end;
   std::size_t next;
 };
 
 TlineCut firstLine(std::string_view text, const TcharWidths& widths, int width) {
-  TlineCut cut{0, 0};  // at the last place so far that is good to cut at
+  TlineCut cut{0, 0};  // the last good place to break so far
   int used = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == ' ' && i > 0 && text[i - 1] != ' ') cut = {i, std::min(text.find_first_not_of(' ', i), text.size())};

@@ -14,7 +14,7 @@ constexpr double zoomStep = 1.25;
 constexpr double leastZoom = 0.2;
 constexpr double mostZoom = 5;
 
-/// Keys that press a button, told in its tooltip. A shortcut of the button's own would press it with a delay.
+/// Lets keys press a button, and adds them to its tooltip. The button's own shortcut would press it with a delay.
 void addKeys(QAbstractButton* button, const QKeySequence& keys) {
   const auto* shortcut = new QShortcut(keys, button);
   QObject::connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);

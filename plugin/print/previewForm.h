@@ -8,8 +8,8 @@ namespace Ui {
 class TfrmPrintPreview;
 }
 
-/// The preview: one page of a report at a time, to leaf through and to zoom. A page is laid out when it is shown, so
-/// that a long report opens as fast as a short one. The report must outlive it.
+/// The preview: shows one page of a report at a time, with buttons to turn pages and to zoom. A page is laid out when
+/// it is shown, so that a long report opens as fast as a short one. The report must outlive the dialog.
 class TfrmPrintPreview : public QDialog {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class TfrmPrintPreview : public QDialog {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  /// What the zoom follows when the window changes its size.
+  /// What the zoom adapts to when the window is resized.
   enum class Tfit { width, page, nothing };
 
   void setUpKeys();

@@ -5,7 +5,7 @@
 
 class Treport;
 
-/// One page of a report on the screen, painted when it comes in sight. The report must outlive it.
+/// One page of a report on the screen. The report must outlive the widget.
 class TpreviewPage : public QWidget {
   Q_OBJECT
 
@@ -15,10 +15,10 @@ class TpreviewPage : public QWidget {
   void setReport(const Treport& report);
   /// Shows another page, counted from 0.
   void setPage(std::size_t page);
-  /// 1 shows the paper in its real size, as far as the screen's resolution is known.
+  /// 1 is the paper's real size, as far as the screen's resolution is known.
   void setZoom(double zoom);
   double zoom() const { return zoom_; }
-  /// The zoom at which the paper is as wide as `room`, and that at which all of it fits in there.
+  /// The zoom at which the paper is as wide as `room`, and the one at which all of it fits into `room`.
   double zoomForWidth(QSize room) const;
   double zoomForPage(QSize room) const;
 

@@ -2,7 +2,7 @@
 
 #include "support/messages.h"
 
-/// What printing says.
+// The messages of printing.
 
 inline constexpr TmessageText noPrinter = {
     "No printer is installed on this computer.\nPreview and Save as PDF work without one.", "No Printer",

@@ -9,7 +9,7 @@ namespace Ui {
 class TfrmPrintProgress;
 }
 
-/// How far printing has come, with a button to cancel it. Comes up only when printing takes a noticeable time.
+/// The progress of printing, with a button to cancel. Appears only when printing takes a noticeable time.
 class TfrmPrintProgress : public QDialog {
   Q_OBJECT
 
@@ -17,8 +17,8 @@ class TfrmPrintProgress : public QDialog {
   TfrmPrintProgress(std::size_t pageCount, QWidget* parent);
   ~TfrmPrintProgress() override;
 
-  /// Shows that a page, counted from 0, begins, and once in sight lets the user act. False: the user has cancelled, or
-  /// the dialog was destroyed meanwhile, after which nothing of it may be touched.
+  /// Reports that a page, counted from 0, begins, and processes the user's input while the dialog is visible. False:
+  /// the user has cancelled, or the dialog was destroyed meanwhile and must not be touched.
   bool startPage(std::size_t page);
 
  private:

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::size_t manyColumns = 8;  ///< from here on the texts are smaller
+constexpr std::size_t manyColumns = 8;  ///< this many columns or more have smaller texts
 constexpr int textSize = 8 * unitsPerPoint;
 constexpr int smallTextSize = 7 * unitsPerPoint;
 constexpr int padding = 4 * unitsPerPoint;
@@ -30,13 +30,13 @@ QFont reportFont(int size, QFont::Weight weight = QFont::Normal) {
   font.setPixelSize(size);
   font.setWeight(weight);
   font.setHintingPreference(QFont::PreferNoHinting);
-  // Without kerning and ligatures a text is as wide as its characters together.
+  // Without kerning and ligatures, the width of a text is the sum of its characters' widths.
   font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferNoShaping | QFont::PreferOutline));
   font.setKerning(false);
   return font;
 }
 
-/// A record's text for paper, where control characters have no picture.
+/// A record's text for paper, with blanks in place of control characters.
 QString printable(std::string_view text) {
   QString result = fromRecordText(text);
   for (QChar& character : result) {

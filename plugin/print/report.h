@@ -12,15 +12,15 @@
 
 class QPainter;
 
-/// The margins (points) and orientation in which reports are printed, on the given paper: wide where a binder's holes
-/// go, on the left of an upright page and at the top of one that lies.
+/// The page layout of reports on the given paper. The margin for a binder's holes is wide: the left one in portrait,
+/// the top one in landscape.
 QPageLayout reportPageLayout(const QPageSize& paper, bool landscape);
 
-/// The paper that is usual in the user's country: A4 or Letter.
+/// The usual paper in the user's country: A4 or Letter.
 QPageSize usualPaper();
 
-/// The equipment record report: a table, laid out for one kind of paper, and painted page by page. The same on every
-/// device, as it is painted in units of its own: preview, printer and PDF differ only in what they scale it by.
+/// The equipment record report: a table, laid out for one paper and painted page by page. It is painted in its own
+/// units, so that preview, printer and PDF differ only in scale.
 class Treport {
  public:
   Treport(TreportTable table, const QPageLayout& paper);
@@ -30,7 +30,7 @@ class Treport {
   std::size_t pageCount() const { return layout_.pageCount(); }
   const QPageLayout& paper() const { return paper_; }
 
-  /// Paints a page, counted from 0, with its top left corner, inside the margins, at the painter's origin.
+  /// Paints a page, counted from 0. The painter's origin is the top left corner of the area inside the margins, and
   /// `dotsPerInch` is the painter's resolution.
   void paintPage(QPainter& painter, std::size_t page, double dotsPerInch) const;
 
@@ -53,7 +53,7 @@ class Treport {
   TreportTable table_;
   QPageLayout paper_;
   Tfonts fonts_;
-  double reduction_;  ///< 1, or less for paper that is too small
+  double reduction_;  ///< the scale: 1, or less for paper that is too small
   TreportLayout layout_;
   QString date_;
 };

@@ -9,25 +9,25 @@
 
 class TreportTable;
 
-/// Reports are measured in units of a tenth of a point, so that whole numbers are exact enough on any device.
+/// Reports are measured in tenths of a point, which are exact enough for any device as whole numbers.
 inline constexpr int unitsPerInch = 720;
 inline constexpr int unitsPerPoint = 10;
 
-/// The smallest area that a report can be laid out in; smaller paper shows it reduced.
+/// The smallest area for a report's layout. On smaller paper the report is scaled down.
 inline constexpr QSize leastReportArea(300 * unitsPerPoint, 420 * unitsPerPoint);
 
-/// What layout has to know of the fonts.
+/// What the layout needs to know about the fonts.
 struct TreportMetrics {
   TcharWidths text{};     ///< of cells
   TcharWidths heading{};  ///< of column headings
   int lineHeight = 0;     ///< of both
-  int sidePadding = 0;    ///< left and right of each column's texts
+  int sidePadding = 0;    ///< to the left and right of each column's texts
 };
 
-/// The lines of one cell, from the top.
+/// The lines of one cell, from top to bottom.
 using TcellLines = std::vector<std::string>;
 
-/// A row as it stands on a page.
+/// A row on a page.
 struct TreportRow {
   std::size_t row;  ///< in the table, from 0
   int top;          ///< from the top of the area
@@ -40,9 +40,9 @@ struct TreportColumn {
   int width;  ///< of its texts, the space between columns not included
 };
 
-/// Where everything stands on the pages of a report. Headings and rows are wrapped in columns as wide as their texts
-/// need, within the width of the page. Which rows stand on which page is found when it is made, in one pass over the
-/// table; a page is laid out when it is asked for. The table must outlive it.
+/// The positions of everything on a report's pages. Columns are as wide as their texts need, within the page; headings
+/// and cells wrap. The constructor assigns the rows to pages in one pass over the table; `page` lays out one page. The
+/// table must outlive the layout.
 class TreportLayout {
  public:
   /// The area, without the paper's margins, is at least `leastReportArea`.
@@ -50,15 +50,15 @@ class TreportLayout {
 
   QSize area() const { return area_; }
   const std::vector<TreportColumn>& columns() const { return columns_; }
-  /// The column headings, the same on each page; one that would fill the page is cut with an ellipsis.
+  /// The column headings, the same on each page. A very long heading ends in an ellipsis.
   const TreportRow& headings() const { return headings_; }
-  /// A report without rows has one page, too.
+  /// At least 1, also for a report without rows.
   std::size_t pageCount() const { return firstRows_.size(); }
   /// The rows of a page, counted from 0.
   std::vector<TreportRow> page(std::size_t page) const;
-  /// The bottom of the rows and what follows them; the footer stands below.
+  /// The bottom of the area for rows and summary, and the top of the footer.
   int bodyBottom() const;
-  /// The height of the line that follows the last row.
+  /// The height of the summary line after the last row.
   int summaryHeight() const;
 
   static constexpr int titleHeight = 36 * unitsPerPoint;

@@ -12,16 +12,16 @@ enum class ToutputResult { done, cancelled, failed };
 /// Pages of a report, counted from 0.
 struct TpageRange {
   std::size_t first;
-  std::size_t end;  ///< the one behind the last
+  std::size_t end;  ///< one past the last
 };
 
-/// Is told the number of each page before it begins, counted from 0. False cancels.
+/// Called before each page with its number, counted from 0. Returning false cancels.
 using TpageStart = std::function<bool(std::size_t page)>;
 
-/// Prints pages of a report on a printer or another device that has the report's paper. One page is held in memory at
-/// a time. When it is cancelled, the printer is told to forget the pages so far; not every system can.
+/// Prints pages of a report on a printer or another device with the report's paper. Holds one page in memory at a time.
+/// After a cancel it asks the printer to drop the pages so far, which not every system can do.
 ToutputResult printReport(const Treport& report, QPagedPaintDevice& device, const TpageRange& pages,
                           const TpageStart& start);
 
-/// Writes a report as a PDF file. Unless the result is `done`, nothing is left at `path` that was not there before.
+/// Writes a report as a PDF file. Unless the result is `done`, `path` stays as it was.
 ToutputResult savePdf(const Treport& report, const QString& path, const TpageStart& start);

@@ -7,15 +7,14 @@
 
 class QWidget;
 
-/// Shows one modal message box, a `QMessageBox` whose `windowTitle()` is the caption and whose `text()` is the text,
-/// both to the letter, and returns the button that closed it. Every box of the plug-in is shown by this function; to be
-/// called on the user-interface thread. `owner` may be null: the box then stands for itself. Where
-/// the owner is destroyed while its box is open, the result is `NoButton`.
+/// Shows one modal `QMessageBox` with exactly this caption and text, and returns the button that closed it. Shows every
+/// message box of the plug-in, on the user-interface thread. `owner` may be null. If the owner is destroyed while its
+/// box is open, the result is `NoButton`.
 QMessageBox::StandardButton showMessage(QWidget* owner, const TmessageText& message,
                                         QMessageBox::StandardButtons buttons = QMessageBox::Ok);
 
 using TmessageBoxFunction =
     std::function<QMessageBox::StandardButton(QWidget* owner, const TmessageText&, QMessageBox::StandardButtons)>;
 
-/// Puts another function in the place of the box itself, for tests; an empty one brings the box back.
+/// Replaces the box by a function, for tests. An empty function restores the box.
 void replaceMessageBox(TmessageBoxFunction function);

@@ -28,7 +28,7 @@ void TmessageRelay::show(const QPointer<QWidget>& owner, const TmessageText& mes
   std::unique_lock lock(state_->mutex);
   if (state_->released) return;
   state_->answered = false;
-  // The state is shared, as the box may outlive this object's release.
+  // The function shares the state, because its box may still be open when this object is destroyed.
   QMetaObject::invokeMethod(
       this,
       [state = state_, owner, message] {

@@ -2,7 +2,7 @@
 
 enum class TmessageIcon { information, warning, error };
 
-/// What one message box says. The texts are fixed and live as long as the module; "\n" and "\r" are line breaks.
+/// The contents of one message box. The texts are constants; "\n" and "\r" are line breaks.
 struct TmessageText {
   const char* text;
   const char* caption;
