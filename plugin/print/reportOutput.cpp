@@ -5,8 +5,20 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QSaveFile>
+#include <string>
 
 #include "print/report.h"
+#include "support/failure.h"
+#include "support/log.h"
+
+namespace {
+
+ToutputResult failed(const Tfailure& failure) {
+  logFailure(failure.text());
+  return ToutputResult::failed;
+}
+
+}  // namespace
 
 ToutputResult printReport(const Treport& report, QPagedPaintDevice& device, const TpageRange& pages,
                           const TpageStart& start) {
@@ -17,15 +29,15 @@ ToutputResult printReport(const Treport& report, QPagedPaintDevice& device, cons
       return ToutputResult::cancelled;
     }
     const bool ready = page == pages.first ? painter.begin(&device) : device.newPage();
-    if (!ready) return ToutputResult::failed;
+    if (!ready) return failed({"print", "page " + std::to_string(page + 1), "the device did not start it"});
     report.paintPage(painter, page, device.logicalDpiX());
   }
-  return painter.end() ? ToutputResult::done : ToutputResult::failed;
+  return painter.end() ? ToutputResult::done : failed({"print", "report", "the device did not finish it"});
 }
 
 ToutputResult savePdf(const Treport& report, const QString& path, const TpageStart& start) {
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return ToutputResult::failed;
+  if (!file.open(QIODevice::WriteOnly)) return failed({"open", "PDF file", file.errorString().toStdString()});
   QPdfWriter writer(&file);
   writer.setTitle(QStringLiteral("Equipment Records"));
   writer.setResolution(unitsPerInch);
@@ -33,5 +45,6 @@ ToutputResult savePdf(const Treport& report, const QString& path, const TpageSta
   const ToutputResult result = printReport(report, writer, {0, report.pageCount()}, start);
   if (result != ToutputResult::done) file.cancelWriting();
   const bool written = file.commit();
-  return result == ToutputResult::done && !written ? ToutputResult::failed : result;
+  if (result != ToutputResult::done || written) return result;
+  return failed({"write", "PDF file", file.errorString().toStdString()});
 }
