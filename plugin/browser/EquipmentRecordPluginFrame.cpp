@@ -10,10 +10,10 @@
 #include "browser/shortcuts.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
+#include "support/headedGrid.h"
 #include "support/log.h"
 #include "support/messageBox.h"
 #include "support/paths.h"
-#include "support/headedGrid.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 
 // Construction and destruction of the frame, and its grid. The commands behind the buttons are in frameCommands.cpp.
