@@ -114,5 +114,5 @@ std::vector<Trow> commandRows(const TbenchFolders& folders) {
           {"search-found", "ms", 3.0, 25, search("pump", false)},
           {"search-not-found", "ms", 3.0, 25, search("xylophone", false)},
           {"search-after-change", "ms", 15.0, 25, search("pump", true)},
-          {"export", "ms", 5.0, 25, [folders] { return prepareExport(folders); }}};
+          {"export", "ms", 10.0, 25, [folders] { return prepareExport(folders); }}};
 }

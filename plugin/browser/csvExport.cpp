@@ -1,10 +1,14 @@
 #include "browser/csvExport.h"
 
+#include <cerrno>
+#include <fstream>
 #include <string>
+#include <system_error>
 
 #include "browser/view.h"
 #include "store/columns.h"
-#include "support/lineFile.h"
+#include "support/failure.h"
+#include "support/log.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
@@ -20,20 +24,29 @@ void makeLine(std::string& line, TextOf textOf) {
   line += '\n';
 }
 
+void logFailed(const char* operation, const std::filesystem::path& path) {
+  logFailure(Tfailure{operation, path.string(), std::generic_category().message(errno)}.text());
+}
+
 }  // namespace
 
 TexportResult exportRecords(const Tview& view, const TtestProcTable& titles, const std::filesystem::path& path) {
-  const auto file = TlineFile::create(path);
-  if (!file) return TexportResult::notOpened;
+  std::ofstream file(path);
+  if (!file) {
+    logFailed("open", path);
+    return TexportResult::notOpened;
+  }
   if (view.isEmpty()) return TexportResult::nothingShown;
   std::string line;
   makeLine(line, [](const Tcolumn& column) { return '<' + std::string(column.exportName) + '>'; });
-  file->write(line);
-  for (std::size_t position = 0; position < view.count(); ++position) {
+  file << line << std::flush;
+  for (std::size_t position = 0; file && position < view.count(); ++position) {
     const TequipRec& record = view.records().at(view.at(position));
     const TrecordView exported{view.at(position), record, titles.title(record.testProc())};
     makeLine(line, [&](const Tcolumn& column) { return exportText(column.id, exported); });
-    file->write(line);
+    file << line << std::flush;
   }
+  file.close();
+  if (!file) logFailed("write", path);
   return TexportResult::done;
 }
