@@ -1,7 +1,10 @@
 # Warnings, sanitizers and the compiler cache, for every target below.
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
-                    -Werror)
+set(warnings -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2)
+if(EQREC_WERROR)
+  list(APPEND warnings -Werror)
+endif()
+add_compile_options("$<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:${warnings}>")
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 if(CMAKE_UNITY_BUILD)  # to which all sources are included ones, whose types would be known elsewhere
