@@ -8,29 +8,29 @@
 
 namespace {
 
-struct ThandleCloser {
+struct TsharedFileCloser {
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
 
-using Tfile = std::unique_ptr<void, ThandleCloser>;
+using TsharedFile = std::unique_ptr<void, TsharedFileCloser>;
 
 /// A file on a disk that everybody else may use meanwhile; null where there is none.
-Tfile openShared(const std::filesystem::path& path, DWORD access, DWORD disposition) {
+TsharedFile openShared(const std::filesystem::path& path, DWORD access, DWORD disposition) {
   constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const HANDLE handle = CreateFileW(path.c_str(), access | FILE_READ_ATTRIBUTES | SYNCHRONIZE, shareAll, nullptr,
                                     disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-  Tfile file(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+  TsharedFile file(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
   if (file && GetFileType(file.get()) != FILE_TYPE_DISK) return nullptr;
   return file;
 }
 
-std::uint64_t sizeOf(const Tfile& file) {
+std::uint64_t sizeOf(const TsharedFile& file) {
   LARGE_INTEGER size{};
   return GetFileSizeEx(file.get(), &size) == 0 ? 0 : static_cast<std::uint64_t>(size.QuadPart);
 }
 
 /// Renames the open file itself, whatever its path names by now.
-void renameOpenFile(const Tfile& file, const std::wstring& name) {
+void renameOpenFile(const TsharedFile& file, const std::wstring& name) {
   const std::size_t bytes = name.size() * sizeof(wchar_t);
   std::vector<FILE_RENAME_INFO> buffer(2 + bytes / sizeof(FILE_RENAME_INFO));
   FILE_RENAME_INFO& information = buffer.front();
@@ -45,7 +45,7 @@ void renameOpenFile(const Tfile& file, const std::wstring& name) {
 
 TappendResult appendToFile(const std::filesystem::path& path, std::string_view bytes, std::uint64_t mostBytes) {
   // With the right to append alone, the system itself puts each write at the end of the file.
-  const Tfile file = openShared(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+  const TsharedFile file = openShared(path, FILE_APPEND_DATA, OPEN_ALWAYS);
   if (!file) return TappendResult::failed;
   if (sizeOf(file) + bytes.size() > mostBytes) return TappendResult::full;
   DWORD written = 0;
@@ -56,6 +56,6 @@ TappendResult appendToFile(const std::filesystem::path& path, std::string_view b
 void turnFileOver(const std::filesystem::path& path, const std::filesystem::path& older, std::uint64_t bytes) {
   std::error_code error;
   const auto target = std::filesystem::absolute(older, error);
-  const Tfile file = openShared(path, DELETE, OPEN_EXISTING);
+  const TsharedFile file = openShared(path, DELETE, OPEN_EXISTING);
   if (!error && file && sizeOf(file) > bytes) renameOpenFile(file, target.native());
 }

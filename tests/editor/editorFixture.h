@@ -47,7 +47,7 @@ class TeditorFixture {
     for (const auto& [number, title] : titles) browser->titles.set(number, title);
     for (const unsigned testProc : {3U, 7U, 5U}) {
       TequipRec record;
-      record.setText(fieldControlNum, "r" + std::to_string(browser->records().count()));
+      record.setText(fieldControlNum, std::string("r").append(std::to_string(browser->records().count())));
       record.setTestProc(testProc);
       browser->change(TlistChange::append(browser->records().count(), {record}));
     }
