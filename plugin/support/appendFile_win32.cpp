@@ -29,6 +29,31 @@ std::uint64_t sizeOf(const TsharedFile& file) {
   return GetFileSizeEx(file.get(), &size) == 0 ? 0 : static_cast<std::uint64_t>(size.QuadPart);
 }
 
+/// Keeps other programs that append from writing meanwhile. The system puts each write at the end of the file, but not
+/// every file system finds that end and writes in one step. The lock is on a byte far behind the end: readers go on.
+class TappendLock {
+ public:
+  explicit TappendLock(const TsharedFile& file) : file_(file) {
+    isLocked_ = LockFileEx(file_.get(), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place_) != 0;
+  }
+  TappendLock(const TappendLock&) = delete;
+  TappendLock& operator=(const TappendLock&) = delete;
+  ~TappendLock() {
+    if (isLocked_) UnlockFileEx(file_.get(), 0, 1, 0, &place_);
+  }
+
+ private:
+  const TsharedFile& file_;
+  OVERLAPPED place_ = placeOfLock();
+  bool isLocked_ = false;
+
+  static OVERLAPPED placeOfLock() {
+    OVERLAPPED place{};
+    place.OffsetHigh = 0x7FFFFFFF;
+    return place;
+  }
+};
+
 /// Renames the open file itself, whatever its path names by now.
 void renameOpenFile(const TsharedFile& file, const std::wstring& name) {
   const std::size_t bytes = name.size() * sizeof(wchar_t);
@@ -44,9 +69,10 @@ void renameOpenFile(const TsharedFile& file, const std::wstring& name) {
 }  // namespace
 
 TappendResult appendToFile(const std::filesystem::path& path, std::string_view bytes, std::uint64_t mostBytes) {
-  // With the right to append alone, the system itself puts each write at the end of the file.
-  const TsharedFile file = openShared(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+  // Without the right to write anywhere, each write goes to the end of the file. The lock needs the right to read.
+  const TsharedFile file = openShared(path, FILE_APPEND_DATA | FILE_READ_DATA, OPEN_ALWAYS);
   if (!file) return TappendResult::failed;
+  const TappendLock lock(file);
   if (sizeOf(file) + bytes.size() > mostBytes) return TappendResult::full;
   DWORD written = 0;
   const BOOL done = WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
