@@ -14,7 +14,9 @@
 #include "import/importOptions.h"
 #include "import/importRun.h"
 #include "store/datastructs.h"
+#include "store/listChange.h"
 #include "support/iniFile.h"
+#include "tools/recordChanges.h"
 
 namespace {
 
@@ -26,12 +28,11 @@ constexpr double longestGap = 100;  // milliseconds
 
 /// Repeats the records of the full list up to `count` lines, each with a Device ID of its own.
 std::filesystem::path makeFile(const TbenchFolders& folders, std::size_t lineCount) {
-  TequipRecTable records;
-  records = fullTable(folders);
+  const TequipRecTable records = fullTable(folders);
   auto path = folders.scratch / (std::to_string(lineCount) + ".txt");
   std::ofstream file(path, std::ios::binary);
   for (std::size_t i = 0; i < lineCount; ++i) {
-    const TequipRec& record = std::as_const(records).at(static_cast<TrecordIndex>(i % records.count()));
+    const TequipRec& record = records.at(static_cast<TrecordIndex>(i % records.count()));
     file << "EQ-" << i;
     for (int field = fieldDescription; field < fieldCount; ++field) file << '\t' << record.text(field);
     file << '\t' << record.testProc() << '\n';
@@ -99,14 +100,14 @@ class Twatcher : public QObject {
 TseenImport importSeen(const TbenchFolders& folders, const std::filesystem::path& path) {
   const TiniFile ini(folders.scratch / "import.ini");
   eachColumn.save(ini);
-  TequipRecTable records;
+  TtestList list;
   auto result = TimportResult::cancelled;
-  TEquipRecImport form(optionsOf(path), records, ini, result, nullptr);
+  TEquipRecImport form(optionsOf(path), list, ini, result, nullptr);
   form.show();
   QApplication::processEvents();
   const Twatcher watcher;
   form.findChild<QPushButton*>(QStringLiteral("BtnImport"))->click();
-  require(records.count() == almostFull, "not all records were imported through the dialogs");
+  require(list.table.count() == almostFull, "not all records were imported through the dialogs");
   return watcher.seen();
 }
 

@@ -25,7 +25,7 @@ struct TsavedList {
 void save(const TsavedList& list) {
   const TERResult result = TequipRecToFile(list.records, list.records.count(), list.folder / "eq.dat",
                                            list.folder / "eqinfo.dat", diskFileSystem());
-  require(status == ERSUCCESS, "the save failed");
+  require(result.status == ERSUCCESS, "the save failed");
 }
 
 void writePlainly(const std::filesystem::path& path, const std::string& bytes) {

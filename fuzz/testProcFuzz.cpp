@@ -14,20 +14,24 @@ class ToneFile final : public TfileSystem {
 
   TreadResult read(const std::filesystem::path& /*path*/, std::string& content) override {
     content = content_;
-    return TreadResult::done;
+    return {};
   }
   std::optional<TfileStamp> stamp(const std::filesystem::path& /*path*/) override { return TfileStamp{}; }
-  bool isWritable(const std::filesystem::path& /*path*/) override { return false; }
-  std::unique_ptr<TfileWriter> create(const std::filesystem::path& /*path*/,
-                                      const std::filesystem::path& /*like*/) override {
-    return nullptr;
+  Toutcome checkWritable(const std::filesystem::path& /*path*/) override { return readOnly(); }
+  Toutcome create(const std::filesystem::path& /*path*/, const std::filesystem::path& /*like*/,
+                  std::unique_ptr<TfileWriter>& /*writer*/) override {
+    return readOnly();
   }
-  bool rename(const std::filesystem::path& /*from*/, const std::filesystem::path& /*to*/) override { return false; }
-  bool remove(const std::filesystem::path& /*path*/) override { return false; }
-  bool flushFolder(const std::filesystem::path& /*folder*/) override { return false; }
+  Toutcome rename(const std::filesystem::path& /*from*/, const std::filesystem::path& /*to*/) override {
+    return readOnly();
+  }
+  Toutcome remove(const std::filesystem::path& /*path*/) override { return readOnly(); }
+  Toutcome flushFolder(const std::filesystem::path& /*folder*/) override { return readOnly(); }
   std::filesystem::path resolve(const std::filesystem::path& path) override { return path; }
 
  private:
+  static Toutcome readOnly() { return Tfailure{"write", "file", "read-only"}; }
+
   std::string content_;
 };
 
