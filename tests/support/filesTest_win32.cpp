@@ -94,13 +94,14 @@ void TwindowsFilesTest::valuesComeBack() {
     file.write("Main", {{"Key", value}});
     QCOMPARE(file.readString("Main", "Key", "none").c_str(), value);
   }
+  file.write("Main", {{"Key", "two\r\nlines"}});
+  QCOMPARE(file.readString("Main", "Key", "none").c_str(), "two  lines");
 }
 
 void TwindowsFilesTest::whatCannotBeWrittenLeavesTheFile() {
   const TtestFolder folder;
   writeBytes(folder / "a.ini", foreign);
   const TiniFile file(folder / "a.ini");
-  file.write("Main", {{"Key", "two\r\nlines"}});
   const Theld other = hold(folder / "a.ini", FILE_SHARE_READ);
   file.write("Main", {{"Key", "1"}});
   QCOMPARE(bytesOf(folder / "a.ini"), foreign);
