@@ -1,10 +1,10 @@
 #pragma once
 
-#include <source_location>
 #include <string>
 #include <utility>
 
 #include "support/errors.h"
+#include "support/sourceLocation.h"
 
 /// How a load or a save of the record files ended. Either returns a status or throws a `TERException` with one.
 using TERStatus = signed char;
@@ -23,7 +23,7 @@ inline constexpr TERStatus ERINVALIDFIELD = 11;    ///< not a field id
 /// The record store's exception.
 class TERException : public TEqRecException {
  public:
-  using Tlocation = std::source_location;
+  using Tlocation = TsourceLocation;
 
   TERException(TERStatus code, std::string message, Tlocation where = Tlocation::current())
       : TERException(code, std::move(message), std::string(), where) {}
