@@ -17,11 +17,13 @@
 
 namespace {
 
+using Tclock = std::chrono::steady_clock;
+
 constexpr std::size_t mostOfRest = 64;
 
 /// Pauses within a wait that has lasted for `passed`. The first millisecond passes without a sleep, so that an
 /// immediate answer is seen at once.
-void nap(std::chrono::steady_clock::duration passed) {
+void nap(Tclock::duration passed) {
   if (passed < std::chrono::milliseconds(1)) {
     std::this_thread::yield();
   } else {
@@ -149,7 +151,6 @@ int TDataCommClass::write(const void* buffer, std::size_t count) {
 void TDataCommClass::progress(int) {}
 
 TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseconds slot) {
-  using Tclock = std::chrono::steady_clock;
   const auto begin = Tclock::now();
   while (true) {
     const std::uint32_t waiting = bytesWaiting();
