@@ -8,9 +8,9 @@
 #include "testproc/autosequenceFileStructs.h"
 #include "tools/childProcess.h"
 #include "tools/recordChanges.h"
+#include "tools/testFiles.h"
 
-/// A table of so many records with the control numbers ID00000, ID00001, ...; all other texts are `text`, cut to the
-/// fields' lengths.
+/// Records with the control numbers ID00000, ID00001, ...; all other texts are `text`, cut to the fields' lengths.
 class TprintFixture {
  public:
   explicit TprintFixture(int count, const std::string& text = "x") {
@@ -23,7 +23,7 @@ class TprintFixture {
     }
   }
 
-  /// All records from the last to the first, the second and third of these selected.
+  /// Shows all records in reverse order; the second and third row are selected.
   TprintJob job() const {
     TprintJob result{records, titles, {}, {}, captions};
     for (auto i = records.count(); i > 0; --i) result.shown.push_back(static_cast<TrecordIndex>(i - 1));
@@ -35,7 +35,7 @@ class TprintFixture {
     for (const TrecordIndex index : job().shown) texts << QLatin1String(records.at(index).text(fieldControlNum));
     return texts;
   }
-  /// The first columns of all these records, all of them at first.
+  /// All records with their first `fields` columns.
   TreportTable table(std::size_t fields = printColumnCount) const {
     TprintSettings settings;
     for (std::size_t i = 0; i < printColumnCount; ++i) settings.printed[i] = i < fields;
@@ -47,11 +47,7 @@ class TprintFixture {
   Tcaptions captions = {"Location", "R&D", ""};
 };
 
-inline QString nameOf(const std::filesystem::path& path) {
-  return QString::fromStdString(path.string());
-}
-
-/// What a tool of poppler's writes about a PDF file.
+/// What one of poppler's tools prints about a PDF file.
 inline QString poppler(const char* tool, const QStringList& options, const std::filesystem::path& pdf) {
   TchildProcess process(QString::fromLatin1(tool), options + QStringList{nameOf(pdf), QStringLiteral("-")});
   return QString::fromUtf8(process.readAll());

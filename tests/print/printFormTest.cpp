@@ -1,50 +1,34 @@
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSpinBox>
 #include <QTest>
 #include <map>
 
 #include "print/printFixture.h"
 #include "print/printForm.h"
+#include "tools/dialogs.h"
 #include "tools/messageRecorder.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
-#include "tools/whenOpen.h"
-
-/// The print dialog as a user handles it.
-class TprintFormTest : public QObject {
-  Q_OBJECT
- private slots:
-  void initTestCase();
-  void choicesAreReadAndKept();
-  void previewIsLeafedByKeyboard();
-  void outputIsWrittenOrSaysWhyNot();
-  void cancelledProgressLeavesTheDialogOpen();
-  void hostMayDeleteItAtAnyTime();
-};
-EQREC_TEST(TprintFormTest);
 
 namespace {
 
 class Tform {
  public:
   explicit Tform(int count) : records(count) {
-    qputenv("HOME", home.path().string().c_str());  // a user's own report would be taken for the one to write
+    qputenv("HOME", home.path().string().c_str());  // so that no report of the user is overwritten
     form = std::make_unique<TEquipRecPrint>(records.job(), TiniFile(folder / "e.ini"), nullptr);
     form->show();
   }
 
-  void click(const char* button) const { in<QAbstractButton>(form.get(), button)->click(); }
-  bool isChecked(const char* button) const { return in<QAbstractButton>(form.get(), button)->isChecked(); }
+  void click(const char* button) const { ::click(form.get(), button); }
+  bool isChecked(const char* button) const { return control<QAbstractButton>(form.get(), button)->isChecked(); }
   /// Presses Save as PDF and names the file.
   void savePdf(const char* name) const {
-    whenOpen("QFileDialog", [path = (folder / name).string()](QWidget* dialog) {
-      in<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(path));
+    whenOpen("QFileDialog", [path = folder / name](QWidget* dialog) {
+      control<QLineEdit>(dialog, "fileNameEdit")->setText(nameOf(path));
       QMetaObject::invokeMethod(dialog, "accept");
-    });
-    click("btnPdf");
+    }).during([&] { click("btnPdf"); });
   }
 
   TtestFolder folder;
@@ -58,94 +42,102 @@ constexpr int manyRecords = 18432;
 
 }  // namespace
 
-void TprintFormTest::initTestCase() {
-  qputenv("CUPS_SERVER", "/nowhere");  // no printer, whatever the machine has
-}
-
-void TprintFormTest::choicesAreReadAndKept() {
-  Tform f(5);
-  QVERIFY(f.isChecked("chkTitle") && !f.isChecked("chkCustom1"));
-  QVERIFY(f.isChecked("radSelected") && f.isChecked("radPortrait"));
-  QCOMPARE(in<QCheckBox>(f.form.get(), "chkCustom2")->text(), QStringLiteral("R&D"));
-  QVERIFY(!in<QCheckBox>(f.form.get(), "chkCustom3")->text().isEmpty());
-  for (QCheckBox* box : f.form->findChildren<QCheckBox*>()) box->setChecked(false);
-  for (const char* button : {"btnPreview", "btnPrint", "btnPdf"}) {
-    QVERIFY(!in<QPushButton>(f.form.get(), button)->isEnabled());
+/// The print dialog as a user handles it.
+class TprintFormTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void initTestCase() {
+    qputenv("CUPS_SERVER", "/nowhere");  // no printer, whatever the machine has
   }
-  f.click("chkCustom3");
-  f.click("radLandscape");
-  QVERIFY(in<QPushButton>(f.form.get(), "btnPdf")->isEnabled());
-  f.form->close();
-  QCOMPARE(linesOf(f.folder / "e.ini"),
-           "[PRINT]\nCONTROLNUM=0\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTESTPROC=0\nTITLE=0\nCUSTOM1=0\nCUSTOM2=0\n"
-           "CUSTOM3=1\nLANDSCAPE=1\n");
-  f.form = std::make_unique<TEquipRecPrint>(f.records.job(), TiniFile(f.folder / "e.ini"), nullptr);
-  QVERIFY(!f.isChecked("chkTitle") && f.isChecked("chkCustom3") && f.isChecked("radLandscape"));
-}
 
-void TprintFormTest::previewIsLeafedByKeyboard() {
-  Tform f(manyRecords);
-  f.click("radAll");
-  whenOpen("TfrmPrintPreview", [](QWidget* preview) {
-    const auto* page = in<QSpinBox>(preview, "edtPage");
-    auto* sheet = in<QWidget>(preview, "pagPage");
-    QVERIFY(QTest::qWaitForWindowActive(preview));
-    const QImage first = sheet->grab().toImage();
-    const auto press = [&](Qt::Key key) { QTest::keyClick(preview->windowHandle(), key, Qt::ControlModifier); };
-    QTest::keyClick(preview->windowHandle(), Qt::Key_PageDown);
-    QCOMPARE(page->value(), 2);
-    QVERIFY(sheet->grab().toImage() != first);
-    press(Qt::Key_End);
-    QCOMPARE(page->value(), page->maximum());
-    QVERIFY(page->maximum() > 100 && !in<QAbstractButton>(preview, "btnNext")->isEnabled());
-    press(Qt::Key_Home);
-    QCOMPARE(sheet->grab().toImage(), first);
-    press(Qt::Key_Plus);
-    QVERIFY(sheet->width() > first.width());
-    press(Qt::Key_0);
-    QVERIFY(sheet->height() < preview->height());
-    preview->close();
-  });
-  f.click("btnPreview");
-  QVERIFY(f.form->isVisible());
-}
-
-void TprintFormTest::outputIsWrittenOrSaysWhyNot() {
-  Tform f(5);
-  f.savePdf("r.pdf");
-  QVERIFY(f.form->isHidden());
-  const QString printed = poppler("pdftotext", {}, f.folder / "r.pdf");
-  for (const auto& [text, there] :
-       {std::pair("ID00004", false), {"ID00003", true}, {"ID00002", true}, {"ID00001", false}}) {
-    QCOMPARE(printed.contains(QLatin1String(text)), there);
+  void choicesAreReadAndKept() {
+    Tform f(5);
+    QVERIFY(f.isChecked("chkTitle") && !f.isChecked("chkCustom1"));
+    QVERIFY(f.isChecked("radSelected") && f.isChecked("radPortrait"));
+    QCOMPARE(control<QCheckBox>(f.form.get(), "chkCustom2")->text(), QStringLiteral("R&D"));
+    QVERIFY(!control<QCheckBox>(f.form.get(), "chkCustom3")->text().isEmpty());
+    for (QCheckBox* box : f.form->findChildren<QCheckBox*>()) box->setChecked(false);
+    for (const char* button : {"btnPreview", "btnPrint", "btnPdf"}) {
+      QVERIFY(!control(f.form.get(), button)->isEnabled());
+    }
+    f.click("chkCustom3");
+    f.click("radLandscape");
+    QVERIFY(control(f.form.get(), "btnPdf")->isEnabled());
+    f.form->close();
+    QCOMPARE(
+        linesOf(f.folder / "e.ini"),
+        "[PRINT]\nCONTROLNUM=0\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTESTPROC=0\nTITLE=0\nCUSTOM1=0\nCUSTOM2=0\n"
+        "CUSTOM3=1\nLANDSCAPE=1\n");
+    f.form = std::make_unique<TEquipRecPrint>(f.records.job(), TiniFile(f.folder / "e.ini"), nullptr);
+    QVERIFY(!f.isChecked("chkTitle") && f.isChecked("chkCustom3") && f.isChecked("radLandscape"));
   }
-  f.form->show();
-  f.savePdf("missing/r.pdf");
-  f.click("btnPrint");
-  QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"PDF Error", "No Printer"}));
-  QVERIFY(f.form->isVisible());
-}
 
-void TprintFormTest::cancelledProgressLeavesTheDialogOpen() {
-  const Tform f(manyRecords);
-  f.click("radAll");
-  whenOpen("TfrmPrintProgress", [](QWidget* progress) { in<QPushButton>(progress, "btnCancel")->click(); });
-  f.savePdf("r.pdf");
-  QVERIFY(f.form->isVisible());
-  QCOMPARE(namesIn(f.folder.path()), QByteArrayList());
-}
-
-void TprintFormTest::hostMayDeleteItAtAnyTime() {
-  const std::map<const char*, const char*> dialogs = {
-      {"QFileDialog", "btnPdf"}, {"TfrmPrintProgress", "btnPdf"}, {"TfrmPrintPreview", "btnPreview"}};
-  for (const auto& [dialog, button] : dialogs) {
+  void previewIsLeafedByKeyboard() {
     Tform f(manyRecords);
     f.click("radAll");
-    whenOpen(dialog, [&](QWidget*) { f.form.reset(); });
-    dialog == QByteArray("TfrmPrintProgress") ? f.savePdf("r.pdf") : f.click(button);
-    QVERIFY(f.form == nullptr);
+    whenOpen("TfrmPrintPreview", [](QWidget* preview) {
+      const auto* page = control<QSpinBox>(preview, "edtPage");
+      auto* sheet = control(preview, "pagPage");
+      QVERIFY(QTest::qWaitForWindowActive(preview));
+      const QImage first = sheet->grab().toImage();
+      const auto press = [&](Qt::Key key) { QTest::keyClick(preview->windowHandle(), key, Qt::ControlModifier); };
+      QTest::keyClick(preview->windowHandle(), Qt::Key_PageDown);
+      QCOMPARE(page->value(), 2);
+      QVERIFY(sheet->grab().toImage() != first);
+      press(Qt::Key_End);
+      QCOMPARE(page->value(), page->maximum());
+      QVERIFY(page->maximum() > 100 && !control<QAbstractButton>(preview, "btnNext")->isEnabled());
+      press(Qt::Key_Home);
+      QCOMPARE(sheet->grab().toImage(), first);
+      press(Qt::Key_Plus);
+      QVERIFY(sheet->width() > first.width());
+      press(Qt::Key_0);
+      QVERIFY(sheet->height() < preview->height());
+      preview->close();
+    }).during([&] { f.click("btnPreview"); });
+    QVERIFY(f.form->isVisible());
+  }
+
+  void outputIsWrittenOrSaysWhyNot() {
+    Tform f(5);
+    f.savePdf("r.pdf");
+    QVERIFY(f.form->isHidden());
+    const QString printed = poppler("pdftotext", {}, f.folder / "r.pdf");
+    for (const auto& [text, there] :
+         {std::pair("ID00004", false), {"ID00003", true}, {"ID00002", true}, {"ID00001", false}}) {
+      QCOMPARE(printed.contains(QLatin1String(text)), there);
+    }
+    f.form->show();
+    f.savePdf("missing/r.pdf");
+    f.click("btnPrint");
+    QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"PDF Error", "No Printer"}));
+    QVERIFY(f.form->isVisible());
+  }
+
+  void cancelledProgressLeavesTheDialogOpen() {
+    const Tform f(manyRecords);
+    f.click("radAll");
+    whenOpen("TfrmPrintProgress", [](QWidget* progress) { click(progress, "btnCancel"); }).during([&] {
+      f.savePdf("r.pdf");
+    });
+    QVERIFY(f.form->isVisible());
     QCOMPARE(namesIn(f.folder.path()), QByteArrayList());
   }
-}
+
+  void hostMayDeleteItAtAnyTime() {
+    const std::map<const char*, const char*> dialogs = {
+        {"QFileDialog", "btnPdf"}, {"TfrmPrintProgress", "btnPdf"}, {"TfrmPrintPreview", "btnPreview"}};
+    for (const auto& [dialog, button] : dialogs) {
+      Tform f(manyRecords);
+      f.click("radAll");
+      whenOpen(dialog, [&](QWidget*) { f.form.reset(); }).during([&] {
+        dialog == QByteArray("TfrmPrintProgress") ? f.savePdf("r.pdf") : f.click(button);
+      });
+      QVERIFY(f.form == nullptr);
+      QCOMPARE(namesIn(f.folder.path()), QByteArrayList());
+    }
+  }
+};
+EQREC_TEST(TprintFormTest);
 
 #include "printFormTest.moc"

@@ -11,17 +11,6 @@
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
-/// Reports printed to PDF files and read back.
-class TreportTest : public QObject {
-  Q_OBJECT
- private slots:
-  void pdfHoldsEveryRecordOnceAndInOrder_data();
-  void pdfHoldsEveryRecordOnceAndInOrder();
-  void printerPrintsTheSame();
-  void nothingIsLeftOfAFailure();
-};
-EQREC_TEST(TreportTest);
-
 namespace {
 
 const TpageStart goOn = [](std::size_t) { return true; };
@@ -38,7 +27,7 @@ QStringList found(const QString& text, const char* pattern) {
   return result;
 }
 
-/// No word touches another on its line.
+/// Words on one line do not overlap.
 void checkWords(const std::filesystem::path& pdf) {
   double right = 0;
   double top = -1;
@@ -54,7 +43,7 @@ void checkWords(const std::filesystem::path& pdf) {
   QVERIFY(right > 0);
 }
 
-/// Each page has ink almost everywhere, but none on its margins.
+/// The print fills each page up to its margins and no further.
 void checkPictures(const std::filesystem::path& pdf, qsizetype count) {
   const TtestFolder folder;
   TchildProcess(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("36"), QStringLiteral("-gray"),
@@ -77,71 +66,71 @@ void checkPictures(const std::filesystem::path& pdf, qsizetype count) {
 
 }  // namespace
 
-void TreportTest::pdfHoldsEveryRecordOnceAndInOrder_data() {
-  QTest::addColumn<bool>("landscape");
-  QTest::addColumn<std::size_t>("fields");
-  QTest::addColumn<QByteArray>("text");
-  const QByteArray text = "\xC4rzte & Pflege, final office, 3\xB0 \x80";
-  QTest::newRow("portrait, two fields") << false << std::size_t(2) << text;
-  QTest::newRow("landscape, two fields") << true << std::size_t(2) << text;
-  QTest::newRow("landscape, all fields") << true << printColumnCount << text;
-  QTest::newRow("portrait, unbroken words") << false << printColumnCount << QByteArray(63, 'W');
-  QTest::newRow("kerning, ligatures, controls") << false << printColumnCount << QByteArray("AVA ffi To. \x95\t-\x81");
-}
+/// Reports printed to PDF files and read back.
+class TreportTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void pdfHoldsEveryRecordOnceAndInOrder() {
+    const std::string words = "\xC4rzte & Pflege, final office, 3\xB0 \x80";
+    const std::initializer_list<std::tuple<bool, std::size_t, std::string>> cases = {
+        {false, 2, words},
+        {true, 2, words},
+        {true, printColumnCount, words},
+        {false, printColumnCount, std::string(63, 'W')},
+        {false, printColumnCount, "AVA ffi To. \x95\t-\x81"}};  // kerning, ligatures, control characters
+    for (const auto& [landscape, fields, text] : cases) {
+      const TprintFixture f(150, text);
+      const Treport report(f.table(fields), reportPageLayout(QPageSize(QPageSize::A4), landscape));
+      const TtestFolder folder;
+      QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
 
-void TreportTest::pdfHoldsEveryRecordOnceAndInOrder() {
-  QFETCH(const bool, landscape);
-  QFETCH(const std::size_t, fields);
-  QFETCH(const QByteArray, text);
-  const TprintFixture f(150, text.toStdString());
-  const Treport report(f.table(fields), reportPageLayout(QPageSize(QPageSize::A4), landscape));
-  const TtestFolder folder;
-  QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
-
-  const QStringList pages = pagesOf(folder / "r.pdf");
-  QCOMPARE(pages.size(), qsizetype(report.pageCount()));
-  QVERIFY(pages.size() > 2);
-  const QString date = QLocale().toString(QDate::currentDate(), QLocale::LongFormat);
-  QStringList printed;
-  for (qsizetype i = 0; i < pages.size(); ++i) {
-    printed << found(pages[i], "ID\\d{5}");
-    const QString number = QStringLiteral("Page %1 of %2").arg(i + 1).arg(pages.size());
-    for (const QString& part : {QStringLiteral("QT484"), QStringLiteral("Equipment Records"), date, number,
-                                QStringLiteral("No."), QStringLiteral("Description")}) {
-      QVERIFY2(pages[i].contains(part), qPrintable(part));
+      const QStringList pages = pagesOf(folder / "r.pdf");
+      QCOMPARE(pages.size(), qsizetype(report.pageCount()));
+      QVERIFY(pages.size() > 2);
+      const QString date = QLocale().toString(QDate::currentDate(), QLocale::LongFormat);
+      QStringList printed;
+      for (qsizetype i = 0; i < pages.size(); ++i) {
+        printed << found(pages[i], "ID\\d{5}");
+        const QString number = QStringLiteral("Page %1 of %2").arg(i + 1).arg(pages.size());
+        for (const QString& part : {QStringLiteral("QT484"), QStringLiteral("Equipment Records"), date, number,
+                                    QStringLiteral("No."), QStringLiteral("Description")}) {
+          QVERIFY2(pages[i].contains(part), qPrintable(part));
+        }
+        QCOMPARE(pages[i].contains(QStringLiteral("R&D")), fields == printColumnCount);
+        QCOMPARE(pages[i].contains(QStringLiteral("Number of records: 150")), i + 1 == pages.size());
+      }
+      QCOMPARE(printed, f.shownControlNums());
+      QVERIFY(fields == printColumnCount || pages[0].contains(QStringLiteral("Ärzte & Pflege, final office, 3° €")));
+      checkWords(folder / "r.pdf");
+      checkPictures(folder / "r.pdf", pages.size());
     }
-    QCOMPARE(pages[i].contains(QStringLiteral("R&D")), fields == printColumnCount);
-    QCOMPARE(pages[i].contains(QStringLiteral("Number of records: 150")), i + 1 == pages.size());
   }
-  QCOMPARE(printed, f.shownControlNums());
-  QVERIFY(fields == printColumnCount || pages[0].contains(QStringLiteral("Ärzte & Pflege, final office, 3° €")));
-  checkWords(folder / "r.pdf");
-  checkPictures(folder / "r.pdf", pages.size());
-}
 
-void TreportTest::printerPrintsTheSame() {
-  const TprintFixture f(150);
-  const TtestFolder folder;
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setOutputFileName(nameOf(folder / "printer.pdf"));
-  printer.setPageLayout(reportPageLayout(QPageSize(QPageSize::Letter), true));
-  const Treport report(f.table(), printer.pageLayout());
-  QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
-  QCOMPARE(printReport(report, printer, {1, 3}, goOn), ToutputResult::done);
-  QCOMPARE(pagesOf(folder / "printer.pdf"), pagesOf(folder / "r.pdf").mid(1, 2));
-}
+  void printerPrintsTheSame() {
+    const TprintFixture f(150);
+    const TtestFolder folder;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFileName(nameOf(folder / "printer.pdf"));
+    printer.setPageLayout(reportPageLayout(QPageSize(QPageSize::Letter), true));
+    const Treport report(f.table(), printer.pageLayout());
+    QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
+    QCOMPARE(printReport(report, printer, {1, 3}, goOn), ToutputResult::done);
+    QCOMPARE(pagesOf(folder / "printer.pdf"), pagesOf(folder / "r.pdf").mid(1, 2));
+  }
 
-void TreportTest::nothingIsLeftOfAFailure() {
-  const TprintFixture f(150);
-  const Treport report(f.table(), reportPageLayout(usualPaper(), false));
-  const TtestFolder folder;
-  writeBytes(folder / "old.pdf", "old");
-  QCOMPARE(savePdf(report, nameOf(folder / "missing/r.pdf"), goOn), ToutputResult::failed);
-  QCOMPARE(savePdf(report, nameOf(folder.path()), goOn), ToutputResult::failed);
-  const auto untilThird = [](std::size_t page) { return page < 2; };
-  QCOMPARE(savePdf(report, nameOf(folder / "old.pdf"), untilThird), ToutputResult::cancelled);
-  QCOMPARE(namesIn(folder.path()), QByteArrayList{"old.pdf"});
-  QCOMPARE(bytesOf(folder / "old.pdf"), "old");
-}
+  void nothingIsLeftOfAFailure() {
+    const TprintFixture f(150);
+    const Treport report(f.table(), reportPageLayout(usualPaper(), false));
+    const TtestFolder folder;
+    writeBytes(folder / "old.pdf", "old");
+    QCOMPARE(savePdf(report, nameOf(folder / "missing/r.pdf"), goOn), ToutputResult::failed);
+    QCOMPARE(savePdf(report, nameOf(folder.path()), goOn), ToutputResult::failed);
+    const auto untilThird = [](std::size_t page) { return page < 2; };
+    QCOMPARE(savePdf(report, nameOf(folder / "old.pdf"), untilThird), ToutputResult::cancelled);
+    QCOMPARE(namesIn(folder.path()), QByteArrayList{"old.pdf"});
+    QCOMPARE(bytesOf(folder / "old.pdf"), "old");
+  }
+};
+EQREC_TEST(TreportTest);
 
 #include "reportTest.moc"

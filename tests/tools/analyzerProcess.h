@@ -1,27 +1,41 @@
 #pragma once
 
-#include <QStringList>
+#include <QCoreApplication>
+#include <QLibrary>
 
 #include "tools/childProcess.h"
 
-/// Loads the stand-in USB driver, which is then found by its name alone. False where it cannot be.
-bool loadStandInDriver();
+/// Loads the stand-in USB driver; from then on its name alone finds it. False on failure.
+inline bool loadStandInDriver() {
+  return QLibrary(QCoreApplication::applicationDirPath() + QStringLiteral("/d2xx/ftd2xx")).load();
+}
 
-/// The simulated analyzer in a process of its own; it ends with this object.
+/// The simulated analyzer as a child process, killed with this object.
 class TanalyzerProcess {
  public:
-  explicit TanalyzerProcess(const QStringList& arguments);
+  explicit TanalyzerProcess(const QStringList& arguments) : process_(QStringLiteral("qt484-analyzer"), arguments) {
+    port_ = waitFor("listening").split(' ').value(2).toInt();
+  }
 
   /// The port that it listens on.
-  int port() const { return listening_.split(' ').value(2).toInt(); }
+  int port() const { return port_; }
 
-  /// The next line that begins so, skipping others; empty where none comes within some seconds.
-  QByteArray waitFor(const QByteArray& start);
+  /// Skips to the next line that starts with `start`; empty when none comes within some seconds.
+  QByteArray waitFor(const QByteArray& start) {
+    while (true) {
+      for (qsizetype end = 0; (end = unread_.indexOf('\n')) >= 0;) {
+        const QByteArray line = unread_.first(end);
+        unread_.remove(0, end + 1);
+        if (line.startsWith(start)) return line;
+      }
+      const QByteArray more = process_.readMore();
+      if (more.isEmpty()) return {};
+      unread_ += more;
+    }
+  }
 
  private:
-  bool readMore();
-
   TchildProcess process_;
   QByteArray unread_;
-  QByteArray listening_;
+  int port_ = 0;
 };

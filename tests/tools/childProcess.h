@@ -4,8 +4,7 @@
 #include <QStringList>
 #include <cstdint>
 
-/// A program in a process of its own, killed with this object: the simulated analyzer, or a tool of the machine that
-/// the tests run on.
+/// A child process, killed with this object: the simulated analyzer or a tool of the machine that runs the tests.
 class TchildProcess {
  public:
   TchildProcess(const QString& program, const QStringList& arguments);
@@ -13,9 +12,9 @@ class TchildProcess {
   TchildProcess& operator=(const TchildProcess&) = delete;
   ~TchildProcess();
 
-  /// What it prints next; empty where it has ended, or prints nothing for some seconds.
+  /// The next output; empty when the process has ended or has printed nothing for some seconds.
   QByteArray readMore() const;
-  /// All that it prints until it ends.
+  /// All output until the process ends.
   QByteArray readAll() const {
     QByteArray all;
     for (QByteArray more = readMore(); !more.isEmpty(); more = readMore()) all += more;
@@ -23,6 +22,6 @@ class TchildProcess {
   }
 
  private:
-  std::intptr_t process_ = -1;  ///< of the system, or what stands for it there
+  std::intptr_t process_ = -1;  ///< the system's identifier, where it has one
   std::intptr_t output_ = -1;
 };

@@ -11,7 +11,7 @@
 
 #include "tools/childProcess.h"
 
-// Not a QProcess: it forks in a way after which the thread sanitizer sees nothing any more.
+// Not a QProcess: the thread sanitizer goes blind after the way it forks.
 TchildProcess::TchildProcess(const QString& program, const QStringList& arguments) {
   const QString beside = QCoreApplication::applicationDirPath() + u'/' + program;
   QByteArrayList texts = {(QFile::exists(beside) ? beside : program).toUtf8()};

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// As the machine beneath names it: in the folder where its programs are started, Wine's drives are folders.
+/// The path as Wine's host names it: its programs start in a folder where Wine's drives are folders.
 QString nativeArgument(const QString& argument) {
   if (argument.size() < 2 || argument[1] != u':') return argument;
   return argument[0].toLower() + argument.sliced(1).replace(u'\\', u'/');
@@ -13,9 +13,9 @@ QString nativeArgument(const QString& argument) {
 
 }  // namespace
 
-// The program runs on the machine beneath, where pseudo-terminals play serial ports and poppler reads a PDF:
-// tools/windows/start-programs starts one for each connection to it, passes on what it prints, and ends it with the
-// connection.
+// The program runs on Wine's host, which has pseudo-terminals for serial ports and poppler for PDF files.
+// tools/windows/start-programs starts one program for each connection, sends its output, and kills it when the
+// connection closes.
 TchildProcess::TchildProcess(const QString& program, const QStringList& arguments) {
   WSADATA data{};
   WSAStartup(MAKEWORD(2, 2), &data);

@@ -5,7 +5,7 @@
 
 #include "support/messageBox.h"
 
-/// Takes the message boxes' place while it lives, remembers their captions and answers.
+/// Replaces all message boxes during its lifetime: records their captions and answers them.
 class TmessageRecorder {
  public:
   TmessageRecorder() {

@@ -8,21 +8,21 @@
 
 #include "support/fileSystem.h"
 
-/// Files by path, with their content. Paths are written with slashes here, whatever the system writes.
+/// Contents by path. Paths are written with slashes on every system.
 using TfileMap = std::map<std::string, std::string>;
 
-/// A disk with what has reached it for good and what has not. Values: a copy is a disk of its own.
+/// A simulated disk. It knows which changes are durable (flushed) and which a loss of power may take back. A value
+/// type.
 ///
-/// Of files that were written since they were last flushed, a loss of power leaves the bytes of then, none, half or all
-/// of the new ones. Of the names made, changed and removed since their folder was last flushed, each lasts or is lost
-/// independently of the others; a rename is one such change.
+/// A file written since its last flush keeps, after a loss of power, its flushed bytes or none, half or all of the new
+/// ones. Each name created, renamed or removed since the last flush of its folder lasts or is lost independently.
 struct TsimulatedDisk {
   using Tnames = std::map<std::string, std::size_t>;
   struct Tnode {
     std::string content;
     std::string flushed;
   };
-  /// One change of names; an empty name is none.
+  /// One change of names; an empty name means none.
   struct Tchange {
     std::string removed;
     std::string added;
@@ -55,7 +55,7 @@ struct TsimulatedDisk {
 
   const std::string& contentOf(const std::string& path) const { return nodes[names.at(path)].content; }
 
-  /// Everything that a loss of power now may leave.
+  /// All states that a loss of power may leave now.
   std::set<TfileMap> afterPowerLoss() const {
     std::set<Tnames> survivors{flushedNames};
     for (const Tchange& change : changes) {
@@ -79,13 +79,14 @@ struct TsimulatedDisk {
   }
 
   std::vector<Tnode> nodes;
-  Tnames names;                  ///< as programs see them
-  Tnames flushedNames;           ///< as they are on the disk for good
-  std::vector<Tchange> changes;  ///< from the latter to the former
+  Tnames names;                  ///< as seen by programs
+  Tnames flushedNames;           ///< durable
+  std::vector<Tchange> changes;  ///< since the flush
 };
 
-/// A file system on a simulated disk that remembers the disk before and after each operation. Operations fail as told,
-/// and then do nothing; they are named by what they do, the file and which one of that name they are: "write eq.dat 2".
+/// A file system on a simulated disk that keeps the state of the disk before and after each operation. An operation
+/// that is told to fail does nothing. Its name is the verb, the file and a number: "write eq.dat 2" is the second
+/// write.
 class TsimulatedFiles final : public TfileSystem {
  public:
   using Tpath = std::filesystem::path;
@@ -95,10 +96,10 @@ class TsimulatedFiles final : public TfileSystem {
 
   std::vector<TsimulatedDisk> history;
   QByteArrayList failing;      ///< the names of the operations to fail
-  qsizetype firstFailing = 0;  ///< the numbers of the operations to fail, counted from 1 over all of them
+  qsizetype firstFailing = 0;  ///< numbers of the operations to fail, counted from 1
   qsizetype lastFailing = 0;
-  int leftOutFlush = 0;       ///< the number of the flush, of a file or a folder, that does nothing and does not tell
-  QByteArrayList operations;  ///< those that there were
+  int leftOutFlush = 0;       ///< number of the flush, of a file or a folder, that does nothing and reports success
+  QByteArrayList operations;  ///< all so far
 
   TreadResult read(const Tpath& path, std::string& content) override {
     using enum TreadResult::Tend;

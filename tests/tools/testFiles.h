@@ -3,9 +3,13 @@
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
 
-/// A fresh folder that goes with the test.
+/// A new folder, removed with this object.
 class TtestFolder {
  public:
   std::filesystem::path path() const { return folder_.path().toStdString(); }
@@ -15,14 +19,35 @@ class TtestFolder {
   QTemporaryDir folder_;
 };
 
-/// Makes a file of these bytes, and the folders on the way to it.
-void writeBytes(const std::filesystem::path& path, const QByteArray& bytes);
+/// A path as Qt names it.
+inline QString nameOf(const std::filesystem::path& path) {
+  return QString::fromStdString(path.generic_string());
+}
+
+/// Writes a file and creates the folders it needs.
+inline void writeBytes(const std::filesystem::path& path, const QByteArray& bytes) {
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary).write(bytes.constData(), bytes.size());
+}
 
 /// A file's bytes; null where it cannot be read.
-QByteArray bytesOf(const std::filesystem::path& path);
+inline QByteArray bytesOf(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return {};
+  return QByteArray("") + QByteArray::fromStdString({std::istreambuf_iterator<char>(in), {}});
+}
 
-/// A text's lines, each ended by a line feed, whatever the system ends them with.
-QByteArray linesOf(const std::filesystem::path& path);
+/// A text file's bytes, with every line end a single line feed.
+inline QByteArray linesOf(const std::filesystem::path& path) {
+  return bytesOf(path).replace("\r\n", "\n");
+}
 
 /// The names in a folder, sorted.
-QByteArrayList namesIn(const std::filesystem::path& folder);
+inline QByteArrayList namesIn(const std::filesystem::path& folder) {
+  QByteArrayList names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    names << QByteArray::fromStdString(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}

@@ -5,18 +5,17 @@
 
 class TtestFolder;
 
-/// Files, sockets and the like that this process holds open.
+/// The number of open files, sockets and the like in this process.
 std::size_t openHandles();
 
-/// Bytes of memory that this process has to itself.
+/// Memory of this process, in bytes.
 std::size_t memoryInUse();
 
-/// Whether that tells something: sanitizers' own memory grows, and Wine counts none.
+/// Whether memoryInUse() means anything: the memory of a sanitizer grows by itself, and Wine does not count any.
 extern const bool memoryTells;
 
-/// Bytes that are allocated of the heap, where the allocator counts them.
+/// Bytes allocated on the heap, where the allocator counts them.
 std::size_t allocatedBytes();
 
-/// What the analyzer is to be told of its serial link, so that it becomes port 3 of this process. `folder` must live
-/// as long as the link.
+/// The analyzer's argument for a serial link that is port 3 in this process. `folder` must outlive the link.
 QString linkOfPort3(const TtestFolder& folder);

@@ -2,7 +2,7 @@
 #include <windows.h>
 
 #include "tools/testPlatform.h"
-// after it
+// needs windows.h first
 #include <psapi.h>
 
 const bool memoryTells = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr;
@@ -26,7 +26,7 @@ std::size_t allocatedBytes() {
   return sum;
 }
 
-// The analyzer is started in the folder of the system's serial ports.
+// The analyzer runs in the folder of the system's serial ports.
 QString linkOfPort3(const TtestFolder& /*folder*/) {
   return QStringLiteral("com3");
 }
