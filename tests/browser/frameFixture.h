@@ -1,38 +1,84 @@
 #pragma once
 
-#include <QAbstractButton>
+#include <QHeaderView>
+#include <QLineEdit>
 #include <QStringList>
 #include <QTableView>
+#include <QTest>
+#include <algorithm>
 #include <functional>
 #include <memory>
 
 #include "browser/EquipmentRecordPluginFrame.h"
+#include "tools/dialogs.h"
 #include "tools/messageRecorder.h"
 #include "tools/testFiles.h"
 
-/// A frame on files in a folder of its own, as a host would have it.
+/// Writes both record files. Each record has a control number and a description.
+inline void writeRecords(const std::filesystem::path& folder, const QByteArrayList& controlNums,
+                         const QByteArrayList& descriptions) {
+  QByteArray data;
+  QByteArray info;
+  for (qsizetype i = 0; i < controlNums.size(); ++i) {
+    data += '"' + controlNums[i] + "\"," + QByteArray::number(i % 500 + 1) + '\n';
+    info += '"' + controlNums[i] + "\",\"" + descriptions[i] + R"(","","","","","")" + '\n';
+  }
+  writeBytes(folder / "DATA/eq.dat", data);
+  writeBytes(folder / "DATA/eqinfo.dat", info);
+}
+
+/// A frame with files in a folder of its own.
 class TframeFixture {
  public:
   /// Three records: c, a, b, with the descriptions "same", "same" and "Alone".
-  TframeFixture();
+  TframeFixture() { writeRecords(folder.path(), {"c", "a", "b"}, {"same", "same", "Alone"}); }
 
   void writeIni(const QByteArray& text) const { writeBytes(folder / "EquipmentRecord.ini", text); }
   QByteArray ini() const { return linesOf(folder / "EquipmentRecord.ini"); }
   QByteArray data() const { return bytesOf(folder / "DATA/eq.dat"); }
 
-  /// Builds the frame, shows it and waits until it is there.
-  void open();
+  /// Builds the frame, shows it and waits until it is active.
+  void open() {
+    frame.reset();
+    frame = std::make_unique<TEquipmentRecordPluginFrame>(
+        TframeContext{folder.path(), folder.path(), [this] { onReturn(); }});
+    frame->show();
+    QVERIFY(QTest::qWaitForWindowActive(frame.get()));
+  }
 
-  template <typename Control>
+  template <typename Control = QLineEdit>
   Control* control(const char* name) const {
-    return frame->findChild<Control*>(QString::fromLatin1(name));
+    return ::control<Control>(frame.get(), name);
   }
   QTableView* grid() const { return control<QTableView>("tblEqRec"); }
-  QAbstractButton* exitButton() const { return control<QAbstractButton>("BtnExit"); }
-  void pressHeading(int column, Qt::MouseButton button = Qt::LeftButton) const;
+  void click(const char* button) const { ::click(frame.get(), button); }
+  /// Presses a key in the control that has the focus.
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+    QTest::keyClick(frame->windowHandle(), key, modifiers);
+  }
+  void search(const char* box, const QString& text) const {
+    control(box)->setText(text);
+    click("btnSearch");
+  }
+  void pressHeading(int column, Qt::MouseButton button = Qt::LeftButton) const {
+    const QHeaderView* header = grid()->horizontalHeader();
+    const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, 5);
+    QTest::mouseClick(header->viewport(), button, Qt::NoModifier, centre);
+  }
   /// The cells of a column, joined by blanks.
-  QString column(int column) const;
-  QList<int> selectedRows() const;
+  QString column(int column) const {
+    QStringList cells;
+    for (int row = 0; row < grid()->model()->rowCount(); ++row) {
+      cells << grid()->model()->index(row, column).data(Qt::DisplayRole).toString();
+    }
+    return cells.join(QLatin1Char(' '));
+  }
+  QList<int> selectedRows() const {
+    QList<int> rows;
+    for (const QModelIndex& index : grid()->selectionModel()->selectedRows()) rows << index.row();
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
 
   TtestFolder folder;
   TmessageRecorder messages;
@@ -40,6 +86,10 @@ class TframeFixture {
   std::unique_ptr<TEquipmentRecordPluginFrame> frame;
 };
 
-/// The two record files' lines of these records, each a control number and a description.
-void writeRecords(const std::filesystem::path& folder, const QByteArrayList& controlNums,
-                  const QByteArrayList& descriptions);
+/// A frame that is open.
+struct TopenFrame : public TframeFixture {
+  explicit TopenFrame(const QByteArray& ini = {}) {
+    if (!ini.isEmpty()) writeIni(ini);
+    open();
+  }
+};

@@ -3,42 +3,43 @@
 #include "browser/csvExport.h"
 #include "browser/recordList.h"
 #include "browser/settings.h"
+#include "browser/view.h"
 #include "support/log.h"
+#include "testproc/autosequenceFileStructs.h"
 #include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
 namespace {
 
-/// The control numbers shown, without anything between them.
-QByteArray shown(const TrecordList& list) {
+/// The control numbers shown, joined.
+QByteArray shown(const Tview& view) {
   QByteArray text;
-  for (std::size_t i = 0; i < list.view().count(); ++i) text += list.view().cellText(i, fieldControlNum).c_str();
+  for (std::size_t i = 0; i < view.count(); ++i) text += view.cellText(i, fieldControlNum).c_str();
   return text;
 }
 
-void add(TrecordList& list, const char* controlNum, const char* description, const char* manufacturer,
-         unsigned testProc) {
-  edit(list, list.addBlank(), [&](TequipRec& record) {
-    record.setText(fieldControlNum, controlNum);
-    record.setText(fieldDescription, description);
-    record.setText(fieldManufacturer, manufacturer);
-    record.setTestProc(testProc);
-  });
+struct Tlist {
+  TequipRecTable records;
+  TtestProcTable titles;
+  Tview view{records, titles};
+
+  void add(const char* controlNum, const char* description, unsigned testProc) {
+    append(records, makeRecord({controlNum, description}, testProc));
+    view.showAll();
+  }
+};
+
+void add(TrecordList& list, const std::vector<std::string>& texts, unsigned testProc) {
+  edit(list, list.addBlank(), [&](TequipRec& record) { record = makeRecord(texts, testProc); });
 }
 
 void fill(TrecordList& list) {
   list.titles().set(123, "Lamp, class 9");
-  add(list, "a", "Cable", "Nord", 1);
-  add(list, "b", "ABC pump",
-      "S\xDC"
-      "D",
-      123);
-  add(list, "c", "",
-      "s\xFC"
-      "d & co",
-      2);
-  add(list, "d", "Bed", "Lampe AG", 123);
+  add(list, {"a", "Cable", "Nord"}, 1);
+  add(list, {"b", "ABC pump", "S\xDC\x44"}, 123);
+  add(list, {"c", "", "s\xFC\x64 & co"}, 2);
+  add(list, {"d", "Bed", "Lampe AG"}, 123);
   edit(list, 2, [](TequipRec& record) { record.setText(fieldCustom3, "near 123"); });
 }
 
@@ -47,107 +48,123 @@ void fill(TrecordList& list) {
 class TrecordListTest : public QObject {
   Q_OBJECT
  private slots:
-  void searchShowsUnion_data();
-  void searchShowsUnion();
-  void removeKeepsSearchInForce();
-  void copiesGoToTheEndWithoutControlNumber();
-  void sortColumnFollowsItsMeaning();
-  void exportIsWrittenToTheLetter();
+  void sortsStably() {
+    const std::initializer_list<std::tuple<const char*, const char*, unsigned>> records = {
+        {"a", "pump", 10}, {"b", "Zoom", 3}, {"c", "", 4}, {"d", "Defibrillator B", 2}, {"e", "Defibrillator A", 256},
+        {"f", "pump", 10}};
+    const std::initializer_list<std::pair<int, QByteArray>> cases = {
+        {997, "abcdef"},    // record number
+        {0, "abcdef"},      // control number
+        {1, "cedbaf"},      // text: empty first, upper case before lower, equal texts in table order
+        {998, "dbcafe"},    // test procedure, by value
+        {999, "aefcdb"},    // title: no entry first, equal titles in table order
+        {1000, "abcdef"}};  // no such column: record number
+    for (auto [column, order] : cases) {
+      Tlist list;
+      for (const unsigned number : {2U, 4U}) list.titles.set(number, "Beta");
+      list.titles.set(3, "alpha");
+      for (const auto& [controlNum, description, testProc] : records) list.add(controlNum, description, testProc);
+      list.view.sort(static_cast<TcolumnId>(column), true);
+      QCOMPARE(shown(list.view), order);
+      list.view.showAll();
+      list.view.sort(static_cast<TcolumnId>(column), false);
+      std::reverse(order.begin(), order.end());
+      QCOMPARE(shown(list.view), order);
+    }
+  }
+
+  void sortsUpperBytesLast() {
+    Tlist list;
+    list.add("x", "\xC4rztezimmer", 1);
+    list.add("y", "zoom", 1);
+    list.add("z", "12345678\xFF", 1);
+    list.add("w", "12345678a", 1);
+    list.view.sort(fieldDescription, true);
+    QCOMPARE(shown(list.view), "wzyx");
+  }
+
+  void cellsShowWhatColumnsSay() {
+    Tlist list;
+    list.titles.set(7, " \tLamp\xA0 ");
+    list.add("\x01 A\xA0 1 \r", "\"quoted\"", 7);
+    const std::array<std::pair<int, const char*>, 7> expected = {{{997, "1"},
+                                                                  {0, "A\xA0 1"},
+                                                                  {1, "\"quoted\""},
+                                                                  {2, ""},
+                                                                  {998, "7"},
+                                                                  {999, "Lamp\xA0"},
+                                                                  {1001, "INVALID DATA"}}};
+    for (const auto& [column, text] : expected) {
+      QCOMPARE(list.view.cellText(0, static_cast<TcolumnId>(column)), text);
+    }
+  }
+
+  void searchShowsUnion() {
+    const std::initializer_list<std::pair<TsearchTexts, const char*>> cases = {
+        {{"aB", "", "", ""}, "ab"},        // inside a word, any case
+        {{"", "\xFC\x44", "", ""}, "bc"},  // letters beyond ASCII, any case
+        {{"bed", "nord", "", ""}, "da"},   // either box; the first box's records come first
+        {{"", "", "", "123"}, "c"},        // general: title and custom field, not the number
+        {{"", "", "", "lamp"}, "db"},      // general: manufacturer, then titles
+        {{"zzz", "", "", "bed"}, ""},      // general leaves out a field that has a text of its own
+        {{"", "", "", ""}, "abcd"}};       // all boxes empty: unchanged
+    for (const auto& [texts, found] : cases) {
+      TrecordList list;
+      fill(list);
+      QVERIFY(list.search(texts));
+      QCOMPARE(shown(list.view()), found);
+    }
+  }
+
+  void removeKeepsSearchInForce() {
+    TrecordList list;
+    fill(list);
+    list.search({"", "s\xFC\x64", "", "lamp"});
+    QCOMPARE(shown(list.view()), "bcd");  // d by its title
+    list.remove({0, 0});
+    QCOMPARE(shown(list.view()), "cd");
+    list.removeAdded(list.addBlank());
+    QCOMPARE(shown(list.view()), "acd");
+    list.search({"nowhere", "", "", ""});
+    QVERIFY(!list.search({"bed", "", "", ""}));  // nothing is shown: nothing happens until the search is cleared
+    list.clearSearch();
+    QCOMPARE(shown(list.view()), "acd");
+  }
+
+  void sortColumnFollowsItsMeaning() {
+    TbrowserSettings settings;
+    TrecordList list;
+    list.buildColumns(settings);
+    TsortOrder byTitle{6, false};
+    TsortOrder byDescription{2, false};
+    settings.shown[2] = false;  // the description
+    TrecordList same;
+    same.buildColumns(TbrowserSettings());
+    list.changeColumns(settings, byTitle);
+    same.changeColumns(settings, byDescription);
+    QVERIFY(byTitle.column == 5 && !byTitle.ascending);
+    QVERIFY(byDescription.column == 0 && byDescription.ascending);  // its column is gone
+  }
+
+  void exportIsWrittenToTheLetter() {
+    const TtestFolder folder;
+    TrecordList list;
+    fill(list);
+    list.search({"", "", "", "near"});
+    add(list, {"x,1", "\"q\" \xE4"}, 500);
+    QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::done);
+    QCOMPARE(linesOf(folder / "e.csv"),
+             "<index>,<control nun>,<description>,<manufacturer>,<model>,<test procedure num>,<test procedure title>,"
+             "<custom1>,<custom2>,<custom3>\n2,c,,s\xFC\x64 & co,,2,,,,near 123\n4,x,1,\"q\" \xE4,,,500,,,,\n");
+    list.search({"nowhere", "", "", ""});
+    QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::nothingShown);
+    QCOMPARE(linesOf(folder / "e.csv"), "");
+    openLog(folder.path());
+    QVERIFY(exportRecords(list.view(), list.titles(), folder.path()) == TexportResult::notOpened);
+    closeLog();
+    QVERIFY(bytesOf(folder / "EquipmentRecord.log").contains("open " + folder.path().string()));
+  }
 };
 EQREC_TEST(TrecordListTest);
-
-void TrecordListTest::searchShowsUnion_data() {
-  QTest::addColumn<QByteArrayList>("texts");  // description, manufacturer, model, general
-  QTest::addColumn<QByteArray>("found");
-  QTest::newRow("inside a word, any case") << QByteArrayList{"aB", "", "", ""} << QByteArray("ab");
-  QTest::newRow("letters beyond ASCII, any case") << QByteArrayList{"",
-                                                                    "\xFC"
-                                                                    "D",
-                                                                    "", ""}
-                                                  << QByteArray("bc");
-  QTest::newRow("two boxes are alternatives, first box's records first")
-      << QByteArrayList{"bed", "nord", "", ""} << QByteArray("da");
-  QTest::newRow("general: title and custom field, not the number")
-      << QByteArrayList{"", "", "", "123"} << QByteArray("c");
-  QTest::newRow("general: manufacturer, then titles") << QByteArrayList{"", "", "", "lamp"} << QByteArray("db");
-  QTest::newRow("general leaves out the field with a text of its own")
-      << QByteArrayList{"zzz", "", "", "bed"} << QByteArray("");
-  QTest::newRow("all empty: unchanged") << QByteArrayList{"", "", "", ""} << QByteArray("abcd");
-}
-
-void TrecordListTest::searchShowsUnion() {
-  QFETCH(QByteArrayList, texts);
-  TrecordList list;
-  fill(list);
-  QVERIFY(
-      list.search({texts[0].toStdString(), texts[1].toStdString(), texts[2].toStdString(), texts[3].toStdString()}));
-  QTEST(shown(list), "found");
-}
-
-void TrecordListTest::removeKeepsSearchInForce() {
-  TrecordList list;
-  fill(list);
-  list.search({"",
-               "s\xFC"
-               "d",
-               "", "lamp"});
-  QCOMPARE(shown(list), "bcd");  // d by its title
-  list.remove({0, 0});
-  QCOMPARE(shown(list), "cd");
-  list.removeAdded(list.addBlank());
-  QCOMPARE(shown(list), "acd");
-  list.search({"nowhere", "", "", ""});
-  QVERIFY(!list.search({"bed", "", "", ""}));  // nothing is shown: nothing happens until the search is cleared
-  list.clearSearch();
-  QCOMPARE(shown(list), "acd");
-}
-
-void TrecordListTest::copiesGoToTheEndWithoutControlNumber() {
-  TrecordList list;
-  fill(list);
-  const TrowRange copies = list.copy({1, 3});
-  QCOMPARE(copies.top, 4U);
-  QCOMPARE(copies.bottom, 6U);
-  QCOMPARE(shown(list), "abcd");
-  QCOMPARE(list.view().cellText(4, fieldDescription), "ABC pump");
-  QCOMPARE(list.view().cellText(4, columnTestProc), "123");
-  edit(list, 4, [](TequipRec& record) { record.setText(fieldDescription, "changed"); });
-  QCOMPARE(list.view().cellText(1, fieldDescription), "ABC pump");
-}
-
-void TrecordListTest::sortColumnFollowsItsMeaning() {
-  TbrowserSettings settings;
-  TrecordList list;
-  list.buildColumns(settings);
-  TsortOrder byTitle{6, false};
-  TsortOrder byDescription{2, false};
-  settings.shown[2] = false;  // the description
-  TrecordList same;
-  same.buildColumns(TbrowserSettings());
-  list.changeColumns(settings, byTitle);
-  same.changeColumns(settings, byDescription);
-  QVERIFY(byTitle.column == 5 && !byTitle.ascending);
-  QVERIFY(byDescription.column == 0 && byDescription.ascending);  // its column is gone
-}
-
-void TrecordListTest::exportIsWrittenToTheLetter() {
-  const TtestFolder folder;
-  TrecordList list;
-  fill(list);
-  list.search({"", "", "", "near"});
-  add(list, "x,1", "\"q\" \xE4", "", 500);
-  QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::done);
-  QCOMPARE(linesOf(folder / "e.csv"),
-           "<index>,<control nun>,<description>,<manufacturer>,<model>,<test procedure num>,<test procedure title>,"
-           "<custom1>,<custom2>,<custom3>\n2,c,,s\xFC"
-           "d & co,,2,,,,near 123\n4,x,1,\"q\" \xE4,,,500,,,,\n");
-  list.search({"nowhere", "", "", ""});
-  QVERIFY(exportRecords(list.view(), list.titles(), folder / "e.csv") == TexportResult::nothingShown);
-  QCOMPARE(linesOf(folder / "e.csv"), "");
-  openLog(folder.path());
-  QVERIFY(exportRecords(list.view(), list.titles(), folder.path()) == TexportResult::notOpened);
-  closeLog();
-  QVERIFY(bytesOf(folder / "EquipmentRecord.log").contains("open " + folder.path().string()));
-}
 
 #include "recordListTest.moc"

@@ -11,24 +11,9 @@
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
-/// Reading a file into records, without windows.
-class TengineTest : public QObject {
-  Q_OBJECT
- private slots:
-  void linesEnd();
-  void linesAreSplit();
-  void lineBecomesRecord();
-  void mappingIsRemembered();
-  void headingsAreUnderstood();
-  void filesOfOtherPrograms();
-  void runTakesWhatIsUsable();
-  void runStopsAtTheLimitAndWhenTold();
-};
-EQREC_TEST(TengineTest);
-
 namespace {
 
-/// Device ID, description, model and test procedure from the columns 1 to 4.
+/// Columns 1 to 4: device ID, description, model, test procedure.
 constexpr TcolumnMapping fourColumns = {{1, 2, 0, 3, 0, 0, 0, 4}};
 
 TfieldList split(const QByteArray& line, char delimiter = ',', bool quotes = false) {
@@ -41,7 +26,7 @@ QByteArray textsOf(const TequipRec& record) {
   return texts + QByteArray::number(record.testProc());
 }
 
-/// A run of `f.csv` that skips duplicates.
+/// Imports `f.csv` and skips duplicates.
 struct TrunFixture : public TimportObserver {
   TimportRun run(const QByteArray& file, int startRow = 1) {
     writeBytes(folder / "f.csv", file);
@@ -63,145 +48,151 @@ struct TrunFixture : public TimportObserver {
 
 }  // namespace
 
-void TengineTest::linesEnd() {
-  const QByteArray most(4095, 'x');
-  const QByteArray nearEnd(65536 - 4000, '\n');  // of the first piece that is read at a time
-  const QByteArrayList blanks(65536 - 4000, "");
-  const QByteArray mark = "\xEF\xBB\xBF";
-  const std::initializer_list<std::pair<QByteArray, QByteArrayList>> rows = {
-      {"", {}},
-      {"a\r\nb\n\nc", {"a", "b", "", "c"}},
-      {"a\n", {"a"}},
-      {"a\rb\r\r\n\r", {"a\rb\r", ""}},
-      {mark + "a\n" + mark, {"a", mark}},
-      {mark, {}},
-      {QByteArray("a\0b\n", 4), {QByteArray("a\0b", 3)}},
-      {most + "\r\n" + most + "\n", {most, most}},
-      {most + "y\r\n" + most + "\rz\nb", {most, most, "b"}},
-      {nearEnd + most + "\r\nb", blanks + QByteArrayList{most, "b"}},
-      {nearEnd + most.left(3999) + "\r\nb", blanks + QByteArrayList{most.left(3999), "b"}},
-      {QByteArray(3000000, 'x') + "\nb", {most, "b"}}};
-  for (const auto& [text, lines] : rows) {
-    std::istringstream stream(text.toStdString());
-    TlineReader reader(stream);
-    QByteArrayList read;
-    while (const auto line = reader.next()) read << QByteArray::fromStdString(std::string(*line));
-    QCOMPARE(read, lines);
-    QCOMPARE(reader.position(), static_cast<std::uint64_t>(text.size()));
-  }
-}
-
-void TengineTest::linesAreSplit() {
-  // delimiter (" where fields are quoted), line, fields
-  for (const char* row : {",~~", ",~a,,b~[a][][b]", ",~a,b,~[a][b]", ",~,a~[][a]", ",~\"a,b\" ~[\"a][b\" ]", "\t~\t~[]",
-                          "\t~a\tb, c~[a][b, c]", "\"~\"a\",\"\",\" b\"~[a][][ b]", "\"~\"a\",b,\"c\"~[a][c]",
-                          "\"~\"x\"\"y\"~[x][y]", "\"~\"a\",\"b,c~[a]", "\"~a,b~"}) {
-    const QByteArrayList cells = QByteArray(row).split('~');
-    QByteArray found;
-    for (const std::string_view field : split(cells[1], *row, *row == '"')) {
-      found += '[' + QByteArray::fromStdString(std::string(field)) + ']';
+/// Reading a file into records, without windows.
+class TengineTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void linesEnd() {
+    const QByteArray most(4095, 'x');
+    const QByteArray nearEnd(65536 - 4000, '\n');  // of the first block that the reader reads
+    const QByteArrayList blanks(65536 - 4000, "");
+    const QByteArray mark = "\xEF\xBB\xBF";
+    const std::initializer_list<std::pair<QByteArray, QByteArrayList>> rows = {
+        {"", {}},
+        {"a\r\nb\n\nc", {"a", "b", "", "c"}},
+        {"a\n", {"a"}},
+        {"a\rb\r\r\n\r", {"a\rb\r", ""}},
+        {mark + "a\n" + mark, {"a", mark}},
+        {mark, {}},
+        {QByteArray("a\0b\n", 4), {QByteArray("a\0b", 3)}},
+        {most + "\r\n" + most + "\n", {most, most}},
+        {most + "y\r\n" + most + "\rz\nb", {most, most, "b"}},
+        {nearEnd + most + "\r\nb", blanks + QByteArrayList{most, "b"}},
+        {nearEnd + most.left(3999) + "\r\nb", blanks + QByteArrayList{most.left(3999), "b"}},
+        {QByteArray(3000000, 'x') + "\nb", {most, "b"}}};
+    for (const auto& [text, lines] : rows) {
+      std::istringstream stream(text.toStdString());
+      TlineReader reader(stream);
+      QByteArrayList read;
+      while (const auto line = reader.next()) read << QByteArray::fromStdString(std::string(*line));
+      QCOMPARE(read, lines);
+      QCOMPARE(reader.position(), static_cast<std::uint64_t>(text.size()));
     }
-    QCOMPARE(found, "[]" + cells[2]);
   }
-}
 
-void TengineTest::lineBecomesRecord() {
-  // line (a zero byte is written 0x01), record, findings
-  for (const char* row :
-       {"i,d,m, 500 ~i|d||m||||500~", ",d,m,x,y~~", "i,d,m~i|d||m||||1~malformed", "i,d,m,7,x~i|d||m||||7~malformed",
-        "i,d,m,0~i|d||m||||1~malformed", "i,d,m,501~i|d||m||||1~malformed", "i,d,m,1x~i|d||m||||1~malformed",
-        "12345678901234567,d,m,1~12345678901234567|d||m||||1~", "i,d\1x,m,1~i|d||m||||1~malformed", "\1i,d,m,1~~",
-        "123456789012345678,d,m,1~12345678901234567|d||m||||1~truncated", "\"i\",d\",m,1~\x94i\x94|d\x94||m||||1~",
-        "i,d,1234567890123456789012,1~i|d||123456789012345678901||||1~"}) {
-    const QByteArrayList cells = QByteArray(row).split('~');
-    const QByteArray line = QByteArray(cells[0]).replace('\1', '\0');
-    TlineFindings found;
-    const auto taken = recordInLine(split(line), fourColumns, 4, found);
-    QCOMPARE(taken ? textsOf(*taken) : QByteArray(), cells[1]);
-    QCOMPARE(QByteArray(found.malformed ? "malformed" : "") + (found.truncated ? "truncated" : ""), cells[2]);
+  void linesAreSplit() {
+    // delimiter (" where fields are quoted), line, fields
+    for (const char* row : {",~~", ",~a,,b~[a][][b]", ",~a,b,~[a][b]", ",~,a~[][a]", ",~\"a,b\" ~[\"a][b\" ]",
+                            "\t~\t~[]", "\t~a\tb, c~[a][b, c]", "\"~\"a\",\"\",\" b\"~[a][][ b]",
+                            "\"~\"a\",b,\"c\"~[a][c]", "\"~\"x\"\"y\"~[x][y]", "\"~\"a\",\"b,c~[a]", "\"~a,b~"}) {
+      const QByteArrayList cells = QByteArray(row).split('~');
+      QByteArray found;
+      for (const std::string_view field : split(cells[1], *row, *row == '"')) {
+        found += '[' + QByteArray::fromStdString(std::string(field)) + ']';
+      }
+      QCOMPARE(found, "[]" + cells[2]);
+    }
   }
-}
 
-void TengineTest::mappingIsRemembered() {
-  const TtestFolder folder;
-  const TiniFile ini(folder / "e.ini");
-  QVERIFY(!TcolumnMapping::load(ini, 9));
-  TcolumnMapping{{3, 0, 1, 2, 0, 9, 0, 10}}.save(ini);
-  QCOMPARE(linesOf(folder / "e.ini"),
-           "[Import]\nDeviceID=3\nDesc=0\nMake=1\nModel=2\nCustom1=0\nCustom2=9\nCustom3=0\nTestProc=10\n");
-  QVERIFY(TcolumnMapping::load(ini, 9)->columns == (std::array{3, 0, 1, 2, 0, 9, 0, 0}));
-  QByteArray characters;
-  for (int index = -1; index < 7; ++index) characters += delimiterCharacter(index, "x");
-  QCOMPARE(characters, ",, \t|;x,");
-}
-
-void TengineTest::headingsAreUnderstood() {
-  // headings, caption of custom field 2, columns
-  for (const char* row : {"<index>,<control nun>,<description>,<manufacturer>,<model>,<test procedure num>,<test "
-                          "procedure title>,<custom1>"
-                          ",<custom2>~Custom 2~2 3 4 5 8 9 0 6 ",
-                          "ID,Brand,Asset No.,model,Custom 1~MODEL~3 0 2 0 5 4 0 0 ",
-                          "MODEL,Device_ID,Device Description,Stra\xDF"
-                          "e,Test Procedure Number~STRA\xDF"
-                          "E~2 3 0 1 0 4 0 5 ",
-                          ",-,4711~-~0 0 0 0 0 0 0 0 "}) {
-    const QByteArrayList cells = QByteArray(row).split('~');
-    const auto mapping = TcolumnMapping::fromHeadings(split(cells[0]), {"", cells[1].toStdString(), "-"});
-    QByteArray found;
-    for (const int column : mapping.columns) found += QByteArray::number(column) + ' ';
-    QCOMPARE(found, cells[2]);
+  void lineBecomesRecord() {
+    // line (a zero byte is written 0x01), record, findings
+    for (const char* row :
+         {"i,d,m, 500 ~i|d||m||||500~", ",d,m,x,y~~", "i,d,m~i|d||m||||1~malformed", "i,d,m,7,x~i|d||m||||7~malformed",
+          "i,d,m,0~i|d||m||||1~malformed", "i,d,m,501~i|d||m||||1~malformed", "i,d,m,1x~i|d||m||||1~malformed",
+          "12345678901234567,d,m,1~12345678901234567|d||m||||1~", "i,d\1x,m,1~i|d||m||||1~malformed", "\1i,d,m,1~~",
+          "123456789012345678,d,m,1~12345678901234567|d||m||||1~truncated", "\"i\",d\",m,1~\x94i\x94|d\x94||m||||1~",
+          "i,d,1234567890123456789012,1~i|d||123456789012345678901||||1~"}) {
+      const QByteArrayList cells = QByteArray(row).split('~');
+      const QByteArray line = QByteArray(cells[0]).replace('\1', '\0');
+      TlineFindings found;
+      const auto taken = recordInLine(split(line), fourColumns, 4, found);
+      QCOMPARE(taken ? textsOf(*taken) : QByteArray(), cells[1]);
+      QCOMPARE(QByteArray(found.malformed ? "malformed" : "") + (found.truncated ? "truncated" : ""), cells[2]);
+    }
   }
-}
 
-void TengineTest::runTakesWhatIsUsable() {
-  TrunFixture f;
-  const TimportRun run = f.run("Headings\n\nb,B,m,2\n,none,m,3\nb,B,m,2\na,A\n", 2);
-  QCOMPARE(TrunFixture::ids(run), "b a");
-  QVERIFY(run.malformed && !run.truncated && !run.limitReached && f.table.count() == 0);
-  QVERIFY(f.run("").end == TimportRun::Tend::done);
-  for (const std::filesystem::path& path : {f.folder / "none", f.folder.path(), std::filesystem::path("/dev/zero")}) {
-    QVERIFY(runImport({path}, fourColumns, 4, f.table, f).end == TimportRun::Tend::unreadable);
-    QVERIFY(!TimportSample::read({path}));
+  void mappingIsRemembered() {
+    const TtestFolder folder;
+    const TiniFile ini(folder / "e.ini");
+    QVERIFY(!TcolumnMapping::load(ini, 9));
+    TcolumnMapping{{3, 0, 1, 2, 0, 9, 0, 10}}.save(ini);
+    QCOMPARE(linesOf(folder / "e.ini"),
+             "[Import]\nDeviceID=3\nDesc=0\nMake=1\nModel=2\nCustom1=0\nCustom2=9\nCustom3=0\nTestProc=10\n");
+    QVERIFY(TcolumnMapping::load(ini, 9)->columns == (std::array{3, 0, 1, 2, 0, 9, 0, 0}));
+    QByteArray characters;
+    for (int index = -1; index < 7; ++index) characters += delimiterCharacter(index, "x");
+    QCOMPARE(characters, ",, \t|;x,");
   }
-}
 
-void TengineTest::runStopsAtTheLimitAndWhenTold() {
-  TrunFixture f;
-  QByteArray lines;
-  for (int i = 0; i < 18433; ++i) lines += QByteArray::number(i) + ",,,1\n";
-  TimportRun run = f.run(lines);
-  QVERIFY(run.limitReached && run.records.size() == 18432);
-  QVERIFY(f.shares.first() == 0 && f.shares.last() < 100 && std::is_sorted(f.shares.begin(), f.shares.end()));
-  f.pollsUntilStop = 1;
-  run = f.run(lines);
-  QVERIFY(run.end == TimportRun::Tend::cancelled && run.records.empty());
-  f.table = TequipRecTable(std::vector<TequipRec>(18431));
-  run = f.run("a,,,1\nb,,,x\n");
-  QVERIFY(run.limitReached && !run.malformed && run.records.size() == 1);
-  append(f.table, TequipRec());
-  run = f.run("a,,,1\n");
-  QVERIFY(run.limitReached && run.records.empty() && run.end == TimportRun::Tend::done);
-}
+  void headingsAreUnderstood() {
+    // headings, caption of custom field 2, columns
+    for (const char* row : {"<index>,<control nun>,<description>,<manufacturer>,<model>,<test procedure num>,<test "
+                            "procedure title>,<custom1>"
+                            ",<custom2>~Custom 2~2 3 4 5 8 9 0 6 ",
+                            "ID,Brand,Asset No.,model,Custom 1~MODEL~3 0 2 0 5 4 0 0 ",
+                            "MODEL,Device_ID,Device Description,Stra\xDF"
+                            "e,Test Procedure Number~STRA\xDF"
+                            "E~2 3 0 1 0 4 0 5 ",
+                            ",-,4711~-~0 0 0 0 0 0 0 0 "}) {
+      const QByteArrayList cells = QByteArray(row).split('~');
+      const auto mapping = TcolumnMapping::fromHeadings(split(cells[0]), {"", cells[1].toStdString(), "-"});
+      QByteArray found;
+      for (const int column : mapping.columns) found += QByteArray::number(column) + ' ';
+      QCOMPARE(found, cells[2]);
+    }
+  }
 
-void TengineTest::filesOfOtherPrograms() {
-  const std::initializer_list<std::tuple<const char*, char, bool>> files = {
-      {"python-excel.csv", ',', false},     {"python-excel-tab.txt", '\t', false}, {"python-unix.csv", ',', true},
-      {"python-semicolon.csv", ';', false}, {"sqlite-list.txt", '|', false},       {"sqlite-tabs.txt", '\t', false},
-      {"spreadsheet-tab.txt", '\t', false}, {"spreadsheet-quoted.csv", ',', true}};
-  for (const auto& [name, delimiter, quotes] : files) {
+  void filesOfOtherPrograms() {
+    const std::initializer_list<std::tuple<const char*, char, bool>> files = {
+        {"python-excel.csv", ',', false},     {"python-excel-tab.txt", '\t', false}, {"python-unix.csv", ',', true},
+        {"python-semicolon.csv", ';', false}, {"sqlite-list.txt", '|', false},       {"sqlite-tabs.txt", '\t', false},
+        {"spreadsheet-tab.txt", '\t', false}, {"spreadsheet-quoted.csv", ',', true}};
+    for (const auto& [name, delimiter, quotes] : files) {
+      TrunFixture f;
+      const TimportOptions options{std::filesystem::path(SAMPLE_FOLDER) / name, delimiter, 2, quotes};
+      const auto sample = TimportSample::read(options);
+      const TfieldList headings = tokenise(sample->headings, delimiter, quotes);
+      const TimportRun run = runImport(options, TcolumnMapping::fromHeadings(headings, {}), 5, f.table, f);
+      // That program does not quote an empty cell, so it is no field, and the cells after it move up.
+      const bool emptyCellLost = std::string_view(name) == "spreadsheet-quoted.csv";
+      QVERIFY(run.malformed == emptyCellLost && run.records.size() == 3);
+      QCOMPARE(textsOf(run.records[0]), "BME 2019/0068|D\351fibrillateur|Oderwald Meditec|OM 300||||31");
+      const QByteArray bed = "0004139|Bed \226 bariatric|Nordhalm Pflege|";
+      QCOMPARE(textsOf(run.records[1]), bed + (emptyCellLost ? "63||||1" : "||||63"));
+      QVERIFY(textsOf(run.records[2]).endsWith(" \xB1" + QByteArray("5 %|Halvorsby|Nefrolva RO 12||||500")));
+    }
+  }
+
+  void runTakesWhatIsUsable() {
     TrunFixture f;
-    const TimportOptions options{std::filesystem::path(SAMPLE_FOLDER) / name, delimiter, 2, quotes};
-    const auto sample = TimportSample::read(options);
-    const TfieldList headings = tokenise(sample->headings, delimiter, quotes);
-    const TimportRun run = runImport(options, TcolumnMapping::fromHeadings(headings, {}), 5, f.table, f);
-    // An empty cell is not quoted there, and so no field; what follows moves up.
-    const bool emptyCellLost = std::string_view(name) == "spreadsheet-quoted.csv";
-    QVERIFY(run.malformed == emptyCellLost && run.records.size() == 3);
-    QCOMPARE(textsOf(run.records[0]), "BME 2019/0068|D\351fibrillateur|Oderwald Meditec|OM 300||||31");
-    const QByteArray bed = "0004139|Bed \226 bariatric|Nordhalm Pflege|";
-    QCOMPARE(textsOf(run.records[1]), bed + (emptyCellLost ? "63||||1" : "||||63"));
-    QVERIFY(textsOf(run.records[2]).endsWith(" \xB1" + QByteArray("5 %|Halvorsby|Nefrolva RO 12||||500")));
+    const TimportRun run = f.run("Headings\n\nb,B,m,2\n,none,m,3\nb,B,m,2\na,A\n", 2);
+    QCOMPARE(TrunFixture::ids(run), "b a");
+    QVERIFY(run.malformed && !run.truncated && !run.limitReached && f.table.count() == 0);
+    QVERIFY(f.run("").end == TimportRun::Tend::done);
+    for (const std::filesystem::path& path : {f.folder / "none", f.folder.path(), std::filesystem::path("/dev/zero")}) {
+      QVERIFY(runImport({path}, fourColumns, 4, f.table, f).end == TimportRun::Tend::unreadable);
+      QVERIFY(!TimportSample::read({path}));
+    }
   }
-}
+
+  void runStopsAtTheLimitAndWhenTold() {
+    TrunFixture f;
+    QByteArray lines;
+    for (int i = 0; i < 18433; ++i) lines += QByteArray::number(i) + ",,,1\n";
+    TimportRun run = f.run(lines);
+    QVERIFY(run.limitReached && run.records.size() == 18432);
+    QVERIFY(f.shares.first() == 0 && f.shares.last() < 100 && std::is_sorted(f.shares.begin(), f.shares.end()));
+    f.pollsUntilStop = 1;
+    run = f.run(lines);
+    QVERIFY(run.end == TimportRun::Tend::cancelled && run.records.empty());
+    f.table = TequipRecTable(std::vector<TequipRec>(18431));
+    run = f.run("a,,,1\nb,,,x\n");
+    QVERIFY(run.limitReached && !run.malformed && run.records.size() == 1);
+    append(f.table, TequipRec());
+    run = f.run("a,,,1\n");
+    QVERIFY(run.limitReached && run.records.empty() && run.end == TimportRun::Tend::done);
+  }
+};
+EQREC_TEST(TengineTest);
 
 #include "engineTest.moc"
