@@ -2,21 +2,21 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "editor/editorHost.h"
 #include "editor/eqEditForm.h"
 #include "testproc/autosequenceFileStructs.h"
+#include "tools/dialogs.h"
 #include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 
-/// A browser window's stand-in: the rows that it shows, and what it was asked to do.
+/// Stands in for a browser window: the rows that it shows, and what the editor asked it to do.
 class TeditorBrowser final : public QWidget, public TeditorHost {
  public:
   const TequipRecTable& records() const override { return records_; }
@@ -37,23 +37,24 @@ class TeditorBrowser final : public QWidget, public TeditorHost {
   TequipRecTable records_;
 };
 
-/// An editor opened on a browser with three records, shown in the order 2, 0, 1. They are called r0, r1 and r2, and
-/// have the test procedures 3, 7 (titled "(UNUSED)") and 5.
+/// An editor on a browser that shows three records in the order 2, 0, 1. Their control numbers are r0, r1 and r2, their
+/// test procedures 3, 7 (titled "(UNUSED)") and 5.
 class TeditorFixture {
  public:
-  TeditorFixture() {
+  /// Opens the editor on a row where one is given.
+  explicit TeditorFixture(std::optional<std::size_t> row = {}) {
     const std::initializer_list<std::pair<unsigned, const char*>> titles = {
         {2, "Zoom"}, {3, "defibrillator"}, {5, "Pump \xC4rzte"}, {7, " (UNUSED) "}, {9, "Zoom"}, {500, "Defib \"X\""}};
     for (const auto& [number, title] : titles) browser->titles.set(number, title);
     for (const unsigned testProc : {3U, 7U, 5U}) {
-      TequipRec record;
-      record.setText(fieldControlNum, std::string("r").append(std::to_string(browser->records().count())));
-      record.setTestProc(testProc);
-      browser->change(TlistChange::append(browser->records().count(), {record}));
+      const auto count = browser->records().count();
+      browser->change(
+          TlistChange::append(count, {makeRecord({std::string("r").append(std::to_string(count))}, testProc)}));
     }
+    if (row) open(*row);
   }
 
-  /// Opens the editor on a row of the browser's and waits until it is there.
+  /// Opens the editor on one of the browser's rows and waits until it is active.
   void open(std::size_t row = 1) {
     editor.reset();
     editor = std::make_unique<TfrmEqRecEditor>(*browser, TiniFile(folder / "e.ini"), nullptr);
@@ -63,34 +64,32 @@ class TeditorFixture {
     QVERIFY(QTest::qWaitForWindowActive(editor.get()));
   }
 
-  template <typename Control>
+  template <typename Control = QWidget>
   Control* control(const char* name) const {
-    auto* found = editor->findChild<Control*>(QString::fromLatin1(name));
-    if (found == nullptr) qFatal("no control %s", name);
-    return found;
+    return ::control<Control>(editor.get(), name);
   }
-  void click(const char* button) const { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); }
+  void click(const char* button) const { QTest::mouseClick(control(button), Qt::LeftButton); }
   /// Presses a key in the control that has the focus.
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
     QTest::keyClick(editor->windowHandle(), key, modifiers);
   }
-  /// Types into a box behind what it holds.
+  /// Types at the end of a box.
   void type(const char* box, const QString& text) const {
-    control<QWidget>(box)->setFocus();
+    control(box)->setFocus();
     press(Qt::Key_End, Qt::ControlModifier);
     for (const QChar character : text) {
-      QTest::sendKeyEvent(QTest::Click, control<QWidget>(box), Qt::Key_unknown, QString(character), Qt::NoModifier);
+      QTest::sendKeyEvent(QTest::Click, control(box), Qt::Key_unknown, QString(character), Qt::NoModifier);
     }
   }
   void paste(const char* box, const QString& text) const {
     QApplication::clipboard()->setText(text);
-    control<QWidget>(box)->setFocus();
+    control(box)->setFocus();
     press(Qt::Key_V, Qt::ControlModifier);
   }
   /// The text of a label, a line or a memo.
   QString text(const char* name) const {
-    const auto* memo = editor->findChild<QPlainTextEdit*>(QString::fromLatin1(name));
-    return memo != nullptr ? memo->document()->toRawText() : control<QWidget>(name)->property("text").toString();
+    const auto* memo = qobject_cast<QPlainTextEdit*>(control(name));
+    return memo != nullptr ? memo->document()->toRawText() : control(name)->property("text").toString();
   }
   const char* field(TrecordIndex record, int id) const { return browser->records().at(record).text(id); }
 
@@ -101,7 +100,7 @@ class TeditorFixture {
     for (int row = 0; row < model->rowCount(); ++row) numbers << model->index(row, 0).data().toString();
     return numbers.join(QLatin1Char(' '));
   }
-  /// The number that is marked in the list; 0 for none.
+  /// The number selected in the list; 0 for none.
   int marked() const { return list()->selectionModel()->selectedRows().value(0).data().toInt(); }
   void clickListed(int row) const {
     const QRect cell = list()->visualRect(list()->model()->index(row, 1));
