@@ -21,7 +21,7 @@ QString content(const QString& name) {
   return QString::fromUtf8(bytesOf(guide / name.toStdString()));
 }
 
-/// Where a page, or the contents or the index, leads to: pages with or without an anchor, pictures, style sheets.
+/// The targets of all links in a page, the contents or the index: pages, anchors, pictures, style sheets.
 QStringList targets(const QString& name) {
   static const QRegularExpression attribute(QStringLiteral(R"re((?:href|src|"Local" value)="([^"]+)")re"));
   QStringList found;
@@ -35,33 +35,23 @@ bool leadsSomewhere(const QString& from, const QString& target) {
   return !text.isEmpty() && (anchor.isEmpty() || text.contains(QStringLiteral("<a name=\"%1\">").arg(anchor)));
 }
 
-/// What the user is told of an exception in either step of the exchange with the analyzer.
-template <typename Texception>
-void addExchangeMessages(const Texception& exception, std::vector<TmessageText>& messages) {
+/// Adds the messages for these exceptions in both steps of the exchange with the analyzer.
+template <typename... Texceptions>
+void addExchangeMessages(std::vector<TmessageText>& messages) {
   for (const TcommStep step : {TcommStep::handshake, TcommStep::putData}) {
-    messages.push_back(*runCommStep(step, [&]() -> TcommOutcome { throw Texception(exception); }));
+    (messages.push_back(*runCommStep(step, []() -> TcommOutcome { throw Texceptions(); })), ...);
   }
 }
 
 std::vector<TmessageText> allMessages() {
-  std::vector<TmessageText> messages = {tooManyRecords, deleteRecords,     exportNotOpened, nothingToExport,
-                                        nothingToPrint, noRecordsToUpload, invalidAddress};
-  for (const auto& message : {noPrinter, printFailed, pdfNotWritten}) messages.push_back(message);
-  for (const auto& message : {importCanceled, recordsExceeded, recordsMalformed, deviceIdsTruncated, importNotRead}) {
-    messages.push_back(message);
-  }
-  for (const auto& message : {couldNotCommunicate, invalidState, unspecifiedError, internalError}) {
-    messages.push_back(message);
-  }
-  addExchangeMessages(TcommTimeoutException(), messages);
-  addExchangeMessages(TnoDeviceAttachedException(), messages);
-  addExchangeMessages(TinitializationException(), messages);
-  addExchangeMessages(TbadInitializationException(), messages);
-  addExchangeMessages(TuninitializedCommModeException(), messages);
-  addExchangeMessages(TinvalidDataLengthException(), messages);
-  addExchangeMessages(ToperationCancelledException(), messages);
-  addExchangeMessages(std::exception(), messages);
-  messages.push_back(corruptTestProcList);
+  std::vector<TmessageText> messages = {tooManyRecords,   deleteRecords,      exportNotOpened, nothingToExport,
+                                        nothingToPrint,   noRecordsToUpload,  invalidAddress,  noPrinter,
+                                        printFailed,      pdfNotWritten,      importCanceled,  recordsExceeded,
+                                        recordsMalformed, deviceIdsTruncated, importNotRead,   couldNotCommunicate,
+                                        invalidState,     unspecifiedError,   internalError,   corruptTestProcList};
+  addExchangeMessages<TcommTimeoutException, TnoDeviceAttachedException, TinitializationException,
+                      TbadInitializationException, TuninitializedCommModeException, TinvalidDataLengthException,
+                      ToperationCancelledException, std::exception>(messages);
   for (int code = 0; code <= 10; ++code) {
     messages.push_back(exceptionMessage(TERStatus(code)));
     if (const auto message = loadMessage(TERStatus(code))) messages.push_back(*message);
@@ -75,35 +65,31 @@ std::vector<TmessageText> allMessages() {
 class TguideTest : public QObject {
   Q_OBJECT
  private slots:
-  void everyLinkLeadsSomewhere();
-  void everyMessageIsExplained();
-  void namesTopicByFullPath();
-};
-EQREC_TEST(TguideTest);
-
-void TguideTest::everyLinkLeadsSomewhere() {
-  const QStringList contents = targets(QStringLiteral("EquipmentRecord.hhc"));
-  for (const QString& from : guideFiles({QStringLiteral("*.html"), QStringLiteral("*.hh[ck]")})) {
-    QVERIFY2(contents.contains(from) || !from.endsWith(QStringLiteral(".html")), qPrintable(from));
-    for (const QString& target : targets(from)) {
-      QVERIFY2(leadsSomewhere(from, target), qPrintable(from + QStringLiteral(": ") + target));
+  void everyLinkLeadsSomewhere() {
+    const QStringList contents = targets(QStringLiteral("EquipmentRecord.hhc"));
+    for (const QString& from : guideFiles({QStringLiteral("*.html"), QStringLiteral("*.hh[ck]")})) {
+      QVERIFY2(contents.contains(from) || !from.endsWith(QStringLiteral(".html")), qPrintable(from));
+      for (const QString& target : targets(from)) {
+        QVERIFY2(leadsSomewhere(from, target), qPrintable(from + QStringLiteral(": ") + target));
+      }
     }
   }
-}
 
-void TguideTest::everyMessageIsExplained() {
-  QTextDocument page;
-  page.setHtml(content(QStringLiteral("messages.html")));
-  const QString text = page.toPlainText().simplified();
-  for (const TmessageText& message : allMessages()) {
-    QVERIFY2(text.contains(QString::fromLatin1(message.caption)), message.caption);
-    QVERIFY2(text.contains(QString::fromLatin1(message.text).simplified()), message.text);
+  void everyMessageIsExplained() {
+    QTextDocument page;
+    page.setHtml(content(QStringLiteral("messages.html")));
+    const QString text = page.toPlainText().simplified();
+    for (const TmessageText& message : allMessages()) {
+      QVERIFY2(text.contains(QString::fromLatin1(message.caption)), message.caption);
+      QVERIFY2(text.contains(QString::fromLatin1(message.text).simplified()), message.text);
+    }
   }
-}
 
-void TguideTest::namesTopicByFullPath() {
-  const std::string folder = std::filesystem::current_path().generic_string() + "/qt 484/bin";
-  QCOMPARE(helpTopic("qt 484/x/.././bin/").generic_string(), folder + "/EquipmentRecord.chm::/EquipmentRecord.html");
-}
+  void namesTopicByFullPath() {
+    const std::string folder = std::filesystem::current_path().generic_string() + "/qt 484/bin";
+    QCOMPARE(helpTopic("qt 484/x/.././bin/").generic_string(), folder + "/EquipmentRecord.chm::/EquipmentRecord.html");
+  }
+};
+EQREC_TEST(TguideTest);
 
 #include "guideTest.moc"

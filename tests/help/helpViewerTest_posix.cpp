@@ -1,7 +1,5 @@
-#include <QAbstractButton>
 #include <QApplication>
 #include <QListWidget>
-#include <QProcess>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBrowser>
@@ -9,6 +7,8 @@
 
 #include "help/guideFiles.h"
 #include "help/helpViewer.h"
+#include "tools/dialogs.h"
+#include "tools/runProgram.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
@@ -22,13 +22,8 @@ QWidgetList openHelp() {
   return windows;
 }
 
-template <typename T>
-T* control(const char* name) {
-  return openHelp().value(0)->findChild<T*>(QString::fromLatin1(name));
-}
-
 QTextBrowser* page() {
-  return control<QTextBrowser>("txtPage");
+  return control<QTextBrowser>(openHelp().first(), "txtPage");
 }
 
 void clickLink(const QString& target) {
@@ -52,69 +47,63 @@ class ThelpViewerTest : public QObject {
   std::unique_ptr<ThelpViewer> viewer_;
 
  private slots:
-  void init();
-  void compiledFileHoldsEveryFileAsItIs();
-  void linksAndButtonsTurnPages();
-  void contentsTurnPages();
-  void closesAndOpensAgain();
-};
-EQREC_TEST(ThelpViewerTest);
-
-void ThelpViewerTest::init() {
-  viewer_ = makeHelpViewer();
-  owner_ = std::make_unique<QWidget>();
-  owner_->show();
-  viewer_->show({}, owner_.get());
-}
-
-void ThelpViewerTest::compiledFileHoldsEveryFileAsItIs() {
-  const TtestFolder unpacked;
-  QProcess::execute(QStringLiteral(EQREC_CHMLS),
-                    {QStringLiteral("extractall"), QStringLiteral(COMPILED_GUIDE_FOLDER "/EquipmentRecord.chm"),
-                     QString::fromStdString(unpacked.path().string())});
-  for (const QString& name : guideFiles(
-           {QStringLiteral("*.html"), QStringLiteral("*.css"), QStringLiteral("*.png"), QStringLiteral("*.hhc")})) {
-    QVERIFY2(bytesOf(unpacked / name.toStdString()) == bytesOf(guide / name.toStdString()), qPrintable(name));
+  void init() {
+    viewer_ = makeHelpViewer();
+    owner_ = std::make_unique<QWidget>();
+    owner_->show();
+    viewer_->show({}, owner_.get());
   }
-}
 
-void ThelpViewerTest::linksAndButtonsTurnPages() {
-  QCOMPARE(page()->source().fileName(), startPage);
-  QCOMPARE(page()->horizontalScrollBar()->maximum(), 0);  // the picture fits
-  clickLink(messagesPage);
-  QCOMPARE(page()->source().fileName(), messagesPage);
-  clickLink(QStringLiteral("#nodata"));
-  QVERIFY(page()->verticalScrollBar()->value() > 0);
-  control<QAbstractButton>("btnBack")->click();
-  control<QAbstractButton>("btnBack")->click();
-  QCOMPARE(page()->source().fileName(), startPage);
-  QTest::keyClick(page(), Qt::Key_Right, Qt::AltModifier);
-  QCOMPARE(page()->source().fileName(), messagesPage);
-  control<QAbstractButton>("btnContents")->click();
-  QCOMPARE(page()->source().fileName(), startPage);
-}
-
-void ThelpViewerTest::contentsTurnPages() {
-  auto* contents = control<QListWidget>("lstContents");
-  for (int row = 0; row < contents->count(); ++row) {
-    contents->setCurrentRow(row);
-    QVERIFY2(page()->toPlainText().startsWith(contents->item(row)->text()), qPrintable(contents->item(row)->text()));
+  void compiledFileHoldsEveryFileAsItIs() {
+    const TtestFolder unpacked;
+    runProgram(QStringLiteral(EQREC_CHMLS),
+               {QStringLiteral("extractall"), QStringLiteral(COMPILED_GUIDE_FOLDER "/EquipmentRecord.chm"),
+                nameOf(unpacked.path())});
+    for (const QString& name : guideFiles(
+             {QStringLiteral("*.html"), QStringLiteral("*.css"), QStringLiteral("*.png"), QStringLiteral("*.hhc")})) {
+      QVERIFY2(bytesOf(unpacked / name.toStdString()) == bytesOf(guide / name.toStdString()), qPrintable(name));
+    }
   }
-  viewer_->show({}, owner_.get());
-  QCOMPARE(openHelp().size(), 1);
-  QCOMPARE(contents->currentRow(), 0);
-}
 
-void ThelpViewerTest::closesAndOpensAgain() {
-  const std::vector<std::function<void()>> ways = {
-      [] { QTest::keyClick(page(), Qt::Key_Escape); }, [this] { viewer_->closeAll(); },
-      [] { makeHelpViewer()->closeAll(); }, [this] { viewer_ = makeHelpViewer(); }, [this] { owner_.reset(); }};
-  for (const auto& close : ways) {
-    close();
-    QVERIFY(openHelp().isEmpty());
+  void linksAndButtonsTurnPages() {
+    QCOMPARE(page()->source().fileName(), startPage);
+    QCOMPARE(page()->horizontalScrollBar()->maximum(), 0);  // the picture fits
+    clickLink(messagesPage);
+    QCOMPARE(page()->source().fileName(), messagesPage);
+    clickLink(QStringLiteral("#nodata"));
+    QVERIFY(page()->verticalScrollBar()->value() > 0);
+    click(openHelp().first(), "btnBack");
+    click(openHelp().first(), "btnBack");
+    QCOMPARE(page()->source().fileName(), startPage);
+    QTest::keyClick(page(), Qt::Key_Right, Qt::AltModifier);
+    QCOMPARE(page()->source().fileName(), messagesPage);
+    click(openHelp().first(), "btnContents");
+    QCOMPARE(page()->source().fileName(), startPage);
+  }
+
+  void contentsTurnPages() {
+    auto* contents = control<QListWidget>(openHelp().first(), "lstContents");
+    for (int row = 0; row < contents->count(); ++row) {
+      contents->setCurrentRow(row);
+      QVERIFY2(page()->toPlainText().startsWith(contents->item(row)->text()), qPrintable(contents->item(row)->text()));
+    }
     viewer_->show({}, owner_.get());
     QCOMPARE(openHelp().size(), 1);
+    QCOMPARE(contents->currentRow(), 0);
   }
-}
+
+  void closesAndOpensAgain() {
+    const std::vector<std::function<void()>> ways = {
+        [] { QTest::keyClick(page(), Qt::Key_Escape); }, [this] { viewer_->closeAll(); },
+        [] { makeHelpViewer()->closeAll(); }, [this] { viewer_ = makeHelpViewer(); }, [this] { owner_.reset(); }};
+    for (const auto& close : ways) {
+      close();
+      QVERIFY(openHelp().isEmpty());
+      viewer_->show({}, owner_.get());
+      QCOMPARE(openHelp().size(), 1);
+    }
+  }
+};
+EQREC_TEST(ThelpViewerTest);
 
 #include "helpViewerTest_posix.moc"

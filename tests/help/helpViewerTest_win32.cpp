@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The system's windows for help that this process has open.
+/// The number of help windows that this process has open.
 int helpWindows() {
   int count = 0;
   const auto look = [](HWND window, LPARAM counter) -> BOOL {
@@ -30,7 +30,7 @@ bool isWine() {
 
 }  // namespace
 
-/// The system's viewer of compiled help.
+/// The system's viewer for compiled help.
 class ThelpViewerTest : public QObject {
   Q_OBJECT
  private slots:

@@ -1,14 +1,10 @@
-#include <QProcess>
-
 #include "shell/exportedNames.h"
+#include "tools/runProgram.h"
 
 QByteArrayList exportedNames(const char* library) {
-  QProcess lister;
-  lister.start(QStringLiteral(EQREC_SYMBOL_LISTER),
-               {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"), QStringLiteral("--format=just-symbols"),
-                QString::fromLocal8Bit(library)});
-  if (!lister.waitForFinished()) return {};
-  QByteArrayList names = lister.readAllStandardOutput().split('\n');
+  const QStringList arguments = {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"),
+                                 QStringLiteral("--format=just-symbols"), QString::fromLocal8Bit(library)};
+  QByteArrayList names = runProgram(QStringLiteral(EQREC_SYMBOL_LISTER), arguments).printed.split('\n');
   names.removeAll({});
   return names;
 }

@@ -3,7 +3,7 @@
 
 #include "shell/exportedNames.h"
 
-// Read from the table that the system itself goes by, in the library as it is loaded.
+// Reads the export table of the loaded library, which the system itself uses.
 QByteArrayList exportedNames(const char* library) {
   const std::unique_ptr<HINSTANCE__, decltype(&FreeLibrary)> loaded(LoadLibraryA(library), FreeLibrary);
   if (!loaded) return {};

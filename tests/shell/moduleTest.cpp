@@ -8,6 +8,7 @@
 #include "shell/entryPoints.h"
 #include "shell/exportedNames.h"
 #include "shell/hostInterface.h"
+#include "tools/dialogs.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
@@ -17,11 +18,9 @@ namespace {
 class TtestHost : public THostApplication, public Tqt484Frame {
  public:
   TtestHost() {
+    const QByteArray empty = R"(,"","","","","","")";
     writeBytes(folder_ / "DATA/eq.dat", "\"A1\",1\n\"A2\",2\n");
-    writeBytes(folder_ / "DATA/eqinfo.dat", R"("A1","","","","","","")"
-                                            "\n"
-                                            R"("A2","","","","","","")"
-                                            "\n");
+    writeBytes(folder_ / "DATA/eqinfo.dat", "\"A1\"" + empty + "\n\"A2\"" + empty + '\n');
   }
 
   QString programFolder() const override { return workingFolder(); }
@@ -65,8 +64,8 @@ class Tmodule {
   QLibrary library_;
 };
 
-const QTableView* gridOf(const QWidget* frame) {
-  return frame->findChild<QTableView*>(QStringLiteral("tblEqRec"));
+const QTableView* gridOf(const std::unique_ptr<QWidget>& frame) {
+  return control<QTableView>(frame.get(), "tblEqRec");
 }
 
 }  // namespace
@@ -74,72 +73,65 @@ const QTableView* gridOf(const QWidget* frame) {
 class TmoduleTest : public QObject {
   Q_OBJECT
  private slots:
-  void exportsNineNamesAndNoTenth();
-  void tellsNameAndCaption();
-  void setupRefusesNull();
-  void framesAreDistinctWithRecordsOfTheirOwn();
-  void throwingHostGetsNoFrame();
-  void qtWorksWhenItHasGone();
+  void exportsNineNamesAndNoTenth() {
+    QByteArrayList names = exportedNames(EQREC_MODULE);
+    std::sort(names.begin(), names.end());
+    QCOMPARE(names.join(' '),
+             "Finalize Initialize getConfigButton getConfigForm getMainButton getMainForm initialize pshutdown setup");
+  }
+
+  void tellsNameAndCaption() {
+    Tmodule module;
+    QCOMPARE(module.function<decltype(initialize)>("initialize")(this), "EquipmentRecordPlugin");
+    const auto caption = module.function<decltype(getMainButton)>("getMainButton");
+    QCOMPARE(caption(), "Equipment Record\nEditor");
+    QCOMPARE(static_cast<const void*>(caption()), static_cast<const void*>(caption()));
+    QVERIFY(module.function<decltype(getConfigButton)>("getConfigButton")() == nullptr);
+    QVERIFY(module.function<decltype(getConfigForm)>("getConfigForm")() == nullptr);
+    QCOMPARE(module.function<decltype(pshutdown)>("pshutdown")(), 0);
+  }
+
+  void setupRefusesNull() {
+    Tmodule module;
+    TtestHost host;
+    QVERIFY(module.mainForm() == nullptr);
+    QCOMPARE(module.setUp(nullptr, &host), -1);
+    QCOMPARE(module.setUp(&host, nullptr), -1);
+    QCOMPARE(module.setUp(&host, &host), 0);
+    QCOMPARE(module.setUp(nullptr, &host), -1);  // and the host set before stays
+    QVERIFY(module.mainForm() != nullptr);
+  }
+
+  void framesAreDistinctWithRecordsOfTheirOwn() {
+    Tmodule module;
+    TtestHost host;
+    module.setUp(&host, &host);
+    const auto first = module.mainForm();
+    const auto second = module.mainForm();
+    QCOMPARE(gridOf(first)->model()->rowCount(), 2);
+    QVERIFY(first != nullptr && second != nullptr && first != second);
+    QVERIFY(first->parentWidget() == nullptr && first->isWindow());
+    QVERIFY(gridOf(first)->model() != gridOf(second)->model());
+  }
+
+  void throwingHostGetsNoFrame() {
+    Tmodule module;
+    TtestHost host;
+    module.setUp(&host, &host);
+    host.throws = true;
+    QVERIFY(module.mainForm() == nullptr);
+    host.throws = false;
+    const auto frame = module.mainForm();
+    host.throws = true;  // the module has asked for the folders already, and does not ask again
+    QVERIFY(frame != nullptr);
+  }
+
+  /// Qt must not keep plug-ins of libraries that were unloaded with the module.
+  void qtWorksWhenItHasGone() {
+    { const Tmodule module; }
+    QVERIFY(QImageReader::supportedImageFormats().contains("png"));
+  }
 };
 EQREC_TEST(TmoduleTest);
-
-void TmoduleTest::exportsNineNamesAndNoTenth() {
-  QByteArrayList names = exportedNames(EQREC_MODULE);
-  std::sort(names.begin(), names.end());
-  QCOMPARE(names.join(' '),
-           "Finalize Initialize getConfigButton getConfigForm getMainButton getMainForm initialize pshutdown setup");
-}
-
-void TmoduleTest::tellsNameAndCaption() {
-  Tmodule module;
-  QCOMPARE(module.function<decltype(initialize)>("initialize")(this), "EquipmentRecordPlugin");
-  const auto caption = module.function<decltype(getMainButton)>("getMainButton");
-  QCOMPARE(caption(), "Equipment Record\nEditor");
-  QCOMPARE(static_cast<const void*>(caption()), static_cast<const void*>(caption()));
-  QVERIFY(module.function<decltype(getConfigButton)>("getConfigButton")() == nullptr);
-  QVERIFY(module.function<decltype(getConfigForm)>("getConfigForm")() == nullptr);
-  QCOMPARE(module.function<decltype(pshutdown)>("pshutdown")(), 0);
-}
-
-void TmoduleTest::setupRefusesNull() {
-  Tmodule module;
-  TtestHost host;
-  QVERIFY(module.mainForm() == nullptr);
-  QCOMPARE(module.setUp(nullptr, &host), -1);
-  QCOMPARE(module.setUp(&host, nullptr), -1);
-  QCOMPARE(module.setUp(&host, &host), 0);
-  QCOMPARE(module.setUp(nullptr, &host), -1);  // and the earlier references stay
-  QVERIFY(module.mainForm() != nullptr);
-}
-
-void TmoduleTest::framesAreDistinctWithRecordsOfTheirOwn() {
-  Tmodule module;
-  TtestHost host;
-  module.setUp(&host, &host);
-  const auto first = module.mainForm();
-  const auto second = module.mainForm();
-  QCOMPARE(gridOf(first.get())->model()->rowCount(), 2);
-  QVERIFY(first != nullptr && second != nullptr && first != second);
-  QVERIFY(first->parentWidget() == nullptr && first->isWindow());
-  QVERIFY(gridOf(first.get())->model() != gridOf(second.get())->model());
-}
-
-void TmoduleTest::throwingHostGetsNoFrame() {
-  Tmodule module;
-  TtestHost host;
-  module.setUp(&host, &host);
-  host.throws = true;
-  QVERIFY(module.mainForm() == nullptr);
-  host.throws = false;
-  const auto frame = module.mainForm();
-  host.throws = true;  // the folders are asked for while the frame is built, and not again
-  QVERIFY(frame != nullptr);
-}
-
-/// Qt has a list of all plug-ins, those included that came with libraries that the module brought.
-void TmoduleTest::qtWorksWhenItHasGone() {
-  { const Tmodule module; }
-  QVERIFY(QImageReader::supportedImageFormats().contains("png"));
-}
 
 #include "moduleTest.moc"
