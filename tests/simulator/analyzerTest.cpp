@@ -14,7 +14,8 @@ QByteArray textOf(const Tstep& step) {
   return step.action == Taction::report ? "report" : "link";
 }
 
-/// All that an analyzer for uploads of two blocks does when these bytes come `piece` by `piece`, and the lines printed.
+/// What an analyzer for uploads of two blocks does when these bytes arrive `piece` by `piece`. Also adds the lines that
+/// it prints.
 QByteArray steps(const QByteArray& bytes, qsizetype piece, const QByteArray& fault, QByteArrayList& lines) {
   QString error;
   TfaultScript script(parseFault(QString::fromLatin1(fault), 2, error));
@@ -38,79 +39,64 @@ QByteArray upload(const QByteArray& entries) {
 class TanalyzerTest : public QObject {
   Q_OBJECT
  private slots:
-  void refusesWhatDoesNotHold_data();
-  void refusesWhatDoesNotHold();
-  void playsFaultOnce_data();
-  void playsFaultOnce();
+  void refusesWhatDoesNotHold() {
+    const QByteArray good = imageEntry("A", 1);
+    const auto with = [&](qsizetype at, char byte) {
+      return upload(QByteArray(good).replace(at, 1, QByteArray(1, byte)));
+    };
+    const std::initializer_list<std::tuple<QByteArray, qsizetype, QByteArray>> cases = {
+        {upload(imageEntry("\xFF", 500).repeated(24)), 1, ""},
+        {upload({}), 1, ""},
+        {upload(imageEntry("A", 0)), 1, "entry 1: procedure 0"},
+        {upload(good + imageEntry("A", 501)), 1, "entry 2: procedure 501"},
+        {with(3, '\0'), 1, "entry 1: a zero byte in the device ID"},
+        {with(17, ' '), 1, "entry 1: byte 17 is not zero"},
+        {with(21, '\0'), 1, "entry 1: bytes 20 and 21 are not filler"},
+        {upload(QByteArray(22, '\xFF') + good), 1, "entry 2: it follows the filler"},
+        {"GESI\n", 1, "unknown command, bytes 47 45 53 49 0a"},
+        {"PEQ", 1, "closed inside a command"},
+        {upload({}).chopped(1), 1, "closed after 1 of 2 blocks"},
+        {upload({}), 538, "bytes came before the answer"}};
+    for (const auto& [bytes, piece, error] : cases) {
+      QByteArrayList lines;
+      const QByteArray done = steps(bytes, piece, {}, lines);
+      QCOMPARE(lines.count("error: " + error), error.isEmpty() ? 0 : 1);
+      QCOMPARE(lines.join('\n').count("error: "), error.isEmpty() ? 0 : 1);
+      QCOMPARE(done.endsWith("450d "), error.startsWith("entry") || error.startsWith("unknown"));
+      if (error.isEmpty()) QCOMPARE(done, "264 2a0d 430d 2a0d report ");
+    }
+  }
+
+  void playsFaultOnce() {
+    struct Tcase {
+      const char* fault;
+      QByteArray steps;  ///< of an upload
+      bool goesOn;       ///< to the next upload on the same connection
+    };
+    const std::initializer_list<Tcase> cases = {{"silence@handshake", "", false},
+                                                {"half@handshake", "132 ", false},
+                                                {"short-handshake", "263 ", false},
+                                                {"late@handshake", "wait900 264 2a0d 430d 2a0d report ", true},
+                                                {"surplus@handshake", "528 2a0d 430d 2a0d report ", true},
+                                                {"noise@command", "264 157efe2a0d 430d 2a0d report ", true},
+                                                {"stale", "264 430d 430d 2a0d report ", true},
+                                                {"split@1", "264 2a0d 43 wait5 0d 2a0d report ", true},
+                                                {"too-late@1", "264 2a0d wait1250 430d 2a0d report ", true},
+                                                {"wrong@1", "264 2a0d 450d 2a0d report ", true},
+                                                {"stale@last", "264 2a0d 430d 430d ", true},
+                                                {"wrong-end@2", "264 2a0d 430d 2a0a ", true},
+                                                {"half@last", "264 2a0d 430d 2a ", false},
+                                                {"ack-close@last", "264 2a0d 430d 2a0d report link ", false},
+                                                {"noise@after", "264 2a0d 430d 2a0d report 157efe ", true}};
+    for (const auto& [fault, expected, goesOn] : cases) {
+      QByteArrayList lines;
+      const QByteArray done = steps(upload(imageEntry("A", 1)).repeated(2), 1, fault, lines);
+      QCOMPARE(done, goesOn ? expected + "264 2a0d 430d 2a0d report " : expected);
+      const QByteArray printed = lines.join('\n');
+      QVERIFY2(printed.count("fault ") == 1 && !printed.contains("error"), printed.constData());
+    }
+  }
 };
 EQREC_TEST(TanalyzerTest);
-
-void TanalyzerTest::refusesWhatDoesNotHold_data() {
-  QTest::addColumn<QByteArray>("bytes");
-  QTest::addColumn<int>("piece");
-  QTest::addColumn<QByteArray>("error");
-  const QByteArray good = imageEntry("A", 1);
-  const auto with = [&](qsizetype at, char byte) { return QByteArray(good).replace(at, 1, QByteArray(1, byte)); };
-  const auto row = [](const char* name, const QByteArray& bytes, int piece, const QByteArray& error) {
-    QTest::newRow(name) << bytes << piece << error;
-  };
-  row("full of records: right", upload(imageEntry("\xFF", 500).repeated(24)), 1, "");
-  row("no record: right", upload({}), 1, "");
-  row("procedure 0", upload(imageEntry("A", 0)), 1, "entry 1: procedure 0");
-  row("procedure 501", upload(good + imageEntry("A", 501)), 1, "entry 2: procedure 501");
-  row("zero in the ID", upload(with(3, '\0')), 1, "entry 1: a zero byte in the device ID");
-  row("byte 17", upload(with(17, ' ')), 1, "entry 1: byte 17 is not zero");
-  row("byte 21", upload(with(21, '\0')), 1, "entry 1: bytes 20 and 21 are not filler");
-  row("entry behind filler", upload(QByteArray(22, '\xFF') + good), 1, "entry 2: it follows the filler");
-  row("unknown command", "GESI\n", 1, "unknown command, bytes 47 45 53 49 0a");
-  row("half a command", "PEQ", 1, "closed inside a command");
-  row("half an upload", upload({}).chopped(1), 1, "closed after 1 of 2 blocks");
-  row("no wait for answers", upload({}), 538, "bytes came before the answer");
-}
-
-void TanalyzerTest::refusesWhatDoesNotHold() {
-  QFETCH(QByteArray, bytes);
-  QFETCH(int, piece);
-  QFETCH(QByteArray, error);
-  QByteArrayList lines;
-  const QByteArray done = steps(bytes, piece, {}, lines);
-  QCOMPARE(lines.count("error: " + error), error.isEmpty() ? 0 : 1);
-  QCOMPARE(lines.join('\n').count("error: "), error.isEmpty() ? 0 : 1);
-  QCOMPARE(done.endsWith("450d "), error.startsWith("entry") || error.startsWith("unknown"));
-  if (error.isEmpty()) QCOMPARE(done, "264 2a0d 430d 2a0d report ");
-}
-
-void TanalyzerTest::playsFaultOnce_data() {
-  QTest::addColumn<QByteArray>("expected");  // the steps of an upload
-  QTest::addColumn<bool>("goesOn");          // to the next upload on the same connection
-  const auto row = [](const char* fault, const char* expected, bool goesOn) {
-    QTest::newRow(fault) << QByteArray(expected) << goesOn;
-  };
-  row("silence@handshake", "", false);
-  row("half@handshake", "132 ", false);
-  row("short-handshake", "263 ", false);
-  row("late@handshake", "wait900 264 2a0d 430d 2a0d report ", true);
-  row("surplus@handshake", "528 2a0d 430d 2a0d report ", true);
-  row("noise@command", "264 157efe2a0d 430d 2a0d report ", true);
-  row("stale", "264 430d 430d 2a0d report ", true);
-  row("split@1", "264 2a0d 43 wait5 0d 2a0d report ", true);
-  row("too-late@1", "264 2a0d wait1250 430d 2a0d report ", true);
-  row("wrong@1", "264 2a0d 450d 2a0d report ", true);
-  row("stale@last", "264 2a0d 430d 430d ", true);
-  row("wrong-end@2", "264 2a0d 430d 2a0a ", true);
-  row("half@last", "264 2a0d 430d 2a ", false);
-  row("ack-close@last", "264 2a0d 430d 2a0d report link ", false);
-  row("noise@after", "264 2a0d 430d 2a0d report 157efe ", true);
-}
-
-void TanalyzerTest::playsFaultOnce() {
-  QFETCH(QByteArray, expected);
-  QFETCH(bool, goesOn);
-  QByteArrayList lines;
-  const QByteArray done = steps(upload(imageEntry("A", 1)).repeated(2), 1, QTest::currentDataTag(), lines);
-  QCOMPARE(done, goesOn ? expected + "264 2a0d 430d 2a0d report " : expected);
-  const QByteArray printed = lines.join('\n');
-  QVERIFY2(printed.count("fault ") == 1 && !printed.contains("error"), printed.constData());
-}
 
 #include "analyzerTest.moc"

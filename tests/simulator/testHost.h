@@ -1,25 +1,37 @@
 #pragma once
 
 #include <QByteArray>
-#include <functional>
+#include <QHostAddress>
+#include <QTcpSocket>
 
-inline constexpr int patience = 20000;  ///< ms that an analyzer has to answer
-
-/// The host's end of a link in its plainest form: what the analyzer must get along with. The last copy closes it.
-struct TtestHost {
-  /// How many bytes the link takes; -1 where it is lost.
-  std::function<qsizetype(const QByteArray& bytes)> write;
-  /// Waits for so many bytes; fewer where the link is lost.
-  std::function<QByteArray(qsizetype count)> read;
-};
-
-/// Opens the analyzer's `link`, "tcp", "serial" or "usb", at this port or path.
-TtestHost openHost(const QByteArray& link, const QByteArray& where);
+inline constexpr int patience = 20000;  ///< ms; how long an analyzer may take to answer
+inline constexpr qsizetype blockSize = 264;
 
 /// An entry of an upload image.
-QByteArray imageEntry(const QByteArray& id, int procedure);
-/// An image of so many blocks with these entries at its beginning.
-QByteArray imageOf(const QByteArray& entries, int blocks);
+inline QByteArray imageEntry(const QByteArray& id, int procedure) {
+  return id.leftJustified(17, ' ') + '\0' + static_cast<char>(procedure % 256) + static_cast<char>(procedure / 256) +
+         "\xFF\xFF";
+}
 
-/// Handshake and upload, as far as they go: "done", or the number of the command or block that failed, and how.
-QByteArray exchange(const TtestHost& host, const QByteArray& image);
+/// An image of so many blocks that begins with these entries.
+inline QByteArray imageOf(const QByteArray& entries, int blocks) {
+  return entries.leftJustified(blocks * blockSize, '\xFF');
+}
+
+/// Does a handshake and an upload over this TCP port. Returns "done", or the number of the block with a wrong answer
+/// (-1: handshake, 0: command).
+inline QByteArray exchange(quint16 port, const QByteArray& image) {
+  QTcpSocket socket;
+  socket.connectToHost(QHostAddress::LocalHost, port);
+  if (!socket.waitForConnected(patience)) return "not connected";
+  const qsizetype last = image.size() / blockSize;
+  for (qsizetype i = -1; i <= last; ++i) {
+    socket.write(i < 0 ? "GESI\r" : i == 0 ? "PEQR\r" : image.mid((i - 1) * blockSize, blockSize));
+    const qsizetype size = i < 0 ? blockSize : 2;
+    while (socket.bytesAvailable() < size && socket.waitForReadyRead(patience)) continue;
+    const QByteArray answer = socket.read(size);
+    const bool isRight = i < 0 ? answer.size() == size : answer == (i == 0 || i == last ? "*\r" : "C\r");
+    if (!isRight) return QByteArray::number(i);
+  }
+  return "done";
+}
