@@ -1,9 +1,7 @@
-#include <QAbstractButton>
-#include <QApplication>
 #include <QTest>
-#include <QTimer>
 
 #include "support/messageBox.h"
+#include "tools/dialogs.h"
 #include "tools/testList.h"
 
 class TmessageBoxTest : public QObject {
@@ -15,16 +13,18 @@ class TmessageBoxTest : public QObject {
                               {TmessageIcon::warning, QMessageBox::Warning},
                               {TmessageIcon::information, QMessageBox::Information}}) {
       const TmessageText message{"<b>x</b>\n&amp; &C", "A & <i>B</i>", icons.first};
-      QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      const auto look = [&](QWidget* window) {
+        auto* box = qobject_cast<QMessageBox*>(window);
         box->button(QMessageBox::No)->click();
         QCOMPARE(box->text(), QString::fromLatin1(message.text));
         QCOMPARE(box->windowTitle(), QString::fromLatin1(message.caption));
         QCOMPARE(box->icon(), icons.second);
         QCOMPARE(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
         QCOMPARE(box->textFormat(), Qt::PlainText);
+      };
+      whenOpen("QMessageBox", look).during([&] {
+        QCOMPARE(showMessage(nullptr, message, QMessageBox::Yes | QMessageBox::No), QMessageBox::No);
       });
-      QCOMPARE(showMessage(nullptr, message, QMessageBox::Yes | QMessageBox::No), QMessageBox::No);
     }
   }
 };

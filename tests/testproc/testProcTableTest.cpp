@@ -17,7 +17,7 @@ QByteArray entry(quint32 number, const QByteArray& title) {
   return littleEndian(number, 2) + title.leftJustified(42, '\0');
 }
 
-/// A list of these entries under a header that says right things about them.
+/// A file of these entries with a correct header.
 QByteArray list(const QByteArray& entries) {
   return "ASQ1" + littleEndian(44, 2) + littleEndian(static_cast<quint32>(entries.size() / 44), 2) +
          littleEndian(crc32Of(entries.toStdString()), 4) + littleEndian(0, 4) + entries;
@@ -55,7 +55,7 @@ class TtestProcTableTest : public QObject {
       damaged << QByteArray(good).replace(at, 1, QByteArray(1, char(good[at] ^ 1)));
     }
     for (const unsigned number : {0, 501, 1}) damaged << list(one + entry(number, "Two"));
-    damaged << list(one + entry(2, QByteArray(42, 'x')));  // a title without end
+    damaged << list(one + entry(2, QByteArray(42, 'x')));  // a title without its zero byte
     for (const QByteArray& content : damaged) {
       QVERIFY2(load(content) == TtestProcLoad::damaged, content.toHex());
       QCOMPARE(table_.count(), 0U);
@@ -63,7 +63,7 @@ class TtestProcTableTest : public QObject {
   }
 
  private:
-  /// Loads a file of this content into the table, which holds something else before.
+  /// Loads a file of this content into a table that holds another entry.
   TtestProcLoad load(const QByteArray& content) {
     const TtestFolder folder;
     writeBytes(folder / "a.asq", content);
