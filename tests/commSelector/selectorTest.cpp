@@ -2,13 +2,13 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QMenu>
 #include <QRadioButton>
 #include <QTest>
 #include <atomic>
 #include <semaphore>
 
 #include "comm/selector/communicationsSelector.h"
+#include "tools/dialogs.h"
 #include "tools/messageRecorder.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -32,11 +32,9 @@ struct TselectorFixture {
   }
   template <typename Control = QLineEdit>
   Control* control(const char* name) const {
-    auto* found = form->findChild<Control*>(QString::fromLatin1(name));
-    if (found == nullptr) qFatal("no control %s", name);
-    return found;
+    return ::control<Control>(form.get(), name);
   }
-  void click(const char* name) const { control<QAbstractButton>(name)->click(); }
+  void click(const char* name) const { ::click(form.get(), name); }
   void press(Qt::Key key) const { QTest::keyClick(form->windowHandle(), key); }
   QComboBox* ports() const { return control<QComboBox>("serialPortSelector"); }
   /// The number of the method, the selected port, and the number of ports.
@@ -67,154 +65,141 @@ constexpr const char* onSerial = "[COMM]\nDEFAULTCOMMMETHOD=3\nDEFAULTSERIAL=200
 class TselectorTest : public QObject {
   Q_OBJECT
  private slots:
-  void opensAsStored_data();
-  void opensAsStored();
-  void typesAnAddress_data();
-  void typesAnAddress();
-  void pastesAnAddress();
-  void refusesBadOctets();
-  void writesHoweverItCloses();
-  void latePortsJoin();
-  void closingEndsTheSearch();
+  void opensAsStored_data() {
+    QTest::addColumn<QByteArray>("ini");
+    QTest::addColumn<QList<int>>("free");
+    QTest::addColumn<QByteArray>("shown");
+    const auto row = [](const char* name, const QByteArray& ini, const QList<int>& free, const QByteArray& shown) {
+      QTest::newRow(name) << ini << free << shown;
+    };
+    row("no section: USB, first port", "[HOST]\n", {2, 9}, "0 COM2 2 127.0.0.1 radUSB radSerial");
+    row("unknown method: USB", "[COMM]\nDEFAULTCOMMMETHOD=4\n", {256}, "0 COM256 1 127.0.0.1 radUSB radSerial");
+    row("Ethernet: the address, cleaned", "[COMM]\nDEFAULTCOMMMETHOD=2\nIP1=255\nIP2=1x\nIP3=1234\n", {},
+        "1 <No Free Ports> 1 255...1 radEthernet lblEthernet dot2 IP1 IP4");
+    row("serial: the stored port", onSerial, {1, 200, 201},
+        "2 COM200 3 999.0.0.1 radSerial radSerial lblSerialPort serialPortSelector");
+    row("serial without ports: USB", onSerial, {}, "0 <No Free Ports> 1 999.0.0.1 radUSB");
+  }
+
+  void opensAsStored() {
+    QFETCH(QByteArray, ini);
+    QFETCH(QList<int>, free);
+    TselectorFixture f(ini);
+    f.open(free);
+    QByteArray shown = f.method() + ' ' + f.address();
+    for (const char* name : {"radSerial", "lblEthernet", "dot2", "IP1", "IP4", "lblSerialPort", "serialPortSelector"}) {
+      if (f.control<QWidget>(name)->isEnabled()) shown += QByteArray(" ") + name;
+    }
+    QTEST(shown, "shown");
+  }
+
+  /// Starts in the first box, selected by Tab. The keys "<" and ">" are Left and Right, "b" is Backspace.
+  void typesAnAddress_data() {
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<QByteArray>("address");
+    const auto row = [](const char* name, const char* keys, const char* address) {
+      QTest::newRow(name) << QByteArray(keys) << QByteArray(address);
+    };
+    row("dots behind third digits: once", "192.168.0.1", "192.168.0.1 IP4");
+    row("no dots: third digit moves on", "1921680017", "192.168.001.7 IP4");
+    row("commas are dots, the last stays", "1,2,3,4,", "1.2.3.4 IP4");
+    row("dots alone: over what is there", "..5", "10.20.5.40 IP3");
+    row("no digits: refused", "1x-/2", "12.20..40 IP1");
+    row("fourth digit: refused", "...1234", "10.20..123 IP4");
+    row("Backspace in empty box: back to the end", "..b5", "10.205..40 IP3");
+    row("Left at the ends: back, not before the first", "..<9<<<<<<<<<7", "710.209..40 IP2");
+    row("Right at the ends: on", ">>7", "10.720..40 IP3");
+  }
+
+  void typesAnAddress() {
+    QFETCH(QByteArray, keys);
+    TselectorFixture f(onEthernet);
+    f.open({});
+    QTest::keyClick(f.form->windowHandle(), Qt::Key_Tab);
+    for (const char key : keys) {
+      const QHash<char, Qt::Key> named = {{'<', Qt::Key_Left}, {'>', Qt::Key_Right}, {'b', Qt::Key_Backspace}};
+      named.contains(key) ? f.press(named[key]) : QTest::keyClick(f.form->windowHandle(), key);
+    }
+    QTEST(f.address(), "address");
+  }
+
+  void pastesAnAddress() {
+    TselectorFixture f(onEthernet);
+    f.open({});
+    f.control("IP2")->setFocus();
+    for (const char* nothing : {"1.2.3", "1.2.3.x", "1.2.3.4444", "1234", "-1"}) {
+      QApplication::clipboard()->setText(QLatin1String(nothing));
+      QTest::keyClick(f.control("IP2"), Qt::Key_V, Qt::ControlModifier);
+    }
+    QCOMPARE(f.address(), "10.20..40 IP2");
+    QApplication::clipboard()->setText(QStringLiteral(" 1.22.333.4\n"));
+    pasteByMenu(f.control("IP2"));
+    QCOMPARE(f.address(), "1.22.333.4 IP4");
+  }
+
+  void refusesBadOctets() {
+    TselectorFixture f(onEthernet);
+    f.open({});
+    f.control("IP2")->setText(QStringLiteral("256"));
+    for (const char* box : {"IP2", "IP3"}) {
+      f.press(Qt::Key_Return);
+      QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"Error"});
+      QVERIFY(f.form->isVisible() && f.address().endsWith(box));
+      f.control(box)->setText(QStringLiteral("255"));
+    }
+    f.press(Qt::Key_Return);
+    QVERIFY(f.form->isHidden() && f.messages.takeCaptions().isEmpty());
+    QVERIFY((f.form->choice().octets == std::array<int, 4>{10, 255, 255, 40}));
+  }
+
+  void writesHoweverItCloses() {
+    const std::vector<std::function<void(TselectorFixture&)>> ways = {
+        [](auto& f) { f.press(Qt::Key_Return); }, [](auto& f) { f.click("btnConnect"); },
+        [](auto& f) { f.press(Qt::Key_Escape); }, [](auto& f) { f.click("btnCancel"); },
+        [](auto& f) { f.form->close(); },         [](auto& f) { f.form.reset(); }};
+    for (std::size_t way = 0; way < ways.size(); ++way) {
+      TselectorFixture f(onSerial);
+      f.open({1, 7});
+      QTest::keyClick(f.ports(), Qt::Key_Down);
+      ways[way](f);
+      QCOMPARE(f.ini(), "[COMM]\nDEFAULTCOMMMETHOD=3\nDEFAULTSERIAL=7\nIP1=999\n");
+      if (f.form) QCOMPARE(f.form->result(), way < 2 ? QDialog::Accepted : QDialog::Rejected);
+      if (f.form) QVERIFY(f.form->isHidden() && f.form->choice().portText == "COM7");
+    }
+    TselectorFixture f(onSerial);
+    f.open({1});
+    f.click("radEthernet");
+    f.press(Qt::Key_Escape);
+    QCOMPARE(f.ini(), "[COMM]\nDEFAULTCOMMMETHOD=2\nDEFAULTSERIAL=200\nIP1=999\nIP2=0\nIP3=0\nIP4=1\n");
+  }
+
+  void latePortsJoin() {
+    const std::vector<std::tuple<int, std::function<void(TselectorFixture&)>, QByteArray, QByteArray>> cases = {
+        {3, [](auto&) {}, "0 <No Free Ports> 1", "2 COM200 3"},
+        {200, [](auto&) {}, "2 COM3 2", "2 COM200 3"},
+        {3, [](auto& f) { f.click("radEthernet"); }, "0 <No Free Ports> 1", "1 COM200 3"},
+        {200, [](auto& f) { QTest::keyClick(f.ports(), Qt::Key_Down); }, "2 COM3 2", "2 COM5 3"}};
+    for (const auto& [slow, act, before, after] : cases) {
+      TselectorFixture f(onSerial);
+      f.open({3, 5, 200}, slow);
+      QCOMPARE(f.method(), before);
+      act(f);
+      f.gate.release();
+      QTRY_COMPARE(f.method(), after);
+    }
+  }
+
+  void closingEndsTheSearch() {
+    TselectorFixture f(onSerial);
+    f.open({}, 5);
+    f.form->close();
+    QVERIFY(f.form->isVisible() && !f.form->isEnabled());
+    f.gate.release();
+    QTRY_VERIFY(f.form->isHidden());
+    f.form.reset();
+    QCOMPARE(f.lastTried, 5);
+  }
 };
 EQREC_TEST(TselectorTest);
-
-void TselectorTest::opensAsStored_data() {
-  QTest::addColumn<QByteArray>("ini");
-  QTest::addColumn<QList<int>>("free");
-  QTest::addColumn<QByteArray>("shown");
-  const auto row = [](const char* name, const QByteArray& ini, const QList<int>& free, const QByteArray& shown) {
-    QTest::newRow(name) << ini << free << shown;
-  };
-  row("no section: USB, first port", "[HOST]\n", {2, 9}, "0 COM2 2 127.0.0.1 radUSB radSerial");
-  row("unknown method: USB", "[COMM]\nDEFAULTCOMMMETHOD=4\n", {256}, "0 COM256 1 127.0.0.1 radUSB radSerial");
-  row("Ethernet: the address, cleaned", "[COMM]\nDEFAULTCOMMMETHOD=2\nIP1=255\nIP2=1x\nIP3=1234\n", {},
-      "1 <No Free Ports> 1 255...1 radEthernet lblEthernet dot2 IP1 IP4");
-  row("serial: the stored port", onSerial, {1, 200, 201},
-      "2 COM200 3 999.0.0.1 radSerial radSerial lblSerialPort serialPortSelector");
-  row("serial without ports: USB", onSerial, {}, "0 <No Free Ports> 1 999.0.0.1 radUSB");
-}
-
-void TselectorTest::opensAsStored() {
-  QFETCH(QByteArray, ini);
-  QFETCH(QList<int>, free);
-  TselectorFixture f(ini);
-  f.open(free);
-  QByteArray shown = f.method() + ' ' + f.address();
-  for (const char* name : {"radSerial", "lblEthernet", "dot2", "IP1", "IP4", "lblSerialPort", "serialPortSelector"}) {
-    if (f.control<QWidget>(name)->isEnabled()) shown += QByteArray(" ") + name;
-  }
-  QTEST(shown, "shown");
-}
-
-/// Starts in the first box, selected by Tab. The keys "<" and ">" are Left and Right, "b" is Backspace.
-void TselectorTest::typesAnAddress_data() {
-  QTest::addColumn<QByteArray>("keys");
-  QTest::addColumn<QByteArray>("address");
-  const auto row = [](const char* name, const char* keys, const char* address) {
-    QTest::newRow(name) << QByteArray(keys) << QByteArray(address);
-  };
-  row("dots behind third digits: once", "192.168.0.1", "192.168.0.1 IP4");
-  row("no dots: third digit moves on", "1921680017", "192.168.001.7 IP4");
-  row("commas are dots, the last stays", "1,2,3,4,", "1.2.3.4 IP4");
-  row("dots alone: over what is there", "..5", "10.20.5.40 IP3");
-  row("no digits: refused", "1x-/2", "12.20..40 IP1");
-  row("fourth digit: refused", "...1234", "10.20..123 IP4");
-  row("Backspace in empty box: back to the end", "..b5", "10.205..40 IP3");
-  row("Left at the ends: back, not before the first", "..<9<<<<<<<<<7", "710.209..40 IP2");
-  row("Right at the ends: on", ">>7", "10.720..40 IP3");
-}
-
-void TselectorTest::typesAnAddress() {
-  QFETCH(QByteArray, keys);
-  TselectorFixture f(onEthernet);
-  f.open({});
-  QTest::keyClick(f.form->windowHandle(), Qt::Key_Tab);
-  for (const char key : keys) {
-    const QHash<char, Qt::Key> named = {{'<', Qt::Key_Left}, {'>', Qt::Key_Right}, {'b', Qt::Key_Backspace}};
-    named.contains(key) ? f.press(named[key]) : QTest::keyClick(f.form->windowHandle(), key);
-  }
-  QTEST(f.address(), "address");
-}
-
-void TselectorTest::pastesAnAddress() {
-  TselectorFixture f(onEthernet);
-  f.open({});
-  f.control("IP2")->setFocus();
-  for (const char* nothing : {"1.2.3", "1.2.3.x", "1.2.3.4444", "1234", "-1"}) {
-    QApplication::clipboard()->setText(QLatin1String(nothing));
-    QTest::keyClick(f.control("IP2"), Qt::Key_V, Qt::ControlModifier);
-  }
-  QCOMPARE(f.address(), "10.20..40 IP2");
-  QApplication::clipboard()->setText(QStringLiteral(" 1.22.333.4\n"));
-  const auto menu = std::unique_ptr<QMenu>(f.control("IP2")->createStandardContextMenu());
-  for (QAction* action : menu->actions()) {
-    if (action->text().startsWith(QStringLiteral("&Paste"))) action->trigger();
-  }
-  QCOMPARE(f.address(), "1.22.333.4 IP4");
-}
-
-void TselectorTest::refusesBadOctets() {
-  TselectorFixture f(onEthernet);
-  f.open({});
-  f.control("IP2")->setText(QStringLiteral("256"));
-  for (const char* box : {"IP2", "IP3"}) {
-    f.press(Qt::Key_Return);
-    QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"Error"});
-    QVERIFY(f.form->isVisible() && f.address().endsWith(box));
-    f.control(box)->setText(QStringLiteral("255"));
-  }
-  f.press(Qt::Key_Return);
-  QVERIFY(f.form->isHidden() && f.messages.takeCaptions().isEmpty());
-  QVERIFY((f.form->choice().octets == std::array<int, 4>{10, 255, 255, 40}));
-}
-
-void TselectorTest::writesHoweverItCloses() {
-  const std::vector<std::function<void(TselectorFixture&)>> ways = {
-      [](auto& f) { f.press(Qt::Key_Return); }, [](auto& f) { f.click("btnConnect"); },
-      [](auto& f) { f.press(Qt::Key_Escape); }, [](auto& f) { f.click("btnCancel"); },
-      [](auto& f) { f.form->close(); },         [](auto& f) { f.form.reset(); }};
-  for (std::size_t way = 0; way < ways.size(); ++way) {
-    TselectorFixture f(onSerial);
-    f.open({1, 7});
-    QTest::keyClick(f.ports(), Qt::Key_Down);
-    ways[way](f);
-    QCOMPARE(f.ini(), "[COMM]\nDEFAULTCOMMMETHOD=3\nDEFAULTSERIAL=7\nIP1=999\n");
-    if (f.form) QCOMPARE(f.form->result(), way < 2 ? QDialog::Accepted : QDialog::Rejected);
-    if (f.form) QVERIFY(f.form->isHidden() && f.form->choice().portText == "COM7");
-  }
-  TselectorFixture f(onSerial);
-  f.open({1});
-  f.click("radEthernet");
-  f.press(Qt::Key_Escape);
-  QCOMPARE(f.ini(), "[COMM]\nDEFAULTCOMMMETHOD=2\nDEFAULTSERIAL=200\nIP1=999\nIP2=0\nIP3=0\nIP4=1\n");
-}
-
-void TselectorTest::latePortsJoin() {
-  const std::vector<std::tuple<int, std::function<void(TselectorFixture&)>, QByteArray, QByteArray>> cases = {
-      {3, [](auto&) {}, "0 <No Free Ports> 1", "2 COM200 3"},
-      {200, [](auto&) {}, "2 COM3 2", "2 COM200 3"},
-      {3, [](auto& f) { f.click("radEthernet"); }, "0 <No Free Ports> 1", "1 COM200 3"},
-      {200, [](auto& f) { QTest::keyClick(f.ports(), Qt::Key_Down); }, "2 COM3 2", "2 COM5 3"}};
-  for (const auto& [slow, act, before, after] : cases) {
-    TselectorFixture f(onSerial);
-    f.open({3, 5, 200}, slow);
-    QCOMPARE(f.method(), before);
-    act(f);
-    f.gate.release();
-    QTRY_COMPARE(f.method(), after);
-  }
-}
-
-void TselectorTest::closingEndsTheSearch() {
-  TselectorFixture f(onSerial);
-  f.open({}, 5);
-  f.form->close();
-  QVERIFY(f.form->isVisible() && !f.form->isEnabled());
-  f.gate.release();
-  QTRY_VERIFY(f.form->isHidden());
-  f.form.reset();
-  QCOMPARE(f.lastTried, 5);
-}
 
 #include "selectorTest.moc"

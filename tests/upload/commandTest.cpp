@@ -1,17 +1,16 @@
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTest>
+#include <thread>
 
 #include "store/datastructs.h"
 #include "support/iniFile.h"
 #include "support/log.h"
 #include "support/messageBox.h"
 #include "tools/analyzerProcess.h"
+#include "tools/dialogs.h"
 #include "tools/messageRecorder.h"
 #include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
-#include "tools/whenOpen.h"
 #include "upload/uploadCommand.h"
 
 /// The Upload command from the choice of the connection to the end.
@@ -26,8 +25,7 @@ class TuploadCommandTest : public QObject {
   TequipRecTable records_;
 
   void upload() {
-    whenOpen("TcomSelectFrm", [](QWidget* selector) { in<QPushButton>(selector, "btnConnect")->click(); });
-    uploadRecords(owner_.get(), records_, settings_);
+    clickIn("TcomSelectFrm", "btnConnect").during([this] { uploadRecords(owner_.get(), records_, settings_); });
   }
 
  private slots:
@@ -64,30 +62,32 @@ class TuploadCommandTest : public QObject {
   }
 
   void cancellingTheChoiceUploadsNothing() {
-    whenOpen("TcomSelectFrm", [](QWidget* selector) { in<QPushButton>(selector, "btnCancel")->click(); });
-    uploadRecords(owner_.get(), records_, settings_);
+    clickIn("TcomSelectFrm", "btnCancel").during([this] { uploadRecords(owner_.get(), records_, settings_); });
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
   }
 
   void theOwnerMayGoInEachStep_data() {
     QTest::addColumn<QByteArray>("fault");
-    QTest::addColumn<int>("after");
-    QTest::newRow("in the choice") << QByteArray("silence@1") << 0;
-    QTest::newRow("in the greeting") << QByteArray("silence@handshake") << 200;
-    QTest::newRow("in the transfer") << QByteArray("silence@1") << 400;
+    QTest::newRow("in the choice") << QByteArray();
+    QTest::newRow("in the greeting") << QByteArray("silence@handshake");
+    QTest::newRow("in the transfer") << QByteArray("silence@1");
   }
   void theOwnerMayGoInEachStep() {
     QFETCH(QByteArray, fault);
-    QFETCH(int, after);
-    TanalyzerProcess analyzer(
-        {QStringLiteral("--usb"), QStringLiteral("0"), QStringLiteral("--fault"), QString::fromLatin1(fault)});
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
-    if (after > 0) {
-      QTimer::singleShot(after, this, [this] { owner_.reset(); });
-      upload();
+    if (fault.isEmpty()) {
+      whenOpen("TcomSelectFrm", [this](QWidget*) { owner_.reset(); }).during([this] {
+        uploadRecords(owner_.get(), records_, settings_);
+      });
     } else {
-      whenOpen("TcomSelectFrm", [this](QWidget*) { owner_.reset(); });
-      uploadRecords(owner_.get(), records_, settings_);
+      TanalyzerProcess analyzer(
+          {QStringLiteral("--usb"), QStringLiteral("0"), QStringLiteral("--fault"), QString::fromLatin1(fault)});
+      qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+      const std::jthread watcher([&] {
+        analyzer.waitFor("fault");
+        QMetaObject::invokeMethod(
+            this, [this] { owner_.reset(); }, Qt::QueuedConnection);
+      });
+      upload();
     }
     QVERIFY(!owner_);
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());

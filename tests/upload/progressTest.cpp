@@ -1,11 +1,10 @@
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 #include "comm/commStruct.h"
 #include "support/messageBox.h"
 #include "tools/analyzerProcess.h"
+#include "tools/dialogs.h"
 #include "tools/testList.h"
 #include "tools/testPlatform.h"
 #include "upload/progress.h"
@@ -90,15 +89,11 @@ class TprogressTest : public QObject {
     TanalyzerProcess analyzer(onAnyPort("silence@700"));
     qputenv("QT484_USB", QByteArray::number(analyzer.port()));
     TfrmProgress dialog(&upload_, &resources_, nullptr);
-    QTimer::singleShot(300, &dialog, [&] {
-      if (byKey) {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-      } else {
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("btnCancel")), Qt::LeftButton);
-      }
+    whenOpen("TfrmProgress", [&](QWidget*) {
+      analyzer.waitFor("fault");
+      byKey ? QTest::keyClick(&dialog, Qt::Key_Escape) : click(&dialog, "btnCancel");
       QVERIFY(!dialog.isVisible());
-    });
-    QCOMPARE(run(dialog), int(QDialog::Rejected));
+    }).during([&] { QCOMPARE(run(dialog), int(QDialog::Rejected)); });
     QCOMPARE(boxes_, QByteArrayList{"Error: Operation Cancelled."});
     QVERIFY(!resources_.isInUse());
   }
@@ -106,18 +101,22 @@ class TprogressTest : public QObject {
   /// The worker may be in the exchange or wait for the answer to a message box.
   void destroyingTheOwnerJoinsTheWorker_data() {
     QTest::addColumn<QByteArray>("fault");
-    QTest::newRow("in the exchange") << QByteArray("silence@700");
-    QTest::newRow("with its box open") << QByteArray("wrong@700");
+    QTest::addColumn<QByteArray>("active");
+    QTest::newRow("in the exchange") << QByteArray("silence@700") << QByteArray("TfrmProgress");
+    QTest::newRow("with its box open") << QByteArray("wrong@700") << QByteArray("QMessageBox");
   }
   void destroyingTheOwnerJoinsTheWorker() {
     QFETCH(QByteArray, fault);
+    QFETCH(QByteArray, active);
     TanalyzerProcess analyzer(onAnyPort(fault.constData()));
     qputenv("QT484_USB", QByteArray::number(analyzer.port()));
     replaceMessageBox({});
     auto owner = std::make_unique<QWidget>();
     const QPointer<TfrmProgress> dialog = new TfrmProgress(&upload_, &resources_, owner.get());
-    QTimer::singleShot(400, this, [&] { owner.reset(); });
-    dialog->exec();
+    whenOpen(active.constData(), [&](QWidget*) {
+      analyzer.waitFor("fault");
+      owner.reset();
+    }).during([&] { dialog->exec(); });
     QVERIFY(dialog.isNull());
     QVERIFY(!resources_.isInUse());
   }
@@ -125,11 +124,15 @@ class TprogressTest : public QObject {
   void quittingTheApplicationJoinsTheWorker() {
     TanalyzerProcess analyzer(onAnyPort("silence@700"));
     qputenv("QT484_USB", QByteArray::number(analyzer.port()));
-    QTimer::singleShot(0, this, [this] {
-      TfrmProgress dialog(&upload_, &resources_, nullptr);
-      QTimer::singleShot(200, qApp, &QCoreApplication::quit);
-      run(dialog);
+    const auto quit = whenOpen("TfrmProgress", [&](QWidget*) {
+      analyzer.waitFor("fault");
+      QCoreApplication::quit();
     });
+    const auto upload = [&] {
+      TfrmProgress dialog(&upload_, &resources_, nullptr);
+      quit.during([&] { run(dialog); });
+    };
+    QMetaObject::invokeMethod(this, upload, Qt::QueuedConnection);
     QCoreApplication::exec();
     QVERIFY(!resources_.isInUse());
     QCOMPARE(boxes_, QByteArrayList());
