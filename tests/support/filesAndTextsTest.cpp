@@ -1,7 +1,7 @@
 #include <QTest>
 
-#include "support/recordText.h"
 #include "support/fileSystem.h"
+#include "support/recordText.h"
 #include "support/windows1252.h"
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
