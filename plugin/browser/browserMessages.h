@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/messages.h"
+#include "support/messageText.h"
 
 /// What the browser's commands say.
 

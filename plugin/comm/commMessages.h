@@ -5,7 +5,7 @@
 
 #include "comm/commPort.h"
 #include "comm/genComm.h"
-#include "support/messages.h"
+#include "support/messageText.h"
 
 /// The messages about the connection to the analyzer.
 

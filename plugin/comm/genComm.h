@@ -10,7 +10,7 @@
 
 #include "comm/commExceptions.h"
 #include "comm/commParameters.h"
-#include "support/messages.h"
+#include "support/messageText.h"
 
 class ECommError;
 class QObject;

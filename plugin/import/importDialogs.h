@@ -7,7 +7,7 @@
 #include "import/importProgressForm.h"
 #include "import/importRun.h"
 #include "store/listChange.h"
-#include "support/messages.h"
+#include "support/messageText.h"
 #include "support/modalDialog.h"
 
 class QWidget;

@@ -5,7 +5,7 @@
 
 #include "store/erException.h"
 #include "support/fileSystem.h"
-#include "support/messages.h"
+#include "support/messageText.h"
 
 class TequipRecTable;
 

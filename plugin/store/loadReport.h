@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "store/erException.h"
-#include "support/messages.h"
+#include "support/messageText.h"
 
 /// The message for the status of a load or a save; nothing for success. The texts speak of loading in both cases, which
 /// is established wording.

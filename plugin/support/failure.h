@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 
 /// Why an operation of the system failed.
@@ -30,4 +31,6 @@ class Toutcome {
 };
 
 /// The system's text for one of its error numbers: `errno` on POSIX, `GetLastError` on Windows. Never empty.
-std::string systemErrorText(int error);
+inline std::string systemErrorText(int error) {
+  return std::system_category().message(error) + " (" + std::to_string(error) + ')';
+}

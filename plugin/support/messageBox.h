@@ -3,7 +3,7 @@
 #include <QMessageBox>
 #include <functional>
 
-#include "support/messages.h"
+#include "support/messageText.h"
 
 class QWidget;
 

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "support/messages.h"
+#include "support/messageText.h"
 
 /// Shows a worker thread's message boxes on the user-interface thread while the worker waits for the user's answer.
 ///

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/messages.h"
+#include "support/messageText.h"
 
 /// The messages of an upload. comm/commMessages.h has those of the exchange.
 
