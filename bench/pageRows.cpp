@@ -28,7 +28,7 @@ class TcountingModel : public TgridModel {
   mutable int asked = 0;
 };
 
-TcolumnLayout allColumns() {
+TcolumnLayout everyColumn() {
   TbrowserSettings settings;
   settings.shown.fill(true);
   TcolumnLayout columns;
@@ -81,7 +81,7 @@ class Tpage {
   TequipRecTable records_;
   TtestProcTable titles_;
   Tview view_{records_, titles_};
-  TcolumnLayout columns_ = allColumns();
+  TcolumnLayout columns_ = everyColumn();
   TcountingModel model_{view_, columns_};
   TheadedGrid grid_{nullptr};
 };

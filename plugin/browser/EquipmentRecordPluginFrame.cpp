@@ -27,7 +27,7 @@ void beginLog(const TframeContext& context) {
   openLog(context.programFolder);
   const std::string system = QSysInfo::prettyProductName().toStdString() + ", Qt " + qVersion();
   logInfo("Equipment Record Editor " EQREC_VERSION " on " + system + "; program folder " +
-          context.programFolder.string() + ", working folder " + context.workingFolder.string());
+          pathText(context.programFolder) + ", working folder " + pathText(context.workingFolder));
 }
 
 }  // namespace

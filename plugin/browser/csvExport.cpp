@@ -9,6 +9,7 @@
 #include "store/columns.h"
 #include "support/failure.h"
 #include "support/log.h"
+#include "support/paths.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
@@ -25,7 +26,7 @@ void makeLine(std::string& line, TextOf textOf) {
 }
 
 void logFailed(const char* operation, const std::filesystem::path& path) {
-  logFailure(Tfailure{operation, path.string(), std::generic_category().message(errno)}.text());
+  logFailure(Tfailure{operation, pathText(path), std::generic_category().message(errno)}.text());
 }
 
 }  // namespace

@@ -23,12 +23,18 @@ class TcaptionValidator : public QValidator {
   }
 };
 
-/// Calls `visit` with each custom field's number, from 0, its edit and its check box.
+/// Shows a caption on its check box. Without one, screen readers still get the name that the box was designed with.
+void showCaption(TcaptionCheckBox& box, const TtextField& field, const QString& caption) {
+  box.setCaption(caption);
+  if (caption.isEmpty()) box.setAccessibleName(QString::fromLatin1(field.heading));
+}
+
+/// Calls `visit` with each custom field, its edit and its check box.
 template <typename Visit>
 void forEachCustomField(const QWidget& form, Visit visit) {
   for (const TtextField& field : textFields) {
     if (field.customNumber == 0) continue;
-    visit(static_cast<std::size_t>(field.customNumber) - 1, formControl<QLineEdit>(form, "txt", field.name),
+    visit(field, formControl<QLineEdit>(form, "txt", field.name),
           formControl<TcaptionCheckBox>(form, "chk", field.name));
   }
 }
@@ -48,9 +54,9 @@ TfrmOptions::TfrmOptions(TiniFile ini, QWidget* parent)
       ini_(std::move(ini)),
       ui_(std::make_unique<Ui::TfrmOptions>()) {
   ui_->setupUi(this);
-  forEachCustomField(*this, [this](std::size_t, QLineEdit& edit, TcaptionCheckBox& box) {
+  forEachCustomField(*this, [this](const TtextField& field, QLineEdit& edit, TcaptionCheckBox& box) {
     edit.setValidator(new TcaptionValidator(this));
-    connect(&edit, &QLineEdit::textChanged, &box, &TcaptionCheckBox::setCaption);
+    connect(&edit, &QLineEdit::textChanged, &box, [&](const QString& caption) { showCaption(box, field, caption); });
   });
   connect(ui_->btnOK, &QPushButton::clicked, this, &TfrmOptions::btnOKClick);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &TfrmOptions::reject);
@@ -62,17 +68,17 @@ TfrmOptions::~TfrmOptions() = default;
 void TfrmOptions::showSettings() {
   const TbrowserSettings settings = TbrowserSettings::load(ini_);
   forEachOptionalColumn(*this, [&](std::size_t column, QCheckBox& box) { box.setChecked(settings.shown[column]); });
-  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TcaptionCheckBox& box) {
-    edit.setText(fromRecordText(settings.captions[number]));
-    box.setCaption(edit.text());  // an empty caption does not change the edit
+  forEachCustomField(*this, [&](const TtextField& field, QLineEdit& edit, TcaptionCheckBox& box) {
+    edit.setText(fromRecordText(captionOf(field, settings.captions)));
+    showCaption(box, field, edit.text());  // an empty caption does not change the edit
   });
 }
 
 void TfrmOptions::btnOKClick() {
   TbrowserSettings settings;
   forEachOptionalColumn(*this, [&](std::size_t column, QCheckBox& box) { settings.shown[column] = box.isChecked(); });
-  forEachCustomField(*this, [&](std::size_t number, QLineEdit& edit, TcaptionCheckBox&) {
-    settings.captions[number] = toRecordText(edit.text()).value_or(std::string());
+  forEachCustomField(*this, [&](const TtextField& field, QLineEdit& edit, TcaptionCheckBox&) {
+    captionOf(field, settings.captions) = toRecordText(edit.text()).value_or(std::string());
   });
   settings.saveOptions(ini_);
   accept();

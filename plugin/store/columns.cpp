@@ -17,7 +17,7 @@ std::string captionKey(const TtextField& field) {
 template <typename Captions, typename Visit>
 void forEachCaption(Captions& captions, Visit visit) {
   for (const TtextField& field : textFields) {
-    if (field.customNumber > 0) visit(field, captions.at(static_cast<std::size_t>(field.customNumber) - 1));
+    if (field.customNumber > 0) visit(field, captionOf(field, captions));
   }
 }
 
@@ -53,8 +53,7 @@ void saveCaptions(const TiniFile& ini, const Tcaptions& captions) {
 }
 
 std::string columnHeading(TcolumnId column, const Tcaptions& captions) {
-  const int custom = column < fieldCount ? textField(column).customNumber : 0;
-  if (custom > 0) return captions.at(static_cast<std::size_t>(custom) - 1);
+  if (column < fieldCount && textField(column).customNumber > 0) return captionOf(textField(column), captions);
   for (const Tcolumn& known : allColumns) {
     if (known.id == column) return known.heading;
   }

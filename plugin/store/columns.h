@@ -53,6 +53,12 @@ inline constexpr auto allColumns = [] {
 /// The captions of the custom fields as the user named them, each possibly empty.
 using Tcaptions = std::array<std::string, customFieldCount>;
 
+/// The caption of a custom field.
+template <typename Captions>
+auto& captionOf(const TtextField& field, Captions& captions) {
+  return captions.at(static_cast<std::size_t>(field.customNumber) - 1);
+}
+
 /// "Custom 1" and so on.
 Tcaptions defaultCaptions();
 /// The captions in section `CUSTOMFIELDS` of the settings, each with its default if it is missing.

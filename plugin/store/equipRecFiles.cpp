@@ -27,7 +27,7 @@ Toutcome keep(TfileSystem& files, const std::filesystem::path& path, const std::
   std::string content;
   const TreadResult read = files.read(path, content);
   if (read.end == TreadResult::Tend::done) return writeFlushed(files, kept, path, content);
-  return read.failure.value_or(Tfailure{"keep", path.string(), "the file has vanished"});
+  return read.failure.value_or(Tfailure{"keep", pathText(path), "the file has vanished"});
 }
 
 /// Logs how a load or a save ended and how long it took.

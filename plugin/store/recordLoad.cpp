@@ -71,11 +71,11 @@ TERStatus worse(TERStatus data, TERStatus info, bool pairingComplete) {
 
 TERResult loadPair(TequipRecTable& store, std::size_t recordLimit, const TsavedPair& pair, TfileSystem& files) {
   TdataList data;
-  const TERResult dataResult =
+  TERResult dataResult =
       readFile(files, pair.current(pair.data()), data, recordLimit, readDataLines, ER1STFILENOTFOUND);
   if (dataResult.status == ER1STFILENOTFOUND) return dataResult;
   TinfoList info;
-  const TERResult infoResult =
+  TERResult infoResult =
       readFile(files, pair.current(pair.info()), info, recordLimit, readInfoLines, ER2NDFILENOTFOUND);
   if (infoResult.status == ER2NDFILENOTFOUND) return infoResult;
 

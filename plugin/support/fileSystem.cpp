@@ -1,6 +1,7 @@
 #include "support/fileSystem.h"
 
 #include "support/log.h"
+#include "support/paths.h"
 
 Toutcome writeFlushed(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& like,
                       std::string_view content) {
@@ -26,8 +27,7 @@ Toutcome replaceFile(TfileSystem& files, const std::filesystem::path& path, std:
 }
 
 Tfailure loggedFailure(const char* operation, const std::filesystem::path& path, int error) {
-  const std::u8string name = path.u8string();
-  Tfailure failure{operation, std::string(name.begin(), name.end()), systemErrorText(error)};
+  Tfailure failure{operation, pathText(path), systemErrorText(error)};
   logFailure(failure.text());
   return failure;
 }

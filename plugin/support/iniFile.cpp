@@ -15,8 +15,9 @@ bool TiniFile::readFlag(const std::string& section, const std::string& key, bool
   return readInteger(section, key, defaultValue ? 1 : 0) == 1;
 }
 
-void TiniFile::write(const std::string& section, Tentries entries) const {
+void TiniFile::write(const std::string& section, const Tentries& entries) const {
   const auto endsLine = [](char c) { return c == '\n' || c == '\r' || c == '\0'; };
-  for (auto& [key, value] : entries) std::replace_if(value.begin(), value.end(), endsLine, ' ');
-  putEntries(section, entries);
+  Tentries clean = entries;
+  for (auto& [key, value] : clean) std::replace_if(value.begin(), value.end(), endsLine, ' ');
+  putEntries(section, clean);
 }

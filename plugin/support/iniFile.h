@@ -28,7 +28,7 @@ class TiniFile {
   /// Writes keys of one section durably, and creates file and section if they are missing. Every other byte of the file
   /// stays: comments, other sections, second lines of a key, lines without meaning. A line break or a zero byte in a
   /// value becomes a blank, so that a value cannot add lines of its own.
-  void write(const std::string& section, Tentries entries) const;
+  void write(const std::string& section, const Tentries& entries) const;
 
  private:
   void putEntries(const std::string& section, const Tentries& entries) const;

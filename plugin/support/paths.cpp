@@ -13,7 +13,7 @@ std::filesystem::path otherCase(const std::filesystem::path& folder, const std::
   std::error_code error;
   for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
     const auto candidate = entry->path().filename();
-    if (sameName(candidate.string(), name) && (found.empty() || candidate < found)) found = candidate;
+    if (sameName(pathText(candidate), name) && (found.empty() || candidate < found)) found = candidate;
   }
   return found;
 }
@@ -25,8 +25,14 @@ std::filesystem::path findPath(const std::filesystem::path& folder, std::string_
   for (const auto& part : std::filesystem::path(name)) {
     std::error_code error;
     const auto exact = path / part;
-    const auto other = std::filesystem::exists(exact, error) ? std::filesystem::path() : otherCase(path, part.string());
+    const auto other =
+        std::filesystem::exists(exact, error) ? std::filesystem::path() : otherCase(path, pathText(part));
     path = other.empty() ? exact : path / other;
   }
   return path;
+}
+
+std::string pathText(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
 }

@@ -2,7 +2,6 @@
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
-#include <map>
 
 #include "print/printFixture.h"
 #include "print/printForm.h"
@@ -125,13 +124,12 @@ class TprintFormTest : public QObject {
   }
 
   void hostMayDeleteItAtAnyTime() {
-    const std::map<const char*, const char*> dialogs = {
-        {"QFileDialog", "btnPdf"}, {"TfrmPrintProgress", "btnPdf"}, {"TfrmPrintPreview", "btnPreview"}};
-    for (const auto& [dialog, button] : dialogs) {
+    for (const QByteArray dialog : {"QFileDialog", "TfrmPrintProgress", "TfrmPrintPreview"}) {
+      const char* button = dialog == "TfrmPrintPreview" ? "btnPreview" : "btnPdf";
       Tform f(manyRecords);
       f.click("radAll");
-      whenOpen(dialog, [&](QWidget*) { f.form.reset(); }).during([&] {
-        dialog == QByteArray("TfrmPrintProgress") ? f.savePdf("r.pdf") : f.click(button);
+      whenOpen(dialog.constData(), [&](QWidget*) { f.form.reset(); }).during([&] {
+        dialog == "TfrmPrintProgress" ? f.savePdf("r.pdf") : f.click(button);
       });
       QVERIFY(f.form == nullptr);
       QCOMPARE(namesIn(f.folder.path()), QByteArrayList());

@@ -24,7 +24,7 @@ class TanalyzerProcess {
   QByteArray waitFor(const QByteArray& start) {
     while (true) {
       for (qsizetype end = 0; (end = unread_.indexOf('\n')) >= 0;) {
-        const QByteArray line = unread_.first(end);
+        QByteArray line = unread_.first(end);
         unread_.remove(0, end + 1);
         if (line.startsWith(start)) return line;
       }
