@@ -1,4 +1,6 @@
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QTest>
 
 #include "browser/frameFixture.h"
@@ -126,7 +128,13 @@ class TcommandsTest : public QObject {
       type(control<QLineEdit>(options, "txtCustom2"), "R&D");
       QCOMPARE(control<QCheckBox>(options, "chkCustom2")->text(), QStringLiteral("R&D"));
       control<QLineEdit>(options, "txtCustom1")->clear();
+      QApplication::clipboard()->setText(QStringLiteral("a\nTITLE=0"));
+      control<QLineEdit>(options, "txtCustom1")->paste();
       click(options, "btnOK");
+    }).during([&] { f.click("btnOptions"); });
+    whenOpen("TfrmOptions", [](QWidget* options) {
+      QCOMPARE(control<QCheckBox>(options, "chkCustom1")->text(), QString());
+      click(options, "btnCancel");
     }).during([&] { f.click("btnOptions"); });
     QCOMPARE(f.grid()->model()->columnCount(), 7);
     QCOMPARE(f.grid()->model()->headerData(6, Qt::Horizontal).toString(), QStringLiteral("R&D"));

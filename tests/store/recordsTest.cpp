@@ -1,5 +1,7 @@
 #include <QTest>
+#include <locale>
 
+#include "store/commitMarker.h"
 #include "store/equipRecFiles.h"
 #include "store/loadReport.h"
 #include "store/testRecords.h"
@@ -88,6 +90,18 @@ class TrecordsTest : public QObject {
     QCOMPARE(namesIn(folder / "DATA").join(' '),
              "eq.dat eq.dat.kept-1 eq.dat.kept-3 eqinfo.dat eqinfo.dat.kept-2 eqinfo.dat.kept-3 eqinfo.dat.kept-4");
     QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-1") + bytesOf(folder / "DATA/eqinfo.dat.kept-2"), "12");
+  }
+
+  void markerIsReadBackInAnyLocale() {
+    struct Tgrouping : std::numpunct<char> {
+      std::string do_grouping() const override { return "\3"; }
+    };
+    const TcommitMarker marker{"eq.dat", {1234567, 0x1234}, "eqinfo.dat", {7654321, 0xABCDEF01}};
+    const std::locale before = std::locale::global(std::locale(std::locale(), new Tgrouping));
+    const std::string text = marker.toText();
+    const auto found = TcommitMarker::fromText(text);
+    std::locale::global(before);
+    QVERIFY(found && found->info == marker.info && text == marker.toText());
   }
 
   void statusHasItsMessages() {

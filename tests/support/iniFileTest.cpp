@@ -53,6 +53,12 @@ class TiniFileTest : public QObject {
       QCOMPARE(file.readString("Main", "Key", "none"), "1");
     }
   }
+
+  void valueAddsNoLines() {
+    const TtestFolder folder;
+    TiniFile(folder / "a.ini").write("Main", {{"Key", "a\r\nKey2=1"}});
+    QCOMPARE(bytesOf(folder / "a.ini"), "[Main]\nKey=a  Key2=1\n");
+  }
 };
 EQREC_TEST(TiniFileTest);
 
