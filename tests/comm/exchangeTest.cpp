@@ -67,137 +67,101 @@ class TscriptedChannel final : public TDataCommClass {
 class TexchangeTest : public QObject {
   Q_OBJECT
 
+ private:
+  TscriptedSerial serial_;
+  TscriptedUsb usb_;
+  TcommStruct resources_{{serial_, usb_}};
+
  private slots:
-  void putData_data() {
-    QTest::addColumn<QByteArray>("answers");
-    QTest::addColumn<int>("failingWrite");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<int>("writes");
-    QTest::newRow("three blocks") << QByteArray("*\rC\rC\r*\r") << 0 << 0 << 4;
-    QTest::newRow("first answer, status alone right") << QByteArray("*xC\rC\r*\r") << 0 << 0 << 4;
-    QTest::newRow("first answer, end alone right") << QByteArray("?\rC\rC\r*\r") << 0 << 0 << 4;
-    QTest::newRow("first answer, neither right") << QByteArray("?xC\rC\r*\r") << 0 << -2 << 1;
-    QTest::newRow("block's answer, end alone right") << QByteArray("*\r?\rC\r*\r") << 0 << -2 << 2;
-    QTest::newRow("block's answer, status alone right") << QByteArray("*\rC\rCxC\r") << 0 << -2 << 3;
-    QTest::newRow("complete too early") << QByteArray("*\r*\rC\r*\r") << 0 << -2 << 2;
-    QTest::newRow("never complete") << QByteArray("*\rC\rC\rC\r") << 0 << -2 << 4;
-    QTest::newRow("command not written") << QByteArray("*\r") << 1 << -1 << 1;
-    QTest::newRow("block not written") << QByteArray("*\rC\rC\r*\r") << 3 << -1 << 3;
-  }
   void putData() {
-    QFETCH(QByteArray, answers);
-    QFETCH(int, failingWrite);
-    QFETCH(int, result);
-    QFETCH(int, writes);
-    TscriptedSerial serial;
-    TscriptedUsb usb;
-    TcommStruct resources({serial, usb});
-    TscriptedChannel channel(resources, 30, 2, answers);
-    channel.failingWrite = failingWrite;
-    VMRcommClass analyzer(&channel);
-    QCOMPARE(analyzer.putData(putRecordsCommand, commandLength, "aabbcc", 3), result);
-    QCOMPARE(channel.written, QByteArrayList({"PEQR\r", "aa", "bb", "cc"}).first(writes));
-    QCOMPARE(usb.calls.count("close"), result == 0 ? 0 : 1);
-    if (result == 0) QCOMPARE(channel.positions, QByteArray("30 63 76 90 "));
+    using Tcase = std::tuple<const char*, const char*, int, int, int>;
+    for (const auto& [name, answers, failingWrite, result, writes] :
+         {Tcase("three blocks", "*\rC\rC\r*\r", 0, 0, 4),
+          Tcase("first answer, status alone right", "*xC\rC\r*\r", 0, 0, 4),
+          Tcase("first answer, end alone right", "?\rC\rC\r*\r", 0, 0, 4),
+          Tcase("first answer, neither right", "?xC\rC\r*\r", 0, -2, 1),
+          Tcase("block's answer, end alone right", "*\r?\rC\r*\r", 0, -2, 2),
+          Tcase("block's answer, status alone right", "*\rC\rCxC\r", 0, -2, 3),
+          Tcase("complete too early", "*\r*\rC\r*\r", 0, -2, 2), Tcase("never complete", "*\rC\rC\rC\r", 0, -2, 4),
+          Tcase("command not written", "*\r", 1, -1, 1), Tcase("block not written", "*\rC\rC\r*\r", 3, -1, 3)}) {
+      usb_.calls.clear();
+      TscriptedChannel channel(resources_, 30, 2, answers);
+      channel.failingWrite = failingWrite;
+      QVERIFY2(VMRcommClass(&channel).putData(putRecordsCommand, commandLength, "aabbcc", 3) == result, name);
+      QCOMPARE(channel.written, QByteArrayList({"PEQR\r", "aa", "bb", "cc"}).first(writes));
+      QCOMPARE(usb_.calls.count("close"), result == 0 ? 0 : 1);
+      if (result == 0) QCOMPARE(channel.positions, "30 63 76 90 ");
+    }
   }
 
-  void waitsHaveTheirNumberOfSlots_data() {
-    QTest::addColumn<int>("timeOut");
-    QTest::addColumn<int>("replySlots");
-    QTest::addColumn<int>("acknowledgementSlots");
-    QTest::newRow("shorter than a slot") << 5 << 1 << 1;
-    QTest::newRow("between the two slots") << 30 << 1 << 3;
-    QTest::newRow("not a multiple") << 119 << 2 << 11;
-  }
+  /// The time-outs are shorter than a slot, between the two kinds of slots, and no multiple of either.
   void waitsHaveTheirNumberOfSlots() {
-    QFETCH(int, timeOut);
-    TscriptedSerial serial;
-    TscriptedUsb usb;
-    TcommStruct resources({serial, usb});
-    std::array<char, 8> reply{};
-    TscriptedChannel asked(resources, static_cast<unsigned>(timeOut), 4, "abc");
-    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&asked).getData(handshakeCommand, 5, reply.data(), 2));
-    QTEST(asked.slots_, "replySlots");
-    TscriptedChannel put(resources, static_cast<unsigned>(timeOut), 4, "*");
-    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&put).putData(putRecordsCommand, 5, "aabb", 1));
-    QTEST(put.slots_, "acknowledgementSlots");
-    QCOMPARE(usb.calls.count("close"), 2);
-    QCOMPARE(put.written.size(), 1);
+    using Tcase = std::array<int, 3>;
+    for (const auto& [timeOut, replySlots, acknowledgementSlots] : {Tcase{5, 1, 1}, {30, 1, 3}, {119, 2, 11}}) {
+      std::array<char, 8> reply{};
+      TscriptedChannel asked(resources_, static_cast<unsigned>(timeOut), 4, "abc");
+      QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&asked).getData("GESI\r", 5, reply.data(), 2));
+      QCOMPARE(asked.slots_, replySlots);
+      QVERIFY(!asked.isOpen());
+      TscriptedChannel put(resources_, static_cast<unsigned>(timeOut), 4, "*");
+      QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&put).putData("PEQR\r", 5, "aabb", 1));
+      QCOMPARE(put.slots_, acknowledgementSlots);
+      QVERIFY(!put.isOpen() && put.written.size() == 1);
+    }
   }
 
   void aReplyArrivesInBlocks() {
-    TscriptedSerial serial;
-    TscriptedUsb usb;
-    TcommStruct resources({serial, usb});
-    TscriptedChannel channel(resources, 30, 4, "abcdefgh");
+    TscriptedChannel channel(resources_, 30, 4, "abcdefgh");
     std::string reply(8, 'x');
     QCOMPARE(VMRcommClass(&channel).getData(handshakeCommand, commandLength, reply.data(), 2), 0);
     QCOMPARE(reply, std::string("abcdefgh"));
     QCOMPARE(channel.written, QByteArrayList{"GESI\r"});
-    QCOMPARE(channel.positions, QByteArray("50 70 90 "));
+    QCOMPARE(channel.positions, "50 70 90 ");
   }
 
   void badArgumentsAndCancelling() {
-    TscriptedSerial serial;
-    TscriptedUsb usb;
-    TcommStruct resources({serial, usb});
     std::array<char, 4> reply{};
     VMRcommClass none(nullptr);
     QVERIFY_THROWS_EXCEPTION(TinvalidCommModuleException, none.bytesWaiting());
     QVERIFY_THROWS_EXCEPTION(TinvalidDataLengthException, none.getData("GESI\r", 5, nullptr, 1));
     QCOMPARE(none.putData(nullptr, 5, "aa", 1), -1);
     QVERIFY_THROWS_EXCEPTION(TinvalidCommModuleException, none.putData("PEQR\r", 5, "aa", 1));
-    TscriptedChannel sizeless(resources, 30, 0, "");
+    TscriptedChannel sizeless(resources_, 30, 0, "");
     QVERIFY_THROWS_EXCEPTION(TinvalidCommModuleException,
                              VMRcommClass(&sizeless).getData("GESI\r", 5, reply.data(), 1));
     QCOMPARE(sizeless.written.size(), 0);
-    resources.close();
-    TscriptedChannel channel(resources, 2000, 4, "*\r");
+    resources_.close();
+    TscriptedChannel channel(resources_, 2000, 4, "*\r");
     channel.cancelAfter = 1;
     QVERIFY_THROWS_EXCEPTION(ToperationCancelledException, VMRcommClass(&channel).putData("PEQR\r", 5, "aabb", 1));
     QVERIFY(!channel.isOpen());
     QCOMPARE(channel.written.size(), 1);
   }
 
-  void anyExceptionClosesTheChannel_data() {
-    QTest::addColumn<QByteArray>("function");
-    for (const char* name : {"write", "progress", "cancelRequested", "bytesWaiting", "read"}) {
-      QTest::newRow(name) << QByteArray(name);
-    }
-  }
   void anyExceptionClosesTheChannel() {
-    QFETCH(QByteArray, function);
-    TscriptedSerial serial;
-    TscriptedUsb usb;
-    TcommStruct resources({serial, usb});
     std::array<char, 4> reply{};
-    for (const bool put : {false, true}) {
-      TscriptedChannel channel(resources, 30, 4, "*\r*\r");
-      channel.throwing = function;
-      VMRcommClass analyzer(&channel);
-      const auto exchange = [&] {
-        return put ? analyzer.putData(putRecordsCommand, commandLength, "aabb", 1)
-                   : analyzer.getData(handshakeCommand, commandLength, reply.data(), 1);
-      };
-      QVERIFY_THROWS_EXCEPTION(ECommError, exchange());
-      QVERIFY(!channel.isOpen() && !resources.isInUse());
-      QVERIFY_THROWS_EXCEPTION(TuninitializedCommModeException, channel.TDataCommClass::write("x", 1));
+    for (const char* function : {"write", "progress", "cancelRequested", "bytesWaiting", "read"}) {
+      for (const bool put : {false, true}) {
+        usb_.calls.clear();
+        TscriptedChannel channel(resources_, 30, 4, "*\r*\r");
+        channel.throwing = function;
+        VMRcommClass analyzer(&channel);
+        QVERIFY_THROWS_EXCEPTION(ECommError, put ? analyzer.putData("PEQR\r", 5, "aabb", 1)
+                                                 : analyzer.getData("GESI\r", 5, reply.data(), 1));
+        QVERIFY2(!channel.isOpen() && !resources_.isInUse() && usb_.calls.count("close") == 1, function);
+        QVERIFY_THROWS_EXCEPTION(TuninitializedCommModeException, channel.TDataCommClass::write("x", 1));
+      }
     }
-    QCOMPARE(usb.calls.count("close"), 2);
   }
 
   void aFailedExchangeIsLoggedWithoutTheRecords() {
-    TscriptedSerial serial;
-    TscriptedUsb usb;
-    TcommStruct resources({serial, usb});
     const TtestFolder folder;
     openLog(folder.path());
-    TscriptedChannel channel(resources, 30, 2, "*\rC\r?xyz");
+    TscriptedChannel channel(resources_, 30, 2, "*\rC\r?xyz");
     QCOMPARE(VMRcommClass(&channel).putData(putRecordsCommand, commandLength, "aabbcc", 3), -2);
-    TscriptedChannel late(resources, 30, 2, "*");
-    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException,
-                             VMRcommClass(&late).putData(putRecordsCommand, commandLength, "aa", 1));
-    TscriptedChannel broken(resources, 30, 2, "*\r");
+    TscriptedChannel late(resources_, 30, 2, "*");
+    QVERIFY_THROWS_EXCEPTION(TcommTimeoutException, VMRcommClass(&late).putData("PEQR\r", 5, "aa", 1));
+    TscriptedChannel broken(resources_, 30, 2, "*\r");
     broken.failingWrite = 2;
     QCOMPARE(VMRcommClass(&broken).putData(putRecordsCommand, commandLength, "aa", 1), -1);
     closeLog();
@@ -207,8 +171,7 @@ class TexchangeTest : public QObject {
          {"exchange with USB device failed at acknowledgement of block 2 of 3 (2 bytes) after N ms: unexpected "
           "answer; command 50 45 51 52 0D; received 3F 78 79 7A\n",
           "failed at acknowledgement of the command after N ms; command 50 45 51 52 0D; received 2A\n",
-          "failed at block 1 of 1 (2 bytes) after N ms; command 50 45 51 52 0D; received "
-          "nothing\n"}) {
+          "failed at block 1 of 1 (2 bytes) after N ms; command 50 45 51 52 0D; received nothing\n"}) {
       QVERIFY2(log.contains(QLatin1String(line)), qPrintable(log));
     }
     QCOMPARE(log.count(u'\n'), 3);

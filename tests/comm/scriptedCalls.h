@@ -9,13 +9,22 @@
 
 inline const TcommParameters usbParameters = TusbParameters();
 
-/// A serial port that only records the calls. Calls that start with `failing` fail.
-class TscriptedSerial final : public TserialCalls {
- public:
+/// Records calls. Those that start with `failing` fail.
+struct TscriptedCalls {
   QByteArray failing;
   QByteArrayList calls;
-  TserialState set;               ///< the last state that was set
   std::uint32_t transfer = 1000;  ///< the most bytes of one read or write
+
+  bool succeeds(const QByteArray& call) {
+    calls << call;
+    return failing.isEmpty() || !call.startsWith(failing);
+  }
+};
+
+/// A serial port that only records the calls.
+class TscriptedSerial final : public TserialCalls, public TscriptedCalls {
+ public:
+  TserialState set;  ///< the last state that was set
 
   bool isFree(int) override { return succeeds("isFree"); }
   Thandle open(const std::string& name) override {
@@ -47,21 +56,11 @@ class TscriptedSerial final : public TserialCalls {
   }
   void awaitInput(Thandle, std::chrono::milliseconds) override {}
   std::uint32_t lastError() override { return 1001 + static_cast<std::uint32_t>(calls.size()); }
-
- private:
-  bool succeeds(const QByteArray& call) {
-    calls << call;
-    return failing.isEmpty() || !call.startsWith(failing);
-  }
 };
 
 /// The same for the USB driver.
-class TscriptedUsb final : public Td2xxCalls {
+class TscriptedUsb final : public Td2xxCalls, public TscriptedCalls {
  public:
-  QByteArray failing;
-  QByteArrayList calls;
-  std::uint32_t transfer = 1000;
-
   Tstatus openEx(const char* description, std::uint32_t flags, Thandle* handle) override {
     *handle = this;
     return status("open " + QByteArray(description) + ' ' + QByteArray::number(flags));
@@ -81,8 +80,5 @@ class TscriptedUsb final : public Td2xxCalls {
   }
 
  private:
-  Tstatus status(const QByteArray& call) {
-    calls << call;
-    return failing.isEmpty() || !call.startsWith(failing) ? 0 : 4;
-  }
+  Tstatus status(const QByteArray& call) { return succeeds(call) ? 0 : 4; }
 };

@@ -1,4 +1,5 @@
 #include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QTest>
 #include <csignal>
 #include <cstdlib>
@@ -14,28 +15,18 @@ namespace {
 
 volatile std::sig_atomic_t signalCount = 0;
 
-/// Interrupts the program's system calls every 20 ms.
-class TsignalStorm {
- public:
-  TsignalStorm() {
-    signalCount = 0;
-    struct sigaction counting = {};
-    counting.sa_handler = [](int) { signalCount = signalCount + 1; };
-    sigaction(SIGALRM, &counting, &before_);
-    const itimerval every = {{0, 20000}, {0, 20000}};
-    setitimer(ITIMER_REAL, &every, nullptr);
-  }
-  TsignalStorm(const TsignalStorm&) = delete;
-  TsignalStorm& operator=(const TsignalStorm&) = delete;
-  ~TsignalStorm() {
+/// Interrupts the program's system calls every 20 ms, as long as the result lives.
+auto startSignals() {
+  struct sigaction counting = {};
+  counting.sa_handler = [](int) { signalCount = signalCount + 1; };
+  sigaction(SIGALRM, &counting, nullptr);
+  const itimerval every = {{0, 20000}, {0, 20000}};
+  setitimer(ITIMER_REAL, &every, nullptr);
+  return qScopeGuard([] {
     const itimerval never = {};
     setitimer(ITIMER_REAL, &never, nullptr);
-    sigaction(SIGALRM, &before_, nullptr);
-  }
-
- private:
-  struct sigaction before_ = {};
-};
+  });
+}
 
 }  // namespace
 
@@ -53,7 +44,7 @@ class TserialCallsTest : public QObject {
     TserialCalls& calls = systemSerialCalls();
     const auto port = calls.open("COM3");
     QVERIFY(calls.setTimeouts(port, {15, 0, 150, 0, 150}));
-    const TsignalStorm storm;
+    const auto signalsEnd = startSignals();
     QElapsedTimer timer;
     timer.start();
     calls.awaitInput(port, std::chrono::milliseconds(150));

@@ -65,62 +65,49 @@ constexpr const char* onSerial = "[COMM]\nDEFAULTCOMMMETHOD=3\nDEFAULTSERIAL=200
 class TselectorTest : public QObject {
   Q_OBJECT
  private slots:
-  void opensAsStored_data() {
-    QTest::addColumn<QByteArray>("ini");
-    QTest::addColumn<QList<int>>("free");
-    QTest::addColumn<QByteArray>("shown");
-    const auto row = [](const char* name, const QByteArray& ini, const QList<int>& free, const QByteArray& shown) {
-      QTest::newRow(name) << ini << free << shown;
-    };
-    row("no section: USB, first port", "[HOST]\n", {2, 9}, "0 COM2 2 127.0.0.1 radUSB radSerial");
-    row("unknown method: USB", "[COMM]\nDEFAULTCOMMMETHOD=4\n", {256}, "0 COM256 1 127.0.0.1 radUSB radSerial");
-    row("Ethernet: the address, cleaned", "[COMM]\nDEFAULTCOMMMETHOD=2\nIP1=255\nIP2=1x\nIP3=1234\n", {},
-        "1 <No Free Ports> 1 255...1 radEthernet lblEthernet dot2 IP1 IP4");
-    row("serial: the stored port", onSerial, {1, 200, 201},
-        "2 COM200 3 999.0.0.1 radSerial radSerial lblSerialPort serialPortSelector");
-    row("serial without ports: USB", onSerial, {}, "0 <No Free Ports> 1 999.0.0.1 radUSB");
-  }
-
   void opensAsStored() {
-    QFETCH(QByteArray, ini);
-    QFETCH(QList<int>, free);
-    TselectorFixture f(ini);
-    f.open(free);
-    QByteArray shown = f.method() + ' ' + f.address();
-    for (const char* name : {"radSerial", "lblEthernet", "dot2", "IP1", "IP4", "lblSerialPort", "serialPortSelector"}) {
-      if (f.control<QWidget>(name)->isEnabled()) shown += QByteArray(" ") + name;
+    using Tcase = std::tuple<QByteArray, QByteArray, QList<int>, QByteArray>;
+    for (const auto& [name, ini, free, expected] :
+         {Tcase("no section: USB, first port", "[HOST]\n", {2, 9}, "0 COM2 2 127.0.0.1 radUSB radSerial"),
+          Tcase("unknown method: USB", "[COMM]\nDEFAULTCOMMMETHOD=4\n", {256}, "0 COM256 1 127.0.0.1 radUSB radSerial"),
+          Tcase("Ethernet: the address, cleaned", "[COMM]\nDEFAULTCOMMMETHOD=2\nIP1=255\nIP2=1x\nIP3=1234\n", {},
+                "1 <No Free Ports> 1 255...1 radEthernet lblEthernet dot2 IP1 IP4"),
+          Tcase("serial: the stored port", onSerial, {1, 200, 201},
+                "2 COM200 3 999.0.0.1 radSerial radSerial lblSerialPort serialPortSelector"),
+          Tcase("serial without ports: USB", onSerial, {}, "0 <No Free Ports> 1 999.0.0.1 radUSB")}) {
+      TselectorFixture f(ini);
+      f.open(free);
+      QByteArray shown = f.method() + ' ' + f.address();
+      for (const char* control :
+           {"radSerial", "lblEthernet", "dot2", "IP1", "IP4", "lblSerialPort", "serialPortSelector"}) {
+        if (f.control<QWidget>(control)->isEnabled()) shown += QByteArray(" ") + control;
+      }
+      QCOMPARE(name + ": " + shown, name + ": " + expected);
     }
-    QTEST(shown, "shown");
   }
 
   /// Starts in the first box, selected by Tab. The keys "<" and ">" are Left and Right, "b" is Backspace.
-  void typesAnAddress_data() {
-    QTest::addColumn<QByteArray>("keys");
-    QTest::addColumn<QByteArray>("address");
-    const auto row = [](const char* name, const char* keys, const char* address) {
-      QTest::newRow(name) << QByteArray(keys) << QByteArray(address);
-    };
-    row("dots behind third digits: once", "192.168.0.1", "192.168.0.1 IP4");
-    row("no dots: third digit moves on", "1921680017", "192.168.001.7 IP4");
-    row("commas are dots, the last stays", "1,2,3,4,", "1.2.3.4 IP4");
-    row("dots alone: over what is there", "..5", "10.20.5.40 IP3");
-    row("no digits: refused", "1x-/2", "12.20..40 IP1");
-    row("fourth digit: refused", "...1234", "10.20..123 IP4");
-    row("Backspace in empty box: back to the end", "..b5", "10.205..40 IP3");
-    row("Left at the ends: back, not before the first", "..<9<<<<<<<<<7", "710.209..40 IP2");
-    row("Right at the ends: on", ">>7", "10.720..40 IP3");
-  }
-
   void typesAnAddress() {
-    QFETCH(QByteArray, keys);
-    TselectorFixture f(onEthernet);
-    f.open({});
-    QTest::keyClick(f.form->windowHandle(), Qt::Key_Tab);
-    for (const char key : keys) {
-      const QHash<char, Qt::Key> named = {{'<', Qt::Key_Left}, {'>', Qt::Key_Right}, {'b', Qt::Key_Backspace}};
-      named.contains(key) ? f.press(named[key]) : QTest::keyClick(f.form->windowHandle(), key);
+    const QHash<char, Qt::Key> named = {{'<', Qt::Key_Left}, {'>', Qt::Key_Right}, {'b', Qt::Key_Backspace}};
+    using Tcase = std::array<QByteArray, 3>;
+    for (const auto& [name, keys, address] :
+         {Tcase{"dots behind third digits: once", "192.168.0.1", "192.168.0.1 IP4"},
+          {"no dots: third digit moves on", "1921680017", "192.168.001.7 IP4"},
+          {"commas are dots, the last stays", "1,2,3,4,", "1.2.3.4 IP4"},
+          {"dots alone: over what is there", "..5", "10.20.5.40 IP3"},
+          {"no digits: refused", "1x-/2", "12.20..40 IP1"},
+          {"fourth digit: refused", "...1234", "10.20..123 IP4"},
+          {"Backspace in empty box: back to the end", "..b5", "10.205..40 IP3"},
+          {"Left at the ends: back, not before the first", "..<9<<<<<<<<<7", "710.209..40 IP2"},
+          {"Right at the ends: on", ">>7", "10.720..40 IP3"}}) {
+      TselectorFixture f(onEthernet);
+      f.open({});
+      f.press(Qt::Key_Tab);
+      for (const char key : keys) {
+        named.contains(key) ? f.press(named[key]) : QTest::keyClick(f.form->windowHandle(), key);
+      }
+      QCOMPARE(name + ": " + f.address(), name + ": " + address);
     }
-    QTEST(f.address(), "address");
   }
 
   void pastesAnAddress() {

@@ -108,14 +108,8 @@ class TformatTest : public QObject {
   }
 
   void formatIsToTheByte() {
-    TtestList list;
-    list.table = tableOf("A1 500 ,B2 1 a;b,C3 3 ");
-    edit(list, 0, [](TequipRec& record) {
-      record.setText(fieldManufacturer, "\xC4\x81");
-      for (int id = fieldCustom1; id < fieldCount; ++id) record.setText(id, QByteArray::number(id).constData());
-    });
-    edit(list, 1, [](TequipRec& record) { record.setText(fieldModel, " m, "); });
-    const TequipRecTable& table = list.table;
+    const TequipRecTable table({makeRecord({"A1", "", "\xC4\x81", "", "4", "5", "6"}, 500),
+                                makeRecord({"B2", "a;b", "", " m, "}), makeRecord({"C3"})});
     const TtestFolder folder;
     QCOMPARE(saveText(table, folder / "none"), "2");
     QCOMPARE(TequipRecToFile(table, 2, folder / "eq.dat", folder / "eqinfo.dat", diskFileSystem()).status, ERSUCCESS);

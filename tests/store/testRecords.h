@@ -7,17 +7,14 @@
 #include "store/recordLoad.h"
 #include "store/recordSave.h"
 #include "support/fileSystem.h"
+#include "tools/recordChanges.h"
 
 /// Records by control number, test procedure and description, told as "A1 7 Pump, B2 1 Lamp".
 inline TequipRecTable tableOf(const QByteArray& text) {
   std::vector<TequipRec> records;
   for (const QByteArray& told : QByteArray(text).replace(", ", ",").split(',')) {
     const QByteArrayList parts = told.split(' ');
-    TequipRec record;
-    record.setText(fieldControlNum, parts[0].constData());
-    record.setTestProc(parts[1].toUInt());
-    record.setText(fieldDescription, parts[2].constData());
-    records.push_back(record);
+    records.push_back(makeRecord({parts[0].toStdString(), parts[2].toStdString()}, parts[1].toUInt()));
   }
   return TequipRecTable(std::move(records));
 }

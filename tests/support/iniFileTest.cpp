@@ -39,10 +39,7 @@ class TiniFileTest : public QObject {
           Tcase("[Main]\nA=1\n[X]\n[main]\nKEY=0\nKey=5\n", "[Main]\nA=1\n[X]\n[main]\nKey=1\nKey=5\n"),
           Tcase(QByteArray("\xEF\xBB\xBF[Main]\nA=\0\x80\x81\xFF\v\nKey=0\n", 24),
                 QByteArray("\xEF\xBB\xBF[Main]\nA=\0\x80\x81\xFF\v\nKey=1\n", 24)),
-          Tcase("[Main]\nB <\xBF"
-                "6\n[O\n",
-                "[Main]\nB <\xBF"
-                "6\n[O\nKey=1\n"),
+          Tcase("[Main]\nB <\xBFx\n[O\n", "[Main]\nB <\xBFx\n[O\nKey=1\n"),
           Tcase("[\nMain]\nKey=0\n", "[\nMain]\nKey=0\n[Main]\nKey=1\n"),
           Tcase("[Main]\n\x01Key=0\n", "[Main]\n\x01Key=0\nKey=1\n")}) {
       const TtestFolder folder;

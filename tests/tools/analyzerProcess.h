@@ -39,3 +39,13 @@ class TanalyzerProcess {
   QByteArray unread_;
   int port_ = 0;
 };
+
+/// An analyzer on USB, with a fault ("silence@1") or none. The stand-in driver connects to the last one made.
+class TusbAnalyzer : public TanalyzerProcess {
+ public:
+  explicit TusbAnalyzer(const QString& fault = {})
+      : TanalyzerProcess(QStringList{QStringLiteral("--usb"), QStringLiteral("0")} +
+                         (fault.isEmpty() ? QStringList() : QStringList{QStringLiteral("--fault"), fault})) {
+    qputenv("QT484_USB", QByteArray::number(port()));
+  }
+};

@@ -24,23 +24,20 @@ class TuploadCommandTest : public QObject {
   std::unique_ptr<QWidget> owner_;
   TequipRecTable records_;
 
-  void upload() {
-    clickIn("TcomSelectFrm", "btnConnect").during([this] { uploadRecords(owner_.get(), records_, settings_); });
+  void upload(const TdialogSteps& choice = clickIn("TcomSelectFrm", "btnConnect")) {
+    choice.during([this] { uploadRecords(owner_.get(), records_, settings_); });
   }
 
  private slots:
   void initTestCase() { QVERIFY(loadStandInDriver()); }
   void init() {
     owner_ = std::make_unique<QWidget>();
-    TequipRec record;
-    record.setText(fieldControlNum, std::string_view("A-1"));
-    append(records_, std::move(record));
+    append(records_, makeRecord({"A-1"}));
   }
   void cleanup() { records_ = {}; }
 
   void theWholeListArrives() {
-    TanalyzerProcess analyzer({QStringLiteral("--usb"), QStringLiteral("0")});
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    TusbAnalyzer analyzer;
     openLog(folder_.path());
     upload();
     closeLog();
@@ -62,34 +59,25 @@ class TuploadCommandTest : public QObject {
   }
 
   void cancellingTheChoiceUploadsNothing() {
-    clickIn("TcomSelectFrm", "btnCancel").during([this] { uploadRecords(owner_.get(), records_, settings_); });
+    upload(clickIn("TcomSelectFrm", "btnCancel"));
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
   }
 
-  void theOwnerMayGoInEachStep_data() {
-    QTest::addColumn<QByteArray>("fault");
-    QTest::newRow("in the choice") << QByteArray();
-    QTest::newRow("in the greeting") << QByteArray("silence@handshake");
-    QTest::newRow("in the transfer") << QByteArray("silence@1");
-  }
+  /// The owner goes while the user chooses, and in the greeting and the transfer.
   void theOwnerMayGoInEachStep() {
-    QFETCH(QByteArray, fault);
-    if (fault.isEmpty()) {
-      whenOpen("TcomSelectFrm", [this](QWidget*) { owner_.reset(); }).during([this] {
-        uploadRecords(owner_.get(), records_, settings_);
-      });
-    } else {
-      TanalyzerProcess analyzer(
-          {QStringLiteral("--usb"), QStringLiteral("0"), QStringLiteral("--fault"), QString::fromLatin1(fault)});
-      qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    upload(whenOpen("TcomSelectFrm", [this](QWidget*) { owner_.reset(); }));
+    QVERIFY(!owner_);
+    for (const QString& fault : {QStringLiteral("silence@handshake"), QStringLiteral("silence@1")}) {
+      owner_ = std::make_unique<QWidget>();
+      TusbAnalyzer analyzer(fault);
       const std::jthread watcher([&] {
         analyzer.waitFor("fault");
         QMetaObject::invokeMethod(
             this, [this] { owner_.reset(); }, Qt::QueuedConnection);
       });
       upload();
+      QVERIFY(!owner_);
     }
-    QVERIFY(!owner_);
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
   }
 };

@@ -1,4 +1,5 @@
 #include <QTest>
+#include <span>
 
 #include "store/datastructs.h"
 #include "tools/recordChanges.h"
@@ -7,8 +8,8 @@
 
 namespace {
 
-QByteArray bytesOf(const TuploadEntry& entry) {
-  return {reinterpret_cast<const char*>(entry.data()), static_cast<qsizetype>(entry.size())};
+QByteArray bytesOf(std::span<const std::uint8_t> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())};
 }
 
 }  // namespace
@@ -18,35 +19,23 @@ class TimageTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void entries_data() {
-    QTest::addColumn<QByteArray>("id");
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QByteArray>("entry");
-    QTest::addColumn<QByteArray>("inImage");
-    const QByteArray end("\xFF\xFF");
-    const QByteArray zero(1, '\0');
-    QTest::newRow("short ID is padded") << QByteArray("A-1") << 0x1F4
-                                        << "A-1" + QByteArray(14, ' ') + zero + "\xF4\x01" + end
-                                        << "A-1" + QByteArray(14, ' ') + zero + "\xF4\x01" + end;
-    const QByteArray seventeen = "12345678901234567";
-    QTest::newRow("17 characters fill it")
-        << seventeen << 1 << seventeen + zero + "\x01" + zero + end << seventeen + zero + "\x01" + zero + end;
-    QTest::newRow("18 characters reach into the zero")
-        << seventeen + '8' << 1 << seventeen + '8' + "\x01" + zero + end << seventeen + zero + "\x01" + zero + end;
-    QTest::newRow("19 are cut to 17") << seventeen + "89" << 1 << seventeen + zero + "\x01" + zero + end
-                                      << seventeen + zero + "\x01" + zero + end;
-  }
+  /// A short ID is padded, 17 characters fill its field, an 18th replaces the zero byte behind it (but not in the
+  /// image), and longer IDs are cut to 17.
   void entries() {
-    QFETCH(QByteArray, id);
-    QFETCH(int, number);
-    const TuploadEntry entry = makeUploadEntry(id.toStdString(), static_cast<std::uint16_t>(number));
-    QTEST(bytesOf(entry), "entry");
-    const std::vector<TuploadEntry> entries = {entry, entry};
-    const TuploadCommStruct upload(TcommMethod::usb, 1, {}, entries);
-    const QByteArray image(reinterpret_cast<const char*>(upload.image.data()), uploadImageSize);
-    QTEST(image.left(22), "inImage");
-    QTEST(image.mid(22, 22), "inImage");
-    QCOMPARE(image.mid(44), QByteArray(405504 - 44, '\xFF'));
+    const QByteArray zero(1, '\0');
+    const QByteArray seventeen = "12345678901234567";
+    using Tcase = std::pair<QByteArray, QByteArray>;
+    for (const auto& [id, entryStart] :
+         {Tcase("A-1", "A-1" + QByteArray(14, ' ') + zero), Tcase(seventeen, seventeen + zero),
+          Tcase(seventeen + '8', seventeen + '8'), Tcase(seventeen + "89", seventeen + zero)}) {
+      const QByteArray entryEnd = "\xF4\x01\xFF\xFF";
+      const TuploadEntry entry = makeUploadEntry(id.toStdString(), 0x1F4);
+      QCOMPARE(bytesOf(entry), entryStart + entryEnd);
+      const std::vector<TuploadEntry> entries = {entry, entry};
+      const TuploadCommStruct upload(TcommMethod::usb, 1, {}, entries);
+      const QByteArray inImage = entryStart.first(17) + zero + entryEnd;
+      QCOMPARE(bytesOf(upload.image), inImage + inImage + QByteArray(405504 - 44, '\xFF'));
+    }
   }
 
   void aFullTableFillsTheImage() {

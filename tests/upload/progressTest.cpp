@@ -1,4 +1,3 @@
-#include <QSignalSpy>
 #include <QTest>
 
 #include "comm/commStruct.h"
@@ -9,17 +8,6 @@
 #include "tools/testPlatform.h"
 #include "upload/progress.h"
 #include "upload/uploadImage.h"
-
-namespace {
-
-QStringList onAnyPort(const char* fault = nullptr) {
-  const QStringList arguments = {QStringLiteral("--usb"), QStringLiteral("0")};
-  return fault ? arguments + QStringList{QStringLiteral("--fault"), QString::fromLatin1(fault)} : arguments;
-}
-
-constexpr qint64 page = 4096;  // bytes
-
-}  // namespace
 
 /// The progress dialog and its worker thread, connected to the simulated analyzer by the stand-in driver.
 class TprogressTest : public QObject {
@@ -52,8 +40,7 @@ class TprogressTest : public QObject {
   void cleanup() { replaceMessageBox({}); }
 
   void manyUploadsLeaveNothingBehind() {
-    TanalyzerProcess analyzer(onAnyPort());
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    TusbAnalyzer analyzer;
     const auto once = [this] {
       TfrmProgress dialog(&upload_, &resources_, nullptr);
       return run(dialog);
@@ -62,6 +49,7 @@ class TprogressTest : public QObject {
     const auto handles = openHandles();
     const std::size_t memory = memoryInUse();
     const int uploads = memoryTells ? 80 : 20;
+    constexpr qint64 page = 4096;  // bytes
     for (int i = 0; i < uploads; ++i) QCOMPARE(once(), int(QDialog::Accepted));
     QTRY_VERIFY(openHandles() <= handles);
     const auto growth = static_cast<qint64>(memoryInUse() - memory);
@@ -71,59 +59,48 @@ class TprogressTest : public QObject {
   }
 
   void aFailureIsOneBoxOfTheUserInterfaceThread() {
-    TanalyzerProcess analyzer(onAnyPort("wrong@700"));
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    TusbAnalyzer analyzer(QStringLiteral("wrong@700"));
     TfrmProgress dialog(&upload_, &resources_, nullptr);
     QCOMPARE(run(dialog), int(QDialog::Rejected));
     QCOMPARE(boxes_, QByteArrayList{"Error: Could not establish communications with analyzer.\nOperation Canceled."});
     QCOMPARE(boxThread_, thread());
   }
 
-  void cancelAndEscapeEndItWithOneBox_data() {
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("button") << false;
-    QTest::newRow("Esc") << true;
-  }
   void cancelAndEscapeEndItWithOneBox() {
-    QFETCH(bool, byKey);
-    TanalyzerProcess analyzer(onAnyPort("silence@700"));
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
-    TfrmProgress dialog(&upload_, &resources_, nullptr);
-    whenOpen("TfrmProgress", [&](QWidget*) {
-      analyzer.waitFor("fault");
-      byKey ? QTest::keyClick(&dialog, Qt::Key_Escape) : click(&dialog, "btnCancel");
-      QVERIFY(!dialog.isVisible());
-    }).during([&] { QCOMPARE(run(dialog), int(QDialog::Rejected)); });
-    QCOMPARE(boxes_, QByteArrayList{"Error: Operation Cancelled."});
-    QVERIFY(!resources_.isInUse());
+    for (const bool byKey : {false, true}) {
+      boxes_.clear();
+      TusbAnalyzer analyzer(QStringLiteral("silence@700"));
+      TfrmProgress dialog(&upload_, &resources_, nullptr);
+      whenOpen("TfrmProgress", [&](QWidget*) {
+        analyzer.waitFor("fault");
+        byKey ? QTest::keyClick(&dialog, Qt::Key_Escape) : click(&dialog, "btnCancel");
+        QVERIFY(!dialog.isVisible());
+      }).during([&] { QCOMPARE(run(dialog), int(QDialog::Rejected)); });
+      QCOMPARE(boxes_, QByteArrayList{"Error: Operation Cancelled."});
+      QVERIFY(!resources_.isInUse());
+    }
   }
 
   /// The worker may be in the exchange or wait for the answer to a message box.
-  void destroyingTheOwnerJoinsTheWorker_data() {
-    QTest::addColumn<QByteArray>("fault");
-    QTest::addColumn<QByteArray>("active");
-    QTest::newRow("in the exchange") << QByteArray("silence@700") << QByteArray("TfrmProgress");
-    QTest::newRow("with its box open") << QByteArray("wrong@700") << QByteArray("QMessageBox");
-  }
   void destroyingTheOwnerJoinsTheWorker() {
-    QFETCH(QByteArray, fault);
-    QFETCH(QByteArray, active);
-    TanalyzerProcess analyzer(onAnyPort(fault.constData()));
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
     replaceMessageBox({});
-    auto owner = std::make_unique<QWidget>();
-    const QPointer<TfrmProgress> dialog = new TfrmProgress(&upload_, &resources_, owner.get());
-    whenOpen(active.constData(), [&](QWidget*) {
-      analyzer.waitFor("fault");
-      owner.reset();
-    }).during([&] { dialog->exec(); });
-    QVERIFY(dialog.isNull());
-    QVERIFY(!resources_.isInUse());
+    using Tcase = std::pair<QString, const char*>;
+    for (const auto& [fault, active] :
+         {Tcase(QStringLiteral("silence@700"), "TfrmProgress"), Tcase(QStringLiteral("wrong@700"), "QMessageBox")}) {
+      TusbAnalyzer analyzer(fault);
+      auto owner = std::make_unique<QWidget>();
+      const QPointer<TfrmProgress> dialog = new TfrmProgress(&upload_, &resources_, owner.get());
+      whenOpen(active, [&](QWidget*) {
+        analyzer.waitFor("fault");
+        owner.reset();
+      }).during([&] { dialog->exec(); });
+      QVERIFY(dialog.isNull());
+      QVERIFY(!resources_.isInUse());
+    }
   }
 
   void quittingTheApplicationJoinsTheWorker() {
-    TanalyzerProcess analyzer(onAnyPort("silence@700"));
-    qputenv("QT484_USB", QByteArray::number(analyzer.port()));
+    TusbAnalyzer analyzer(QStringLiteral("silence@700"));
     const auto quit = whenOpen("TfrmProgress", [&](QWidget*) {
       analyzer.waitFor("fault");
       QCoreApplication::quit();
