@@ -24,7 +24,7 @@ std::vector<Trow> allRows(const TbenchFolders& folders) {
 
 /// A message box means that the measured work failed, and nobody is there to close it.
 void failOnMessageBox() {
-  replaceMessageBox([](QWidget*, const TmessageText& message, auto) -> QMessageBox::StandardButton {
+  replaceMessageBox([](QWidget*, const TmessageText& message, auto, auto) -> QMessageBox::StandardButton {
     std::printf("A message box appeared: %s\n", message.text);
     std::fflush(stdout);
     std::_Exit(beyondBound);

@@ -26,12 +26,13 @@ QMessageBox::Icon toIcon(TmessageIcon icon) {
 }  // namespace
 
 QMessageBox::StandardButton showMessage(QWidget* owner, const TmessageText& message,
-                                        QMessageBox::StandardButtons buttons) {
-  if (replacement()) return replacement()(owner, message, buttons);
+                                        QMessageBox::StandardButtons buttons, const QString& informativeText) {
+  if (replacement()) return replacement()(owner, message, buttons, informativeText);
   TmodalDialog<QMessageBox> box(owner);
   box->setTextFormat(Qt::PlainText);
   box->setWindowTitle(QString::fromLatin1(message.caption));
   box->setText(QString::fromLatin1(message.text));
+  box->setInformativeText(informativeText);
   box->setIcon(toIcon(message.icon));
   box->setStandardButtons(buttons);
   return static_cast<QMessageBox::StandardButton>(box.exec());

@@ -18,12 +18,14 @@ class TmessageBoxTest : public QObject {
         box->button(QMessageBox::No)->click();
         QCOMPARE(box->text(), QString::fromLatin1(message.text));
         QCOMPARE(box->windowTitle(), QString::fromLatin1(message.caption));
+        QCOMPARE(box->informativeText(), QStringLiteral("2 & 3"));
         QCOMPARE(box->icon(), icons.second);
         QCOMPARE(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
         QCOMPARE(box->textFormat(), Qt::PlainText);
       };
       whenOpen("QMessageBox", look).during([&] {
-        QCOMPARE(showMessage(nullptr, message, QMessageBox::Yes | QMessageBox::No), QMessageBox::No);
+        QCOMPARE(showMessage(nullptr, message, QMessageBox::Yes | QMessageBox::No, QStringLiteral("2 & 3")),
+                 QMessageBox::No);
       });
     }
   }

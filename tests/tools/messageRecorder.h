@@ -5,12 +5,14 @@
 
 #include "support/messageBox.h"
 
-/// Replaces all message boxes during its lifetime: records their captions and answers them.
+/// Replaces all message boxes during its lifetime: records their captions and the last informative text, and answers
+/// them.
 class TmessageRecorder {
  public:
   TmessageRecorder() {
-    replaceMessageBox([this](QWidget*, const TmessageText& message, QMessageBox::StandardButtons) {
+    replaceMessageBox([this](QWidget*, const TmessageText& message, auto, const QString& informative) {
       captions_ << QByteArray(message.caption);
+      informativeText = informative;
       return answer;
     });
   }
@@ -22,6 +24,7 @@ class TmessageRecorder {
   QByteArrayList takeCaptions() { return std::exchange(captions_, {}); }
 
   QMessageBox::StandardButton answer = QMessageBox::Ok;
+  QString informativeText;
 
  private:
   QByteArrayList captions_;

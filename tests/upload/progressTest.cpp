@@ -31,7 +31,7 @@ class TprogressTest : public QObject {
   void initTestCase() { QVERIFY(loadStandInDriver()); }
   void init() {
     boxes_.clear();
-    replaceMessageBox([this](QWidget*, const TmessageText& message, QMessageBox::StandardButtons) {
+    replaceMessageBox([this](QWidget*, const TmessageText& message, auto, const QString&) {
       boxes_ << QByteArray(message.caption) + ": " + message.text;
       boxThread_ = QThread::currentThread();
       return QMessageBox::Ok;
