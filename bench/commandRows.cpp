@@ -7,6 +7,7 @@
 #include "browser/csvExport.h"
 #include "browser/recordList.h"
 #include "browser/search.h"
+#include "browser/settings.h"
 #include "support/recordText.h"
 
 namespace {
@@ -35,6 +36,15 @@ double copyRows(const TbenchFolders& folders, std::size_t count) {
 double deleteRows(const TbenchFolders& folders, std::size_t count) {
   const auto list = fullList(folders);
   return millisecondsOf([&] { list->remove({100, 100 + count - 1}); });
+}
+
+/// Brings rows back that were deleted from the middle of a full list, and shows the list in its order again.
+double undoDeletion(const TbenchFolders& folders, std::size_t count) {
+  const auto list = fullList(folders);
+  list->buildColumns(TbrowserSettings());
+  TsortOrder byDescription{2, true};
+  list->remove({100, 100 + count - 1});
+  return millisecondsOf([&] { list->goStep(TstepWay::undo, byDescription); });
 }
 
 /// All searchable texts in lower case, one after the other: the best layout for scanning bytes.
@@ -111,6 +121,8 @@ std::vector<Trow> commandRows(const TbenchFolders& folders) {
           {"copy-growth-1000-to-9000", "ms", growthBound, 7, growth(copyRows)},
           {"delete-9000", "ms", 1.0, 7, limit(deleteRows)},
           {"delete-growth-1000-to-9000", "ms", growthBound, 7, growth(deleteRows)},
+          {"undo-9000", "ms", 1.0, 7, limit(undoDeletion)},
+          {"undo-growth-1000-to-9000", "ms", growthBound, 7, growth(undoDeletion)},
           {"search-found", "ms", 3.0, 25, search("pump", false)},
           {"search-not-found", "ms", 3.0, 25, search("xylophone", false)},
           {"search-after-change", "ms", 15.0, 25, search("pump", true)},

@@ -75,6 +75,8 @@ void TEquipmentRecordPluginFrame::setUpForm() {
   connect(ui_->btnAdd, &QPushButton::clicked, this, &Tframe::btnAddClick);
   connect(ui_->btnCopy, &QPushButton::clicked, this, &Tframe::btnCopyClick);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &Tframe::btnDeleteClick);
+  connect(ui_->btnUndo, &QPushButton::clicked, this, [this] { goStep(TstepWay::undo); });
+  connect(ui_->btnRedo, &QPushButton::clicked, this, [this] { goStep(TstepWay::redo); });
   connect(ui_->btnExport, &QPushButton::clicked, this, &Tframe::btnExportClick);
   connect(ui_->btnOptions, &QPushButton::clicked, this, &Tframe::btnOptionsClick);
   connect(ui_->BtnUpload, &QPushButton::clicked, this, &Tframe::BtnUploadClick);
@@ -103,6 +105,9 @@ void TEquipmentRecordPluginFrame::setUpKeys() {
   auto* shortcuts = new Tshortcuts(this);
   shortcuts->add(Qt::CTRL | Qt::Key_N, ui_->btnAdd);
   shortcuts->add(Qt::CTRL | Qt::Key_D, ui_->btnCopy);
+  shortcuts->addOutsideEdits(Qt::CTRL | Qt::Key_Z, ui_->btnUndo);
+  shortcuts->addOutsideEdits(Qt::CTRL | Qt::Key_Y, ui_->btnRedo);
+  shortcuts->addOutsideEdits(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, ui_->btnRedo);
   shortcuts->add(Qt::CTRL | Qt::Key_E, ui_->btnExport);
   shortcuts->add(Qt::CTRL | Qt::Key_I, ui_->btnImport);
   shortcuts->add(Qt::CTRL | Qt::Key_U, ui_->BtnUpload);
@@ -138,6 +143,15 @@ void TEquipmentRecordPluginFrame::sort() {
 void TEquipmentRecordPluginFrame::fill() {
   model_->refill();
   ui_->tblEqRec->showSort(layout_.sort);
+  showSteps();
+}
+
+/// Says on the two buttons what can be undone and redone.
+void TEquipmentRecordPluginFrame::showSteps() {
+  for (const auto& [button, way] : {std::pair(ui_->btnUndo, TstepWay::undo), {ui_->btnRedo, TstepWay::redo}}) {
+    button->setEnabled(list_.steps().can(way));
+    button->setToolTip(list_.steps().toolTip(way));
+  }
 }
 
 /// The rows that a command works on; nothing if no row is selected or the grid shows no record.

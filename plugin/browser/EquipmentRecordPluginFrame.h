@@ -55,13 +55,15 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   // The grid
   void sort();
   void fill();
+  void showSteps();
   std::optional<TrowRange> selectedRows() const;
   void selectRows(const TrowRange& rows);
   void goToSearch();
+  void clearSearchBoxes();
 
   // What the editor needs
   const TequipRecTable& records() const override { return list_.records(); }
-  void change(TlistChange change) override { list_.change(std::move(change)); }
+  void change(TlistChange change) override;
   const TtestProcTable& testProcs() const override { return list_.titles(); }
   std::size_t shownCount() const override { return list_.view().count(); }
   TrecordIndex recordAt(std::size_t row) const override { return list_.view().at(row); }
@@ -82,6 +84,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void btnAddClick();
   void btnCopyClick();
   void btnDeleteClick();
+  void goStep(TstepWay way);
   void btnExportClick();
   void btnOptionsClick();
   void BtnUploadClick();

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QPointer>
 #include <QPushButton>
 
@@ -74,10 +75,14 @@ void TEquipmentRecordPluginFrame::btnSearchClick() {
   if (list_.search(texts)) sort();
 }
 
-void TEquipmentRecordPluginFrame::btnClearSearchClick() {
+void TEquipmentRecordPluginFrame::clearSearchBoxes() {
   for (QLineEdit* edit : {ui_->txtDescSearch, ui_->txtManufacturerSearch, ui_->txtModelSearch, ui_->txtGeneralSearch}) {
     edit->clear();
   }
+}
+
+void TEquipmentRecordPluginFrame::btnClearSearchClick() {
+  clearSearchBoxes();
   list_.clearSearch();
   sort();
 }
@@ -91,10 +96,16 @@ void TEquipmentRecordPluginFrame::btnAddClick() {
   const TrecordIndex added = list_.addBlank();
   fill();
   setCurrentRow(list_.view().count() - 1);
-  if (!editRecord(added).value_or(false)) return;
-  list_.removeAdded(added);
-  sort();
-  setCurrentRow(currentRow());
+  const auto cancelled = editRecord(added);
+  if (!cancelled) return;
+  if (*cancelled) {
+    list_.removeAdded(added);
+    sort();
+    setCurrentRow(currentRow());
+  } else {
+    list_.keepAdded(added);
+    showSteps();
+  }
 }
 
 void TEquipmentRecordPluginFrame::btnCopyClick() {
@@ -114,12 +125,33 @@ void TEquipmentRecordPluginFrame::btnDeleteClick() {
   const auto rows = selectedRows();
   if (!rows) return;
   const QPointer<TEquipmentRecordPluginFrame> self(this);
-  const auto answer = showMessage(this, deleteRecords, QMessageBox::Yes | QMessageBox::No);
+  const QString count =
+      rows->count() == 1 ? QStringLiteral("1 record") : QStringLiteral("%1 records").arg(rows->count());
+  const auto answer = showMessage(this, deleteRecords, QMessageBox::Yes | QMessageBox::No, count);
   if (answer != QMessageBox::Yes || self.isNull()) return;
   list_.remove(*rows);
   sort();
   // Selects a single row, so that a second press of the key cannot delete more than that.
   setCurrentRow(rows->top);
+}
+
+/// Called by the editor and the import. Their dialogs are modal, so a change while no editor is open is an import's.
+void TEquipmentRecordPluginFrame::change(TlistChange change) {
+  list_.makeStep(editor_ ? TstepKind::change : TstepKind::import, std::move(change));
+}
+
+void TEquipmentRecordPluginFrame::goStep(TstepWay way) {
+  if (QApplication::activeModalWidget() != nullptr || !list_.steps().can(way)) return;
+  const TstepShown shown = list_.goStep(way, layout_.sort);
+  if (shown.searchCleared) clearSearchBoxes();
+  ui_->tblEqRec->setFocus();  // before a button with the focus is disabled, which would pass the focus to the next one
+  fill();
+  const TrowRange rows = shown.rows.value_or(TrowRange{currentRow(), currentRow()});
+  if (rows.count() == 1) {
+    setCurrentRow(rows.top);
+  } else {
+    selectRows(rows);
+  }
 }
 
 void TEquipmentRecordPluginFrame::btnExportClick() {

@@ -4,6 +4,43 @@
 
 #include "browser/settings.h"
 
+namespace {
+
+bool replacesOnly(const TlistChange& change, TrecordIndex index) {
+  return std::all_of(change.steps().begin(), change.steps().end(), [index](const TlistStep& step) {
+    const auto* replaced = std::get_if<TreplaceRecord>(&step);
+    return replaced != nullptr && replaced->index == index;
+  });
+}
+
+}  // namespace
+
+void TrecordList::setRecords(TequipRecTable records) {
+  records_ = std::move(records);
+  added_.reset();
+  steps_.clear();
+}
+
+void TrecordList::makeStep(TstepKind kind, TlistChange change) {
+  const bool belongsToAddition = added_ && replacesOnly(change, *added_);
+  TlistChange inverse = this->change(std::move(change));
+  if (!belongsToAddition) steps_.add(kind, std::move(inverse));
+}
+
+TstepShown TrecordList::goStep(TstepWay way, TsortOrder& order) {
+  const TtouchedRecords touched = touchedBy(steps_.next(way), records_.count());
+  auto removed = rowsOf(touched.removed);
+  steps_.go(way);
+  showFound();
+  const bool leavesNone = std::find(touched.present.begin(), touched.present.end(), true) == touched.present.end();
+  const bool hidesAll = isSearchInForce() && !leavesNone && !rowsOf(touched.present);
+  if (hidesAll) clearSearch();
+  sort(order);
+  if (!leavesNone) return {rowsOf(touched.present), hidesAll};
+  if (removed) removed->top = std::min(removed->top, std::max<std::size_t>(view_.count(), 1) - 1);
+  return {removed ? std::optional(TrowRange{removed->top, removed->top}) : std::nullopt, false};
+}
+
 void TrecordList::changeColumns(const TbrowserSettings& settings, TsortOrder& order) {
   const TcolumnId sortedBy = columns_.id(order.column);
   columns_.build(settings);
@@ -28,6 +65,25 @@ void TrecordList::clearSearch() {
   view_.showAll();
 }
 
+void TrecordList::showFound() {
+  view_.showAll();
+  if (isSearchInForce() && !view_.isEmpty()) view_.show(search_.find(searchTexts_));
+}
+
+/// The rows of the chosen records; the first of them alone if the rows are not adjacent.
+std::optional<TrowRange> TrecordList::rowsOf(const std::vector<bool>& chosen) const {
+  std::optional<TrowRange> rows;
+  std::size_t found = 0;
+  for (std::size_t row = 0; row < view_.count(); ++row) {
+    if (!chosen[view_.at(row)]) continue;
+    ++found;
+    if (!rows) rows = TrowRange{row, row};
+    rows->bottom = row;
+  }
+  if (rows && rows->count() != found) rows->bottom = rows->top;
+  return rows;
+}
+
 bool TrecordList::hasRoomFor(std::size_t count) const {
   return records_.count() + count <= equipRecLimit;
 }
@@ -36,10 +92,17 @@ TrecordIndex TrecordList::addBlank() {
   const auto index = static_cast<TrecordIndex>(records_.count());
   change(TlistChange::append(index, std::vector<TequipRec>(1)));
   view_.append(index);
+  added_ = index;
   return index;
 }
 
+void TrecordList::keepAdded(TrecordIndex index) {
+  added_.reset();
+  steps_.add(TstepKind::addition, TlistChange(TremoveRecords{{index}}));
+}
+
 void TrecordList::removeAdded(TrecordIndex index) {
+  added_.reset();
   change(TlistChange(TremoveRecords{{index}}));
   view_.showAll();
 }
@@ -54,7 +117,7 @@ TrowRange TrecordList::copy(const TrowRange& rows) {
     copies.push_back(records_.at(view_.at(row)));
     copies.back().setText(fieldControlNum, "");
   }
-  change(TlistChange::append(count, std::move(copies)));
+  makeStep(TstepKind::copying, TlistChange::append(count, std::move(copies)));
   return {firstNew, view_.count() - 1};
 }
 
@@ -62,9 +125,6 @@ void TrecordList::remove(const TrowRange& rows) {
   std::vector<TrecordIndex> indices;
   for (std::size_t row = rows.top; row <= rows.bottom; ++row) indices.push_back(view_.at(row));
   std::sort(indices.begin(), indices.end());
-  change(TlistChange(TremoveRecords{std::move(indices)}));
-  view_.showAll();
-  if (searchActive_ && !view_.isEmpty() && !searchTexts_.isEmpty()) {
-    view_.show(search_.find(searchTexts_));
-  }
+  makeStep(TstepKind::deletion, TlistChange(TremoveRecords{std::move(indices)}));
+  showFound();
 }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "browser/columnLayout.h"
 #include "browser/search.h"
+#include "browser/undoSteps.h"
 #include "browser/view.h"
 #include "store/listChange.h"
 #include "support/gridLayout.h"
@@ -18,15 +21,30 @@ struct TrowRange {
   std::size_t count() const { return bottom - top + 1; }
 };
 
+/// What to show after a step was undone or redone.
+struct TstepShown {
+  /// The rows to select: those of the records that the step left, or the first of them if others lie between. If it
+  /// left none, the row that follows the removed ones. Nothing if no removed record was shown.
+  std::optional<TrowRange> rows;
+  bool searchCleared = false;
+};
+
 /// The records, the view and the columns, and what the user's commands do to them. It knows no window: the caller of a
 /// change refills the grid.
 class TrecordList {
  public:
   const TequipRecTable& records() const { return records_; }
   /// Replaces all records. The view must be rebuilt afterwards.
-  void setRecords(TequipRecTable records) { records_ = std::move(records); }
-  /// Makes a change and returns the one that takes it back. The view stays as it is.
+  void setRecords(TequipRecTable records);
+  /// Makes a change and returns the one that takes it back. The view stays as it is. Every change goes through here.
   TlistChange change(TlistChange change) { return applyChange(records_, std::move(change)); }
+  /// Makes a change that the user can undo as one step. The view stays as it is. A change of the record that is being
+  /// added belongs to its addition.
+  void makeStep(TstepKind kind, TlistChange change);
+  const TundoSteps& steps() const { return steps_; }
+  /// Undoes or redoes the next step, of which there must be one. Shows the records that the search in force finds, or
+  /// all if it would hide those that the step left; then the search is cleared. Sorts the view.
+  TstepShown goStep(TstepWay way, TsortOrder& order);
 
   TtestProcTable& titles() { return titles_; }
   const TtestProcTable& titles() const { return titles_; }
@@ -50,8 +68,11 @@ class TrecordList {
 
   /// Whether `count` more records fit into the table.
   bool hasRoomFor(std::size_t count) const;
-  /// Adds a blank record at the end of table and view, and returns its index. It must fit.
+  /// Adds a blank record at the end of table and view, and returns its index. It must fit. `keepAdded` or
+  /// `removeAdded` comes next.
   TrecordIndex addBlank();
+  /// Makes the addition a step, together with what the record has become meanwhile.
+  void keepAdded(TrecordIndex index);
   /// Removes a record that was just added, and shows all records, even if a search is in force.
   void removeAdded(TrecordIndex index);
   /// Adds copies of the records in these rows, without their control numbers, at the end of table and view. They must
@@ -61,6 +82,10 @@ class TrecordList {
   void remove(const TrowRange& rows);
 
  private:
+  bool isSearchInForce() const { return searchActive_ && !searchTexts_.isEmpty(); }
+  void showFound();
+  std::optional<TrowRange> rowsOf(const std::vector<bool>& chosen) const;
+
   TequipRecTable records_;
   TtestProcTable titles_;
   Tview view_{records_, titles_};
@@ -68,4 +93,6 @@ class TrecordList {
   TrecordSearch search_{records_, titles_};
   TsearchTexts searchTexts_;
   bool searchActive_ = false;
+  std::optional<TrecordIndex> added_;  ///< the record that is being added
+  TundoSteps steps_{[this](TlistChange change) { return this->change(std::move(change)); }};
 };

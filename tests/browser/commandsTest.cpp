@@ -88,6 +88,80 @@ class TcommandsTest : public QObject {
     QVERIFY(f.data().endsWith("\"NEW-2\",1\n"));
   }
 
+  void undoAndRedoSelectWhatTheyTouched() {
+    TopenFrame f;
+    const auto tip = [&](const char* button) { return f.control<QWidget>(button)->toolTip(); };
+    f.messages.answer = QMessageBox::Yes;
+    f.press(Qt::Key_Down, Qt::ShiftModifier);
+    f.press(Qt::Key_Delete);
+    QCOMPARE(f.messages.informativeText, QStringLiteral("2 records"));
+    f.press(Qt::Key_Delete);
+    QCOMPARE(f.messages.informativeText, QStringLiteral("1 record"));
+    QCOMPARE(tip("btnUndo"), QStringLiteral("Undo the deletion of a record (Ctrl+Z)"));
+    f.click("btnUndo");
+    QCOMPARE(tip("btnUndo"), QStringLiteral("Undo the deletion of 2 records (Ctrl+Z)"));
+    QCOMPARE(tip("btnRedo"), QStringLiteral("Redo the deletion of a record (Ctrl+Y)"));
+    f.search("txtDescSearch", QStringLiteral("alone"));
+    f.grid()->setFocus();
+    f.press(Qt::Key_Z, Qt::ControlModifier);  // the search would hide both records
+    QCOMPARE(f.column(1) + f.control("txtDescSearch")->text(), QStringLiteral("c a b"));
+    QCOMPARE(f.selectedRows(), QList<int>({0, 1}));
+    QVERIFY(!f.control<QWidget>("btnUndo")->isEnabled() && f.grid()->hasFocus());
+    f.press(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(f.column(1), QStringLiteral("b"));
+    QCOMPARE(f.selectedRows(), QList<int>({0}));
+    f.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(f.column(1), QString());
+    QVERIFY(!f.control<QWidget>("btnRedo")->isEnabled());
+  }
+
+  void newIsOneStepAndEachStoreToo() {
+    TopenFrame f;
+    const auto undoTip = [&] { return f.control<QWidget>("btnUndo")->toolTip(); };
+    f.press(Qt::Key_End, Qt::ControlModifier);
+    whenOpen("TfrmEqRecEditor", [](QWidget* editor) {
+      type(editor->focusWidget(), "NEW-1");
+      click(editor, "btnPrev");  // stores into the new record
+      type(editor->focusWidget(), "2");
+      click(editor, "btnNext");  // changes another one
+      click(editor, "btnPrev");  // changes nothing
+      click(editor, "btnOk");
+    }).during([&] { f.click("btnAdd"); });
+    QCOMPARE(f.column(1), QStringLiteral("c a 2b NEW-1"));
+    QCOMPARE(undoTip(), QStringLiteral("Undo the addition of a record (Ctrl+Z)"));
+    f.click("btnUndo");
+    QCOMPARE(f.column(1), QStringLiteral("c a 2b"));
+    QCOMPARE(undoTip(), QStringLiteral("Undo the change of a record (Ctrl+Z)"));
+    f.click("btnUndo");
+    QCOMPARE(f.column(1), QStringLiteral("c a b"));
+    QCOMPARE(undoTip(), QStringLiteral("Nothing to undo (Ctrl+Z)"));
+    f.click("btnRedo");
+    f.click("btnRedo");
+    QCOMPARE(f.selectedRows(), QList<int>({3}));
+    whenOpen("TfrmEqRecEditor", [&](QWidget* editor) {
+      f.click("btnUndo");  // does nothing while an editor is open
+      click(editor, "btnCancel");
+    }).during([&] { f.press(Qt::Key_Return); });
+    QCOMPARE(f.column(1), QStringLiteral("c a 2b NEW-1"));
+  }
+
+  void searchBoxKeepsItsOwnUndo() {
+    TopenFrame f;
+    f.click("btnCopy");
+    f.control("txtModelSearch")->setFocus();
+    type(f.control("txtModelSearch"), "x");
+    f.press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(f.control("txtModelSearch")->text(), QString());
+    f.press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(f.column(1), QStringLiteral("c a b "));
+    f.click("btnUndo");
+    f.control("txtModelSearch")->setFocus();
+    f.press(Qt::Key_Y, Qt::ControlModifier);
+    f.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(f.control("txtModelSearch")->text(), QStringLiteral("x"));
+    QCOMPARE(f.column(1), QStringLiteral("c a b"));
+  }
+
   void cancelledNewRecordGoes() {
     TopenFrame f;
     type(f.control("txtDescSearch"), "alone");
@@ -96,6 +170,7 @@ class TcommandsTest : public QObject {
       f.click("btnAdd");
     });
     QCOMPARE(f.column(1), QStringLiteral("c a b"));
+    QVERIFY(!f.control<QWidget>("btnUndo")->isEnabled());
   }
 
   void fullListTakesNoMore() {

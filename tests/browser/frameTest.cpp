@@ -1,3 +1,4 @@
+#include <QPushButton>
 #include <QTest>
 
 #include "browser/frameFixture.h"
@@ -22,6 +23,11 @@ class TframeTest : public QObject {
       QCOMPARE(button->text(), QString::fromLatin1(expected[1]));
       QVERIFY(button->isEnabled());
       QVERIFY(!button->accessibleName().isEmpty());
+    }
+    for (const char* name : {"btnUndo", "btnRedo"}) {
+      const auto* button = f.control<QPushButton>(name);
+      QVERIFY(button->isFlat() && !button->isEnabled());
+      QCOMPARE(button->accessibleName(), button->text());
     }
   }
 

@@ -1,8 +1,10 @@
 #include <QTest>
+#include <functional>
 
 #include "browser/csvExport.h"
 #include "browser/recordList.h"
 #include "browser/settings.h"
+#include "browser/undoSteps.h"
 #include "browser/view.h"
 #include "support/log.h"
 #include "testproc/autosequenceFileStructs.h"
@@ -31,7 +33,17 @@ struct Tlist {
 };
 
 void add(TrecordList& list, const std::vector<std::string>& texts, unsigned testProc) {
-  edit(list, list.addBlank(), [&](TequipRec& record) { record = makeRecord(texts, testProc); });
+  const TrecordIndex index = list.addBlank();
+  edit(list, index, [&](TequipRec& record) { record = makeRecord(texts, testProc); });
+  list.keepAdded(index);
+}
+
+using Trecords = std::vector<TequipRec>;
+
+Trecords contentOf(const TrecordList& list) {
+  Trecords records;
+  for (TrecordIndex i = 0; i < list.records().count(); ++i) records.push_back(list.records().at(i));
+  return records;
 }
 
 void fill(TrecordList& list) {
@@ -129,6 +141,79 @@ class TrecordListTest : public QObject {
     QVERIFY(!list.search({"bed", "", "", ""}));  // nothing is shown: nothing happens until the search is cleared
     list.clearSearch();
     QCOMPARE(shown(list.view()), "acd");
+  }
+
+  void everyStepIsUndoneAndRedone() {
+    TrecordList list;
+    TsortOrder order;
+    std::vector<Trecords> states = {contentOf(list)};
+    const auto change = [&](const std::function<void()>& make) {
+      make();
+      states.push_back(contentOf(list));
+    };
+    const TundoSteps& steps = list.steps();
+    list.buildColumns(TbrowserSettings());
+    for (const char* text : {"a", "b", "c", "d"}) change([&] { add(list, {text, text}, 3); });
+    change([&] { list.copy({1, 2}); });
+    change([&] { list.remove({0, 3}); });
+    change([&] { list.makeStep(TstepKind::change, TlistChange(TreplaceRecord{1, makeRecord({"e"})})); });
+    change([&] { list.makeStep(TstepKind::import, TlistChange::append(2, {makeRecord({"f"}), makeRecord({"g"})})); });
+    list.makeStep(TstepKind::import, TlistChange::append(4, {}));  // adds nothing, so it is no step
+    for (int round = 0; round < 2; ++round) {
+      for (std::size_t i = states.size() - 1; i-- > 0; list.goStep(TstepWay::undo, order)) {
+        QVERIFY(contentOf(list) == states[i + 1]);
+      }
+      QVERIFY(!steps.can(TstepWay::undo) && contentOf(list).empty());
+      for (std::size_t i = 1; i < states.size(); ++i) {
+        list.goStep(TstepWay::redo, order);
+        QVERIFY(contentOf(list) == states[i]);
+      }
+      QVERIFY(!steps.can(TstepWay::redo));
+    }
+    list.goStep(TstepWay::undo, order);
+    list.removeAdded(list.addBlank());
+    QVERIFY2(steps.can(TstepWay::redo), "a cancelled New is a step");
+    list.remove({0, 0});
+    QVERIFY2(!steps.can(TstepWay::redo), "redo after another change");
+    list.setRecords(TequipRecTable());
+    QVERIFY(!steps.can(TstepWay::undo));
+  }
+
+  void stepsShowTheirRecords() {
+    TrecordList list;
+    fill(list);
+    list.buildColumns(TbrowserSettings());
+    TsortOrder byDescription{2, true};
+    list.clearSearch();
+    list.sort(byDescription);  // c b d a
+    list.remove({1, 2});
+    const auto adjacent = list.goStep(TstepWay::undo, byDescription);
+    QCOMPARE(shown(list.view()), "cbda");
+    QVERIFY(adjacent.rows->top == 1 && adjacent.rows->bottom == 2);
+    list.clearSearch();
+    list.remove({0, 1});
+    const auto apart = list.goStep(TstepWay::undo, byDescription);  // a and b, with d between them
+    QVERIFY(apart.rows->top == 1 && apart.rows->bottom == 1);
+    const auto removed = list.goStep(TstepWay::redo, byDescription);
+    QVERIFY(removed.rows->top == 1 && removed.rows->bottom == 1);
+    list.search({"", "s\xFC\x64", "", ""});  // finds c; of the step's records only b
+    const auto found = list.goStep(TstepWay::undo, byDescription);
+    QCOMPARE(shown(list.view()), "cb");
+    QVERIFY(found.rows->top == 1 && found.rows->bottom == 1 && !found.searchCleared);
+    list.goStep(TstepWay::redo, byDescription);
+    list.search({"", "co", "", ""});
+    QVERIFY(list.goStep(TstepWay::undo, byDescription).searchCleared);
+    QCOMPARE(shown(list.view()), "cbda");
+  }
+
+  void changesAreFollowedRecordByRecord() {
+    TlistChange change(TremoveRecords{{0, 2}});  // of 0 1 2 3
+    change.add(TinsertRecords{{0, 3}, std::vector<TequipRec>(2)});
+    change.add(TreplaceRecord{2, TequipRec()});
+    change.add(TremoveRecords{{0, 1}});
+    const TtouchedRecords touched = touchedBy(change, 4);
+    QVERIFY(touched.removed == std::vector<bool>({true, true, true, false}));
+    QVERIFY(touched.present == std::vector<bool>({true, true}));
   }
 
   void sortColumnFollowsItsMeaning() {

@@ -215,6 +215,11 @@ class TdialogsTest : public QObject {
     (goOn + runIt + confirm).during([&] { f.press(Qt::Key_I, Qt::ControlModifier); });
     QCOMPARE(f.messages.takeCaptions(), {"Delete Records?"});
     QCOMPARE(f.column(1).toLatin1() + text(f.frame.get(), "txtDescSearch"), "a b c");
+    QCOMPARE(f.control<QWidget>("btnUndo")->toolTip(), QStringLiteral("Undo the import of 3 records (Ctrl+Z)"));
+    f.click("btnUndo");
+    QCOMPARE(f.column(1), QString());
+    f.click("btnRedo");
+    QCOMPARE(f.selectedRows(), QList<int>({0, 1, 2}));
     f.click("BtnExit");
     QCOMPARE(f.data(), "\"a\",2\n\"b\",3\n\"c\",1\n");
   }
