@@ -62,6 +62,7 @@ class Ttour {
   QString addRecord();
   QString copyRecords();
   QString deleteRecords();
+  QString undoAndRedo();
   QString changeColumns();
   QString exportList();
   QString openHelp();

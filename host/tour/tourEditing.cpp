@@ -25,6 +25,7 @@ void Ttour::tourEditing() {
   step(QStringLiteral("new"), [this] { return addRecord(); });
   step(QStringLiteral("copy"), [this] { return copyRecords(); });
   step(QStringLiteral("delete"), [this] { return deleteRecords(); });
+  step(QStringLiteral("undo"), [this] { return undoAndRedo(); });
   step(QStringLiteral("options"), [this] { return changeColumns(); });
   step(QStringLiteral("export"), [this] { return exportList(); });
   step(QStringLiteral("help"), [this] { return openHelp(); });
@@ -112,6 +113,17 @@ QString Ttour::deleteRecords() {
   boxes_.resume();
   expect(rows() == before - 2, QStringLiteral("%1 rows").arg(rows()));
   return QStringLiteral("the two copies, after confirming");
+}
+
+QString Ttour::undoAndRedo() {
+  const int before = rows();
+  frame().press(Qt::Key_Z, Qt::ControlModifier);
+  expect(rows() == before + 2 && grid()->selectionModel()->selectedRows().size() == 2,
+         QStringLiteral("the two records are not back and selected"));
+  picture(frame().window(), QStringLiteral("frame-undone"));
+  frame().press(Qt::Key_Y, Qt::ControlModifier);
+  expect(rows() == before, QStringLiteral("%1 rows").arg(rows()));
+  return QStringLiteral("the two copies came back and went again");
 }
 
 QString Ttour::changeColumns() {
