@@ -58,7 +58,10 @@ struct TethernetParameters {
 
   std::string address() const {
     std::string text;
-    for (const auto octet : octets) text += (text.empty() ? "" : ".") + std::to_string(octet);
+    for (const auto octet : octets) {
+      if (!text.empty()) text += '.';
+      text += std::to_string(octet);
+    }
     return text;
   }
   std::string target() const { return address() + ':' + std::to_string(port); }

@@ -66,9 +66,8 @@ TfileSum writeRecords(TfileWriter& writer, const TfileKind& kind, const TequipRe
   }
   const Toutcome flushed = writer.flush();
   const Toutcome closed = writer.close();
-  for (const Toutcome& outcome : {flushed, closed}) {
-    if (!outcome) throw TERException(ERCLOSEFAILED, kind.closeFailed, outcome.failure().text());
-  }
+  if (!flushed) throw TERException(ERCLOSEFAILED, kind.closeFailed, flushed.failure().text());
+  if (!closed) throw TERException(ERCLOSEFAILED, kind.closeFailed, closed.failure().text());
   return sum;
 }
 
