@@ -165,7 +165,7 @@ class TexchangeTest : public QObject {
     broken.failingWrite = 2;
     QCOMPARE(VMRcommClass(&broken).putData(putRecordsCommand, commandLength, "aa", 1), -1);
     closeLog();
-    QString log = QString::fromLatin1(bytesOf(folder / "EquipmentRecord.log"));
+    QString log = QString::fromLatin1(linesOf(folder / "EquipmentRecord.log"));
     log.replace(QRegularExpression(QStringLiteral("after [0-9]+ ms")), QStringLiteral("after N ms"));
     for (const char* line :
          {"exchange with USB device failed at acknowledgement of block 2 of 3 (2 bytes) after N ms: unexpected "

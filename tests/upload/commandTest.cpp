@@ -41,7 +41,7 @@ class TuploadCommandTest : public QObject {
     openLog(folder_.path());
     upload();
     closeLog();
-    const QByteArray log = bytesOf(folder_ / "EquipmentRecord.log");
+    const QByteArray log = linesOf(folder_ / "EquipmentRecord.log");
     QVERIFY(log.contains("upload starts: USB, USB device, number of records: 1\n") && !log.contains("A-1"));
     QVERIFY(log.contains("handshake completed after ") && log.contains("transfer completed after "));
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
