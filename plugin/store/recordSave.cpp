@@ -15,26 +15,50 @@ namespace {
 /// Bytes that are written at a time.
 constexpr std::size_t pieceSize = 1048576;
 
-void appendQuoted(std::string_view text, std::string& lines) {
-  lines.append(1, '"').append(text).append(1, '"');
-}
+/// No line is longer than this: the texts, each with two quotes and a comma, or a text and a number of at most 3
+/// digits.
+constexpr std::size_t longestLine = textFieldsSize + 3 * textFields.size() + 8;
+static_assert(maxTestProc < 1000);
 
-void appendDataLine(const TequipRec& record, std::string& lines) {
-  appendQuoted(record.text(fieldControlNum), lines);
-  lines.append(1, ',').append(std::to_string(record.testProc())).append(1, '\n');
-}
+/// Lines being made, up to a piece. Behind that there is room for one more line.
+class Tlines {
+ public:
+  Tlines() : bytes_(pieceSize + longestLine, '\0'), end_(bytes_.data()) {}
 
-void appendInfoLine(const TequipRec& record, std::string& lines) {
-  for (const TtextField& field : textFields) {
-    if (field.id > 0) lines += ',';
-    appendQuoted(record.text(field.id), lines);
+  std::string_view text() const { return {bytes_.data(), static_cast<std::size_t>(end_ - bytes_.data())}; }
+  void clear() { end_ = bytes_.data(); }
+
+  void append(char character) { *end_++ = character; }
+  void append(std::string_view text) { end_ = std::copy(text.begin(), text.end(), end_); }
+  void appendQuoted(std::string_view text) {
+    append('"');
+    append(text);
+    append('"');
   }
-  lines += '\n';
+
+ private:
+  std::string bytes_;
+  char* end_;
+};
+
+void appendDataLine(const TequipRec& record, Tlines& lines) {
+  lines.appendQuoted(record.text(fieldControlNum));
+  lines.append(',');
+  lines.append(std::to_string(record.testProc()));
+  lines.append('\n');
+}
+
+void appendInfoLine(const TequipRec& record, Tlines& lines) {
+  for (const TtextField& field : textFields) {
+    if (field.id > 0) lines.append(',');
+    lines.appendQuoted(record.text(field.id));
+  }
+  lines.append('\n');
 }
 
 /// What differs between the two files: how a record's line is made, and what failures are called.
 struct TfileKind {
-  void (*appendLine)(const TequipRec&, std::string&);
+  void (*appendLine)(const TequipRec&, Tlines&);
   const char* writeFailed;
   const char* writeAndCloseFailed;
   const char* closeFailed;
@@ -52,16 +76,15 @@ constexpr TfileKind infoKind = {appendInfoLine, "fprintf returned EOF on eq file
 }
 
 /// Writes one file whole, brings it to the disk and closes it. Returns the fingerprint of its content.
-TfileSum writeRecords(TfileWriter& writer, const TfileKind& kind, const TequipRecTable& store, std::size_t count) {
+TfileSum writeRecords(TfileWriter& writer, const TfileKind& kind, const TequipRecTable& store, std::size_t count,
+                      Tlines& lines) {
   TfileSum sum;
-  std::string lines;
-  lines.reserve(pieceSize + textFieldsSize + 3 * textFields.size());
   const std::size_t end = std::min(count, store.count());
   for (std::size_t i = 0; i < end; ++i) {
     kind.appendLine(store.at(static_cast<TrecordIndex>(i)), lines);
-    if (lines.size() < pieceSize && i + 1 < end) continue;
-    if (const Toutcome written = writer.write(lines); !written) failWrite(writer, kind, i, written.failure());
-    sum = {sum.length + lines.size(), crc32Of(lines, sum.crc)};
+    if (lines.text().size() < pieceSize && i + 1 < end) continue;
+    if (const Toutcome written = writer.write(lines.text()); !written) failWrite(writer, kind, i, written.failure());
+    sum = {sum.length + lines.text().size(), crc32Of(lines.text(), sum.crc)};
     lines.clear();
   }
   const Toutcome flushed = writer.flush();
@@ -92,8 +115,9 @@ TERResult writePair(TfileSystem& files, const TsavedPair& pair, const TequipRecT
   if (const Toutcome opened = openTemporary(files, pair.info(), info); !opened) {
     return {ER2NDFILENOTFOUND, opened.failure().text()};
   }
-  sums.data = writeRecords(*data, dataKind, store, count);
-  sums.info = writeRecords(*info, infoKind, store, count);
+  Tlines lines;
+  sums.data = writeRecords(*data, dataKind, store, count, lines);
+  sums.info = writeRecords(*info, infoKind, store, count, lines);
   return {};
 }
 
