@@ -35,14 +35,12 @@ class Treport {
  public:
   explicit Treport(const char* work) : work_(work) {}
 
-  void log(const std::string& end, std::size_t count, const std::string& reason) const {
+  void log(bool succeeded, const std::string& end, std::size_t count, const std::string& reason) const {
     const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start_);
     const std::string line = work_ + ' ' + std::to_string(count) + " records: " + end + ", " +
                              std::to_string(time.count()) + " ms" + (reason.empty() ? "" : "; " + reason);
-    end == success ? logInfo(line) : logFailure(line);
+    succeeded ? logInfo(line) : logFailure(line);
   }
-
-  static constexpr const char* success = "status 0";
 
  private:
   std::string work_;
@@ -56,10 +54,10 @@ std::optional<TmessageText> report(const char* name, const TequipRecTable& table
   const Treport report(name);
   try {
     const TERResult result = work();
-    report.log("status " + std::to_string(result.status), table.count(), result.reason);
+    report.log(result.status == ERSUCCESS, "status " + std::to_string(result.status), table.count(), result.reason);
     return messageOf(result.status);
   } catch (const TERException& exception) {
-    report.log("exception " + std::to_string(exception.code()) + ", " + exception.what(), table.count(),
+    report.log(false, "exception " + std::to_string(exception.code()) + ", " + exception.what(), table.count(),
                exception.reason());
     return exceptionMessage(exception.code());
   } catch (...) {

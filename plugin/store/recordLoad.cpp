@@ -5,6 +5,7 @@
 #include "store/recordLines.h"
 #include "store/savedPair.h"
 #include "support/fileSystem.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -14,7 +15,8 @@ TERResult readFile(TfileSystem& files, const std::filesystem::path& path, List& 
                    ReadLines readLines, TERStatus notOpened) {
   using Tend = TreadResult::Tend;
   const TreadResult result = files.read(path, list.content);
-  const std::string reason = result.failure ? result.failure->text() : std::string();
+  const Tfailure none{"open", pathText(path), "there is no such file"};
+  const std::string reason = result.end == Tend::done ? std::string() : result.failure.value_or(none).text();
   if (result.end == Tend::missing || result.end == Tend::notOpened) return {notOpened, reason};
   if (result.end == Tend::readFailed) throw TERException(EREXCEPTION, "fgets() failed", reason);
   try {

@@ -112,6 +112,9 @@ class TformatTest : public QObject {
                                 makeRecord({"B2", "a;b", "", " m, "}), makeRecord({"C3"})});
     const TtestFolder folder;
     QCOMPARE(saveText(table, folder / "none"), "2");
+    TequipRecTable unread;
+    const TERResult missing = TequipRecFromFile(&unread, 1, folder / "eq.dat", folder / "eqinfo.dat", diskFileSystem());
+    QVERIFY(missing.status == ER1STFILENOTFOUND && missing.reason.find("eq.dat: ") != std::string::npos);
     QCOMPARE(TequipRecToFile(table, 2, folder / "eq.dat", folder / "eqinfo.dat", diskFileSystem()).status, ERSUCCESS);
     QCOMPARE(bytesOf(folder / "eq.dat"), "\"A1\",500\n\"B2\",1\n");
     QCOMPARE(bytesOf(folder / "eqinfo.dat"),
