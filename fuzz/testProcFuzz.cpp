@@ -7,27 +7,33 @@
 
 namespace {
 
+using Tpath = std::filesystem::path;
+using Twriter = std::unique_ptr<TfileWriter>;
+
 /// A file system with a single read-only file.
 class ToneFile final : public TfileSystem {
  public:
   explicit ToneFile(std::string content) : content_(std::move(content)) {}
 
-  TreadResult read(const std::filesystem::path& /*path*/, std::string& content) override {
+  TreadResult read(const Tpath& /*path*/, std::string& content, std::uint64_t /*most*/) override {
     content = content_;
     return {};
   }
-  std::optional<TfileStamp> stamp(const std::filesystem::path& /*path*/) override { return TfileStamp{}; }
-  Toutcome checkWritable(const std::filesystem::path& /*path*/) override { return readOnly(); }
-  Toutcome create(const std::filesystem::path& /*path*/, const std::filesystem::path& /*like*/,
-                  std::unique_ptr<TfileWriter>& /*writer*/) override {
-    return readOnly();
+  TstampResult stamp(const Tpath& /*path*/) override { return {TstampResult::Tend::found, {}, {}}; }
+  Toutcome checkWritable(const Tpath& /*path*/) override { return readOnly(); }
+  Toutcome create(const Tpath& /*path*/, const Tpath& /*like*/, Twriter& /*writer*/) override { return readOnly(); }
+  Toutcome append(const Tpath& /*path*/, Twriter& /*writer*/) override { return readOnly(); }
+  TlockResult lock(const Tpath& /*path*/, bool /*create*/, const Tpath& /*like*/,
+                   std::chrono::milliseconds /*wait*/) override {
+    return {};
   }
-  Toutcome rename(const std::filesystem::path& /*from*/, const std::filesystem::path& /*to*/) override {
-    return readOnly();
-  }
-  Toutcome remove(const std::filesystem::path& /*path*/) override { return readOnly(); }
-  Toutcome flushFolder(const std::filesystem::path& /*folder*/) override { return readOnly(); }
-  std::filesystem::path resolve(const std::filesystem::path& path) override { return path; }
+  Toutcome rename(const Tpath& /*from*/, const Tpath& /*to*/) override { return readOnly(); }
+  Toutcome remove(const Tpath& /*path*/) override { return readOnly(); }
+  Toutcome list(const Tpath& /*folder*/, std::vector<Tpath>& /*names*/) override { return readOnly(); }
+  Toutcome makeFolder(const Tpath& /*folder*/) override { return readOnly(); }
+  Toutcome removeFolder(const Tpath& /*folder*/) override { return readOnly(); }
+  Toutcome flushFolder(const Tpath& /*folder*/) override { return readOnly(); }
+  Tpath resolve(const Tpath& path) override { return path; }
 
  private:
   static Toutcome readOnly() { return Tfailure{"write", "file", "read-only"}; }

@@ -5,17 +5,21 @@
 
 #include "import/lineReader.h"
 #include "support/failure.h"
-#include "support/fileSystem.h"
 #include "support/log.h"
+#include "support/uninterrupted.h"
 
 TimportFile::TimportFile(const TimportOptions& options) {
+  std::error_code error;
+  const auto& path = options.fileName;
   errno = 0;
-  if (const auto stamp = diskFileSystem().stamp(options.fileName)) {
-    size_ = stamp->length;
-    stream_.open(options.fileName, std::ios::binary);
+  // Not by `TfileSystem`, which logs the path of a file that cannot be looked at.
+  if (uninterrupted(error, [&](std::error_code& e) { return std::filesystem::is_regular_file(path, e); })) {
+    size_ = uninterrupted(error, [&](std::error_code& e) { return std::filesystem::file_size(path, e); });
+    if (!error) stream_.open(path, std::ios::binary);
   }
   if (isOpen()) return;
-  const std::string reason = errno == 0 ? "not a readable file" : std::generic_category().message(errno);
+  if (!error) error.assign(errno, std::generic_category());
+  const std::string reason = error ? error.message() : "not a readable file";
   logFailure(Tfailure{"open", "import file " + extensionOf(options), reason}.text());
 }
 

@@ -21,9 +21,16 @@ std::filesystem::path keptName(const std::filesystem::path& path, int number) {
   return kept;
 }
 
+/// What renaming keeps of a file's stamp.
+std::optional<TfileStamp> stampOf(TfileSystem& files, const std::filesystem::path& path) {
+  TstampResult result = files.stamp(path);
+  result.stamp.changed = 0;
+  return result.isFound() ? std::optional(result.stamp) : std::nullopt;
+}
+
 /// Copies a file, if it exists, to a name that is not taken.
 Toutcome keep(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& kept) {
-  if (!files.stamp(path)) return {};
+  if (files.stamp(path).isAbsent()) return {};
   std::string content;
   const TreadResult read = files.read(path, content);
   if (read.end == TreadResult::Tend::done) return writeFlushed(files, kept, path, content);
@@ -90,7 +97,7 @@ std::filesystem::path TequipRecFiles::infoPath() const {
 }
 
 TequipRecFiles::Tstamps TequipRecFiles::stamps() const {
-  return {files_.stamp(dataPath()), files_.stamp(infoPath())};
+  return {stampOf(files_, dataPath()), stampOf(files_, infoPath())};
 }
 
 TERResult TequipRecFiles::loadFiles(TequipRecTable& table) {
@@ -109,7 +116,7 @@ TERResult TequipRecFiles::saveFiles(const TequipRecTable& table) {
     keepFilesIfUnread();
     // Renaming keeps a file's stamp, so these files are known as ours once they are in place.
     const TsavedPair pair(files_, dataPath(), infoPath());
-    written_ = {files_.stamp(pair.data().temporary), files_.stamp(pair.info().temporary)};
+    written_ = {stampOf(files_, pair.data().temporary), stampOf(files_, pair.info().temporary)};
   });
 }
 
@@ -119,7 +126,9 @@ void TequipRecFiles::keepFilesIfUnread() {
                      (found.info == known_.info || found.info == written_.info);
   if (allRead_ && known) return;
   int number = 1;
-  while (files_.stamp(keptName(dataPath(), number)) || files_.stamp(keptName(infoPath(), number))) ++number;
+  while (files_.stamp(keptName(dataPath(), number)).isFound() || files_.stamp(keptName(infoPath(), number)).isFound()) {
+    ++number;
+  }
   const auto keptData = keptName(dataPath(), number);
   const auto keptInfo = keptName(infoPath(), number);
   Toutcome kept = keep(files_, dataPath(), keptData);

@@ -101,6 +101,7 @@ void checkPaths(const std::filesystem::path& dataPath, const std::filesystem::pa
 
 Toutcome openTemporary(TfileSystem& files, const TsavedPair::Tfile& file, std::unique_ptr<TfileWriter>& writer) {
   Toutcome writable = files.checkWritable(file.target);
+  if (writable) files.remove(file.temporary);
   return writable ? files.create(file.temporary, file.target, writer) : writable;
 }
 

@@ -37,7 +37,7 @@ bool TsavedPair::recover() {
 }
 
 std::filesystem::path TsavedPair::current(const Tfile& file) const {
-  return pending_ && files_.stamp(file.temporary) ? file.temporary : file.target;
+  return pending_ && !files_.stamp(file.temporary).isAbsent() ? file.temporary : file.target;
 }
 
 void TsavedPair::commit(const TpairSums& sums) {
@@ -71,7 +71,7 @@ TsavedPair::Tmarker TsavedPair::readMarker(TcommitMarker& marker) {
     case TreadResult::Tend::missing:
       return Tmarker::none;
     case TreadResult::Tend::notOpened:
-      return files_.stamp(marker_.target) ? Tmarker::unreadable : Tmarker::none;
+      return files_.stamp(marker_.target).isAbsent() ? Tmarker::none : Tmarker::unreadable;
     case TreadResult::Tend::done:
       break;
     default:
@@ -102,6 +102,7 @@ bool TsavedPair::putInPlace(const Tfile& file, const TfileSum& sum) {
 
 /// Brings the names of both temporaries to the disk, then the marker.
 Toutcome TsavedPair::decide(const TcommitMarker& marker) {
+  files_.remove(marker_.temporary);
   Toutcome outcome = writeFlushed(files_, marker_.temporary, data_.target, marker.toText());
   if (outcome) outcome = flushFolders();
   if (outcome) outcome = files_.rename(marker_.temporary, marker_.target);
@@ -111,7 +112,7 @@ Toutcome TsavedPair::decide(const TcommitMarker& marker) {
 /// Removes the marker and, once it is surely gone, everything else that a save leaves behind.
 void TsavedPair::withdraw() {
   const auto folder = marker_.target.parent_path();
-  const bool hadMarker = files_.stamp(marker_.target).has_value();
+  const bool hadMarker = !files_.stamp(marker_.target).isAbsent();
   if (hadMarker && !(files_.remove(marker_.target) && files_.flushFolder(folder))) return;
   files_.remove(marker_.temporary);
   discard();

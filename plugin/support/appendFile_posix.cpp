@@ -1,58 +1,46 @@
-#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "support/appendFile.h"
+#include "support/openFile_posix.h"
 
 namespace {
 
 /// A regular file, open for appending.
-class TopenFile {
+class TappendedFile {
  public:
-  TopenFile(const std::filesystem::path& path, int flags) {
-    // Without blocking: a pipe in the file's place must not hang the program.
-    descriptor_ = ::open(path.c_str(), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags, 0666);
-    isRegular_ = descriptor_ >= 0 && ::fstat(descriptor_, &status_) == 0 && S_ISREG(status_.st_mode);
-  }
-  TopenFile(const TopenFile&) = delete;
-  TopenFile& operator=(const TopenFile&) = delete;
-  ~TopenFile() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
+  TappendedFile(const std::filesystem::path& path, int flags)
+      : file_(path, O_WRONLY | O_APPEND | flags, 0666), isRegular_(file_ && file_.regularStatus(status_)) {}
 
   explicit operator bool() const { return isRegular_; }
-  int descriptor() const { return descriptor_; }
+  int descriptor() const { return file_.descriptor(); }
   std::uint64_t size() const { return static_cast<std::uint64_t>(status_.st_size); }
 
   /// Whether `path` still names this file.
   bool isAt(const std::filesystem::path& path) const {
     struct stat named {};
-    return ::stat(path.c_str(), &named) == 0 && named.st_ino == status_.st_ino && named.st_dev == status_.st_dev;
+    return statusAt(path, named) && isSameFile(named, status_);
   }
 
  private:
-  int descriptor_ = -1;
-  bool isRegular_ = false;
   struct stat status_ {};
+  TopenFile file_;
+  bool isRegular_;
 };
 
 }  // namespace
 
 TappendResult appendToFile(const std::filesystem::path& path, std::string_view bytes, std::uint64_t mostBytes) {
-  const TopenFile file(path, O_CREAT);
+  const TappendedFile file(path, O_CREAT);
   if (!file) return TappendResult::failed;
   if (file.size() + bytes.size() > mostBytes) return TappendResult::full;
-  ssize_t written = -1;
-  do written = ::write(file.descriptor(), bytes.data(), bytes.size());
-  while (written < 0 && errno == EINTR);
+  const ssize_t written = retried([&] { return ::write(file.descriptor(), bytes.data(), bytes.size()); });
   return written == static_cast<ssize_t>(bytes.size()) ? TappendResult::done : TappendResult::failed;
 }
 
 void turnFileOver(const std::filesystem::path& path, const std::filesystem::path& older, std::uint64_t bytes) {
-  const TopenFile file(path, 0);
+  const TappendedFile file(path, 0);
   if (!file || file.size() <= bytes) return;
   // Closing the file unlocks it. Whoever gets the lock later finds a new file at the path, and leaves it there.
   if (::flock(file.descriptor(), LOCK_EX | LOCK_NB) == 0 && file.isAt(path)) std::rename(path.c_str(), older.c_str());

@@ -1,7 +1,69 @@
 #include "support/fileSystem.h"
 
+#include <array>
+#include <charconv>
+#include <random>
+#include <system_error>
+
+#include "support/diskFiles.h"
 #include "support/log.h"
 #include "support/paths.h"
+
+namespace {
+
+constexpr std::string_view ownEnding = ".new-";
+constexpr std::size_t digitsOfOwnName = 16;
+
+bool isHexadecimal(std::string_view digits) {
+  return digits.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+/// Whether `name` is one that a writer of `target` uses for the file that is to replace it.
+bool isTemporaryOf(std::string_view name, std::string_view target) {
+  if (!name.starts_with(target)) return false;
+  name.remove_prefix(target.size());
+  if (name == ".new") return true;
+  return name.size() == ownEnding.size() + digitsOfOwnName && name.starts_with(ownEnding) &&
+         isHexadecimal(name.substr(ownEnding.size()));
+}
+
+/// Removes what killed writers of `target` left behind: temporaries older than any living writer's. `now` is the time
+/// of the same file system.
+void removeRemains(TfileSystem& files, const std::filesystem::path& target, std::int64_t now) {
+  constexpr std::int64_t longestWrite = 60'000'000'000;
+  std::vector<std::filesystem::path> names;
+  files.list(target.parent_path(), names);
+  for (const std::filesystem::path& name : names) {
+    if (!isTemporaryOf(pathText(name), pathText(target.filename()))) continue;
+    const auto path = target.parent_path() / name;
+    const TstampResult found = files.stamp(path);
+    if (found.isFound() && now - found.stamp.modified > longestWrite) files.remove(path);
+  }
+}
+
+/// Renames a new file unless another program has put its own in the place.
+Toutcome renameOwn(TfileSystem& files, const std::filesystem::path& own, const TstampResult& written,
+                   const std::filesystem::path& target) {
+  const TstampResult found = files.stamp(own);
+  if (written.isFound() && found.isFound() && found.stamp == written.stamp) return files.rename(own, target);
+  const Tfailure changed{"rename", pathText(own), "another program has changed the file"};
+  return written.failure.value_or(found.failure.value_or(changed));
+}
+
+}  // namespace
+
+std::filesystem::path ownNameBeside(const std::filesystem::path& target) {
+  std::random_device random;
+  const std::uint64_t number = (std::uint64_t{random()} << 32U) | random();
+  std::array<char, digitsOfOwnName> digits{};
+  const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
+  const std::string_view text(digits.data(), static_cast<std::size_t>(end - digits.data()));
+  auto name = target;
+  name += ownEnding;
+  name += std::string(digitsOfOwnName - text.size(), '0');
+  name += text;
+  return name;
+}
 
 Toutcome writeFlushed(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& like,
                       std::string_view content) {
@@ -15,15 +77,27 @@ Toutcome writeFlushed(TfileSystem& files, const std::filesystem::path& path, con
 
 Toutcome replaceFile(TfileSystem& files, const std::filesystem::path& path, std::string_view content) {
   const auto target = files.resolve(path);
-  auto temporary = target;
-  temporary += ".new";
+  const auto temporary = ownNameBeside(target);
   Toutcome outcome = files.checkWritable(target);
   if (!outcome) return outcome;
   outcome = writeFlushed(files, temporary, target, content);
-  if (outcome) outcome = files.rename(temporary, target);
-  if (outcome) return files.flushFolder(target.parent_path());
-  files.remove(temporary);
-  return outcome;
+  const TstampResult written = outcome ? files.stamp(temporary) : TstampResult();
+  if (outcome) outcome = renameOwn(files, temporary, written, target);
+  if (!outcome) {
+    files.remove(temporary);
+    return outcome;
+  }
+  removeRemains(files, target, written.stamp.modified);
+  return files.flushFolder(target.parent_path());
+}
+
+Toutcome listFolder(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names) {
+  const auto path = folder.empty() ? std::filesystem::path(".") : folder;
+  const std::error_code error = namesInFolder(path, names);
+  if (!error || error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) return {};
+  Tfailure failure{"list", pathText(path), error.message()};
+  logFailure(failure.text());
+  return failure;
 }
 
 Tfailure loggedFailure(const char* operation, const std::filesystem::path& path, int error) {

@@ -1,40 +1,36 @@
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 #include <utility>
 
 #include "support/bufferedWriter.h"
+#include "support/diskFiles.h"
+#include "support/openFile_posix.h"
 
 namespace {
 
-int openRetrying(const std::filesystem::path& path, int flags, mode_t mode = 0) {
-  int descriptor = -1;
-  do descriptor = ::open(path.c_str(), flags | O_CLOEXEC, mode);
-  while (descriptor < 0 && errno == EINTR);
-  return descriptor;
-}
-
-bool writeAll(int descriptor, std::string_view bytes) {
+bool writeAll(const TopenFile& file, std::string_view bytes) {
   while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
+    const ssize_t written = retried([&] { return ::write(file.descriptor(), bytes.data(), bytes.size()); });
     if (written <= 0) return false;
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
 }
 
-/// Reads to the end of the file, in one piece if `expected` is its length.
-bool readAll(int descriptor, std::size_t expected, std::string& content) {
+/// Reads to the end of the file, in one piece if `expected` is its length, but not much more than `most` bytes.
+bool readAll(const TopenFile& file, std::size_t expected, std::uint64_t most, std::string& content) {
   content.resize(expected + 1);
   std::size_t length = 0;
-  for (;;) {
+  while (length <= most) {
     if (length == content.size()) content.resize(2 * content.size());
-    const ssize_t got = ::read(descriptor, content.data() + length, content.size() - length);
-    if (got < 0 && errno == EINTR) continue;
+    const ssize_t got =
+        retried([&] { return ::read(file.descriptor(), content.data() + length, content.size() - length); });
     if (got < 0) return false;
     if (got == 0) break;
     length += static_cast<std::size_t>(got);
@@ -49,129 +45,164 @@ Toutcome check(bool succeeded, const char* operation, const std::filesystem::pat
   return loggedFailure(operation, path, errno);
 }
 
+std::int64_t nanoseconds(const struct timespec& time) {
+  return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
 TfileStamp stampOf(const struct stat& status) {
-  return {status.st_ino, static_cast<std::uint64_t>(status.st_size),
-          std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec};
+  return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size), nanoseconds(status.st_mtim),
+          nanoseconds(status.st_ctim)};
 }
 
 class TdiskWriter final : public TbufferedWriter {
  public:
-  TdiskWriter(int descriptor, std::filesystem::path path) : descriptor_(descriptor), path_(std::move(path)) {}
-  TdiskWriter(const TdiskWriter&) = delete;
-  TdiskWriter& operator=(const TdiskWriter&) = delete;
-  ~TdiskWriter() override {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
+  TdiskWriter(TopenFile file, std::filesystem::path path) : file_(std::move(file)), path_(std::move(path)) {}
 
   Toutcome flush() override {
     if (Toutcome drained = drain(); !drained) return drained;
-    return check(::fsync(descriptor_) == 0, "flush", path_);
+    return check(retried([&] { return ::fsync(file_.descriptor()); }) == 0, "flush", path_);
   }
 
   Toutcome close() override {
     Toutcome drained = drain();
-    const Toutcome closed = check(::close(std::exchange(descriptor_, -1)) == 0, "close", path_);
+    const Toutcome closed = check(file_.close(), "close", path_);
     return drained ? closed : drained;
   }
 
  private:
   Toutcome put(std::string_view bytes) override {
-    if (!writeAll(descriptor_, bytes)) return loggedFailure("write", path_, errno);
+    constexpr std::size_t largePiece = 65536;
+    if (!writeAll(file_, bytes)) return loggedFailure("write", path_, errno);
     // Lets the disk work while the next piece is made; `flush` reports what came of it.
-    ::sync_file_range(descriptor_, 0, 0, SYNC_FILE_RANGE_WRITE);
+    if (bytes.size() > largePiece) ::sync_file_range(file_.descriptor(), 0, 0, SYNC_FILE_RANGE_WRITE);
     return {};
   }
 
-  int descriptor_;
+  TopenFile file_;
   std::filesystem::path path_;
 };
-
-/// Gives a new file the owner, group and permissions of another, as far as this user may: a member of the file's group
-/// can keep the group, but not the owner.
-void takeOver(int descriptor, const struct stat& from) {
-  if (::fchown(descriptor, from.st_uid, from.st_gid) != 0) {
-    constexpr auto sameOwner = static_cast<uid_t>(-1);
-    if (::fchown(descriptor, sameOwner, from.st_gid) != 0) errno = 0;
-  }
-  if (::fchmod(descriptor, from.st_mode & 07777) != 0) errno = 0;
-}
 
 TreadResult failedRead(TreadResult::Tend end, const char* operation, const std::filesystem::path& path, int error) {
   return {end, loggedFailure(operation, path, error)};
 }
 
+std::filesystem::path folderOf(const std::filesystem::path& path) {
+  return path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
+}
+
+/// What the link at `path` holds; empty if there is no link. Tried again after a failure: whoever takes a link for a
+/// file replaces the link.
+std::filesystem::path linkAt(const std::filesystem::path& path) {
+  constexpr int attempts = 3;
+  std::array<char, PATH_MAX> text{};
+  ssize_t length = -1;
+  for (int i = 0; i < attempts && length < 0; ++i) {
+    length = retried([&] { return ::readlink(path.c_str(), text.data(), text.size()); });
+    if (length < 0 && (errno == EINVAL || meansAbsent())) return {};
+  }
+  if (length < 0) loggedFailure("follow", path, errno);
+  return {text.data(), text.data() + std::max<ssize_t>(length, 0)};
+}
+
 class TdiskFileSystem final : public TfileSystem {
  public:
-  TreadResult read(const std::filesystem::path& path, std::string& content) override {
+  TreadResult read(const std::filesystem::path& path, std::string& content, std::uint64_t most) override {
     using enum TreadResult::Tend;
     struct stat status {};
-    // Non-blocking, so that a pipe with a data file's name cannot hang the host.
-    const int descriptor = openRetrying(path, O_RDONLY | O_NONBLOCK);
-    if (descriptor < 0) {
-      if (errno == ENOENT || errno == ENOTDIR) return {missing, {}};
-      return failedRead(notOpened, "open", path, errno);
-    }
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-      ::close(descriptor);
-      return failedRead(notOpened, "open", path, EINVAL);
-    }
-    const bool whole = readAll(descriptor, static_cast<std::size_t>(status.st_size), content);
-    const int error = errno;
-    const bool closed = ::close(descriptor) == 0;
-    if (!whole) return failedRead(readFailed, "read", path, error);
-    return closed ? TreadResult() : failedRead(closeFailed, "close", path, errno);
+    TopenFile file(path, O_RDONLY);
+    if (!file && meansAbsent()) return {missing, {}};
+    if (!file || !file.regularStatus(status)) return failedRead(notOpened, "open", path, errno);
+    const auto expected = static_cast<std::uint64_t>(status.st_size);
+    if (expected > most) return failedRead(tooLarge, "read", path, EFBIG);
+    if (!readAll(file, expected, most, content)) return failedRead(readFailed, "read", path, errno);
+    if (content.size() > most) return failedRead(tooLarge, "read", path, EFBIG);
+    return file.close() ? TreadResult() : failedRead(closeFailed, "close", path, errno);
   }
 
-  std::optional<TfileStamp> stamp(const std::filesystem::path& path) override {
+  TstampResult stamp(const std::filesystem::path& path) override {
+    using enum TstampResult::Tend;
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    return stampOf(status);
+    const bool isThere = statusAt(path, status);
+    if (!isThere && meansAbsent()) return {absent, {}, {}};
+    if (isThere && S_ISREG(status.st_mode)) return {found, stampOf(status), {}};
+    return {unknown, {}, loggedFailure("look at", path, isThere ? EINVAL : errno)};
   }
 
   Toutcome checkWritable(const std::filesystem::path& path) override {
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0) {
-      if (!S_ISREG(status.st_mode)) errno = EINVAL;
-      return check(S_ISREG(status.st_mode) && ::access(path.c_str(), W_OK) == 0, "write", path);
-    }
-    const auto folder = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
-    return check(errno == ENOENT && ::access(folder.c_str(), W_OK) == 0, "create", path);
+    const bool isThere = statusAt(path, status);
+    if (isThere && !S_ISREG(status.st_mode)) return loggedFailure("write", path, EINVAL);
+    if (!isThere && errno != ENOENT) return loggedFailure("create", path, errno);
+    const auto written = isThere ? path : folderOf(path);
+    const bool writable = retried([&] { return ::access(written.c_str(), W_OK); }) == 0;
+    return check(writable, isThere ? "write" : "create", path);
   }
 
   Toutcome create(const std::filesystem::path& path, const std::filesystem::path& like,
                   std::unique_ptr<TfileWriter>& writer) override {
-    const int descriptor = openRetrying(path, O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    if (descriptor < 0) return loggedFailure("create", path, errno);
-    struct stat status {};
-    if (::stat(like.c_str(), &status) == 0) takeOver(descriptor, status);
-    writer = std::make_unique<TdiskWriter>(descriptor, path);
+    TopenFile file = createLike(path, O_WRONLY, like);
+    if (!file) return loggedFailure("create", path, errno);
+    writer = std::make_unique<TdiskWriter>(std::move(file), path);
     return {};
   }
 
+  Toutcome append(const std::filesystem::path& path, std::unique_ptr<TfileWriter>& writer) override {
+    struct stat status {};
+    TopenFile file(path, O_WRONLY | O_APPEND | O_NOFOLLOW);
+    if (!file || !file.regularStatus(status)) return loggedFailure("append to", path, errno);
+    writer = std::make_unique<TdiskWriter>(std::move(file), path);
+    return {};
+  }
+
+  TlockResult lock(const std::filesystem::path& path, bool create, const std::filesystem::path& like,
+                   std::chrono::milliseconds wait) override {
+    return waitForFileLock(path, create, like, wait);
+  }
+
   Toutcome rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    return check(std::rename(from.c_str(), to.c_str()) == 0, "rename", from);
+    // The system would replace an empty folder.
+    struct stat replaced {};
+    if (statusOfName(to, replaced) && S_ISDIR(replaced.st_mode)) return loggedFailure("rename", from, EEXIST);
+    return check(retried([&] { return std::rename(from.c_str(), to.c_str()); }) == 0, "rename", from);
   }
 
   Toutcome remove(const std::filesystem::path& path) override {
-    return check(::unlink(path.c_str()) == 0 || errno == ENOENT, "remove", path);
+    const bool removed = retried([&] { return ::unlink(path.c_str()); }) == 0 || meansAbsent();
+    return check(removed, "remove", path);
+  }
+
+  Toutcome list(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names) override {
+    return listFolder(folder, names);
+  }
+
+  Toutcome makeFolder(const std::filesystem::path& folder) override {
+    struct stat found {};
+    if (retried([&] { return ::mkdir(folder.c_str(), 0777); }) == 0) return {};
+    const int error = errno;
+    const bool isThere = error == EEXIST && statusAt(folder, found) && S_ISDIR(found.st_mode);
+    return isThere ? Toutcome() : loggedFailure("create", folder, error);
+  }
+
+  Toutcome removeFolder(const std::filesystem::path& folder) override {
+    const bool removed = retried([&] { return ::rmdir(folder.c_str()); }) == 0 || errno == ENOENT;
+    return check(removed, "remove", folder);
   }
 
   Toutcome flushFolder(const std::filesystem::path& folder) override {
     const auto path = folder.empty() ? std::filesystem::path(".") : folder;
-    const int descriptor = openRetrying(path, O_RDONLY | O_DIRECTORY);
-    if (descriptor < 0) return loggedFailure("open", path, errno);
-    Toutcome flushed = check(::fsync(descriptor) == 0, "flush", path);
-    const Toutcome closed = check(::close(descriptor) == 0, "close", path);
+    TopenFile entries(path, O_RDONLY | O_DIRECTORY);
+    if (!entries) return loggedFailure("open", path, errno);
+    Toutcome flushed = check(retried([&] { return ::fsync(entries.descriptor()); }) == 0, "flush", path);
+    const Toutcome closed = check(entries.close(), "close", path);
     return flushed ? closed : flushed;
   }
 
   std::filesystem::path resolve(const std::filesystem::path& path) override {
     constexpr int mostLinks = 40;
     std::filesystem::path target = path;
-    std::error_code error;
-    for (int i = 0; i < mostLinks && std::filesystem::is_symlink(target, error); ++i) {
-      const auto link = std::filesystem::read_symlink(target, error);
-      if (error) break;
+    for (int i = 0; i < mostLinks; ++i) {
+      const std::filesystem::path link = linkAt(target);
+      if (link.empty()) break;
       target = target.parent_path() / link;
     }
     return target;

@@ -86,10 +86,9 @@ void TiniFile::putEntries(const std::string& section, const Tentries& entries) c
   TfileSystem& files = diskFileSystem();
   const auto path = files.resolve(fullPath(path_));
   std::string before;
-  const bool isThere = files.stamp(path).has_value();
-  if (isThere && files.read(path, before).end != TreadResult::Tend::done) return;
-  auto copy = path;
-  copy += ".edit";
+  const TreadResult::Tend read = files.read(path, before).end;
+  if (read != TreadResult::Tend::done && read != TreadResult::Tend::missing) return;
+  const auto copy = ownNameBeside(path);
   std::string after;
   const bool changed = writeFlushed(files, copy, path, before) && putAll(section, entries, copy) &&
                        files.read(copy, after).end == TreadResult::Tend::done && after != before;

@@ -4,15 +4,26 @@
 #include <system_error>
 
 #include "support/recordText.h"
+#include "support/uninterrupted.h"
 
 namespace {
 
-/// The first entry of `folder` that differs from `name` only in case; empty if there is none.
-std::filesystem::path otherCase(const std::filesystem::path& folder, const std::string& name) {
-  std::filesystem::path found;
+using Tpath = std::filesystem::path;
+
+/// Whether something has that name. Counts what cannot be looked up as there.
+bool mayExist(const Tpath& path) {
   std::error_code error;
-  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-    const auto candidate = entry->path().filename();
+  const bool exists = uninterrupted(error, [&](std::error_code& e) { return std::filesystem::exists(path, e); });
+  return exists || error;
+}
+
+/// The first entry of `folder` that differs from `name` only in case; empty if there is none.
+Tpath otherCase(const Tpath& folder, const std::string& name) {
+  Tpath found;
+  std::vector<Tpath> names;
+  // Tried again, because the caller takes a failure for a name that does not exist.
+  if (namesInFolder(folder, names)) namesInFolder(folder, names);
+  for (const Tpath& candidate : names) {
     if (sameName(pathText(candidate), name) && (found.empty() || candidate < found)) found = candidate;
   }
   return found;
@@ -20,16 +31,27 @@ std::filesystem::path otherCase(const std::filesystem::path& folder, const std::
 
 }  // namespace
 
-std::filesystem::path findPath(const std::filesystem::path& folder, std::string_view name) {
-  std::filesystem::path path = folder;
-  for (const auto& part : std::filesystem::path(name)) {
-    std::error_code error;
-    const auto exact = path / part;
-    const auto other =
-        std::filesystem::exists(exact, error) ? std::filesystem::path() : otherCase(path, pathText(part));
+Tpath findPath(const Tpath& folder, std::string_view name) {
+  Tpath path = folder;
+  for (const Tpath& part : Tpath(name)) {
+    const Tpath exact = path / part;
+    const Tpath other = mayExist(exact) ? Tpath() : otherCase(path, pathText(part));
     path = other.empty() ? exact : path / other;
   }
   return path;
+}
+
+std::error_code namesInFolder(const Tpath& folder, std::vector<Tpath>& names) {
+  std::error_code error;
+  names = uninterrupted(error, [&](std::error_code& e) {
+    std::vector<Tpath> found;
+    std::filesystem::directory_iterator entry(folder, e);
+    for (const std::filesystem::directory_iterator end; !e && entry != end; entry.increment(e)) {
+      found.push_back(entry->path().filename());
+    }
+    return e ? std::vector<Tpath>() : found;
+  });
+  return error;
 }
 
 std::string pathText(const std::filesystem::path& path) {

@@ -17,9 +17,9 @@ class TfilesAndTextsTest : public QObject {
       files.firstFailing = files.lastFailing = step;
       const bool replaced{replaceFile(files, "/file", "new")};
       failed = files.operations.size() >= step;
-      QCOMPARE(replaced, !failed);
+      QVERIFY(replaced || failed);
       const TsimulatedDisk& disk = files.history.back();
-      QVERIFY(disk.contentOf("/file") == "new" || (failed && disk.contentOf("/file") == "old"));
+      QVERIFY(disk.contentOf("/file") == "new" || (!replaced && disk.contentOf("/file") == "old"));
       QCOMPARE(disk.names.size(), 1U);
     }
   }

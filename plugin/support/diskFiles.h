@@ -1,0 +1,29 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <thread>
+#include <vector>
+
+#include "support/fileSystem.h"
+
+// What the machine's own file system is made of on every platform.
+
+/// As `TfileSystem::list`.
+Toutcome listFolder(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names);
+
+/// Tries once to lock a file, as `TfileSystem::lock` does.
+TlockResult tryFileLock(const std::filesystem::path& path, bool create, const std::filesystem::path& like);
+
+/// Tries until the file is locked or `wait` is over. The systems' own waiting calls know no time limit.
+inline TlockResult waitForFileLock(const std::filesystem::path& path, bool create, const std::filesystem::path& like,
+                                   std::chrono::milliseconds wait) {
+  constexpr std::chrono::milliseconds pause(10);
+  const auto end = std::chrono::steady_clock::now() + wait;
+  TlockResult result = tryFileLock(path, create, like);
+  while (result.end == TlockResult::Tend::busy && std::chrono::steady_clock::now() < end) {
+    std::this_thread::sleep_for(pause);
+    result = tryFileLock(path, create, like);
+  }
+  return result;
+}
