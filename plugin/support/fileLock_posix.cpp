@@ -2,7 +2,7 @@
 #include <fcntl.h>
 #include <utility>
 
-#include "support/diskFiles.h"
+#include "support/fileLock.h"
 #include "support/openFile_posix.h"
 
 namespace {

@@ -3,9 +3,7 @@
 #include <array>
 #include <charconv>
 #include <random>
-#include <system_error>
 
-#include "support/diskFiles.h"
 #include "support/log.h"
 #include "support/paths.h"
 
@@ -89,15 +87,6 @@ Toutcome replaceFile(TfileSystem& files, const std::filesystem::path& path, std:
   }
   removeRemains(files, target, written.stamp.modified);
   return files.flushFolder(target.parent_path());
-}
-
-Toutcome listFolder(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names) {
-  const auto path = folder.empty() ? std::filesystem::path(".") : folder;
-  const std::error_code error = namesInFolder(path, names);
-  if (!error || error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) return {};
-  Tfailure failure{"list", pathText(path), error.message()};
-  logFailure(failure.text());
-  return failure;
 }
 
 Tfailure loggedFailure(const char* operation, const std::filesystem::path& path, int error) {

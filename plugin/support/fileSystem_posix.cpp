@@ -9,8 +9,9 @@
 #include <utility>
 
 #include "support/bufferedWriter.h"
-#include "support/diskFiles.h"
+#include "support/fileLock.h"
 #include "support/openFile_posix.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -172,7 +173,10 @@ class TdiskFileSystem final : public TfileSystem {
   }
 
   Toutcome list(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names) override {
-    return listFolder(folder, names);
+    const auto path = folder.empty() ? std::filesystem::path(".") : folder;
+    const std::error_code error = namesInFolder(path, names);
+    const bool isAbsent = error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    return !error || isAbsent ? Toutcome() : loggedFailure("list", path, error.value());
   }
 
   Toutcome makeFolder(const std::filesystem::path& folder) override {

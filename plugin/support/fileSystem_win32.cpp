@@ -1,4 +1,3 @@
-#include <aclapi.h>
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -6,103 +5,34 @@
 #include <windows.h>
 
 #include "support/bufferedWriter.h"
+#include "support/fileLock.h"
+#include "support/openFile_win32.h"
 
 namespace {
-
-constexpr int attempts = 6;
-constexpr DWORD pause = 15;  // milliseconds between two attempts
-constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-struct ThandleCloser {
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-
-/// An open file; null if it could not be opened.
-using Tfile = std::unique_ptr<void, ThandleCloser>;
-
-Tfile openOnce(const std::filesystem::path& path, DWORD access, DWORD disposition, DWORD share = shareAll) {
-  const HANDLE handle = CreateFileW(path.c_str(), access, share, nullptr, disposition,
-                                    FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  return Tfile(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
-}
-
-/// Whether the last operation failed because another program has the file open.
-bool isHeldOpen() {
-  constexpr std::array<DWORD, 4> held = {ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION, ERROR_ACCESS_DENIED,
-                                         ERROR_USER_MAPPED_FILE};
-  return std::find(held.begin(), held.end(), GetLastError()) != held.end();
-}
-
-bool isMissing() {
-  return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
-}
-
-/// Retries for a short while if another program has the file open: a virus scanner or a backup soon closes it.
-template <typename Toperation>
-auto retrying(Toperation operation) {
-  auto result = operation();
-  for (int i = 1; i < attempts && !result && isHeldOpen(); ++i) {
-    Sleep(pause);
-    result = operation();
-  }
-  return result;
-}
 
 Tfile openFile(const std::filesystem::path& path, DWORD access, DWORD disposition, DWORD share = shareAll) {
   return retrying([&] { return openOnce(path, access, disposition, share); });
 }
 
-/// What the system knows about a file on a disk; nothing for folders, devices and pipes.
-std::optional<BY_HANDLE_FILE_INFORMATION> informationOf(const Tfile& file) {
-  BY_HANDLE_FILE_INFORMATION information{};
-  if (GetFileType(file.get()) != FILE_TYPE_DISK) return std::nullopt;
-  if (GetFileInformationByHandle(file.get(), &information) == 0) return std::nullopt;
-  if ((information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::nullopt;
-  return information;
-}
-
-std::uint64_t joined(DWORD high, DWORD low) {
-  return (std::uint64_t{high} << 32U) | low;
-}
-
-std::uint64_t lengthOf(const BY_HANDLE_FILE_INFORMATION& information) {
+std::uint64_t lengthOf(const TfileInformation& information) {
   return joined(information.nFileSizeHigh, information.nFileSizeLow);
 }
 
-/// Reads to the end of the file, in one piece if `expected` is its length.
-bool readAll(const Tfile& file, std::size_t expected, std::string& content) {
+/// Reads to the end of the file, in one piece if `expected` is its length, but not much more than `most` bytes.
+bool readAll(const Tfile& file, std::size_t expected, std::uint64_t most, std::string& content) {
   constexpr std::size_t mostAtOnce = 1U << 30U;
   content.resize(expected + 1);
   std::size_t length = 0;
-  for (;;) {
+  while (length <= most) {
     if (length == content.size()) content.resize(2 * content.size());
-    const auto room = static_cast<DWORD>(std::min(content.size() - length, mostAtOnce));
+    const auto piece = static_cast<DWORD>(std::min(content.size() - length, mostAtOnce));
     DWORD got = 0;
-    if (ReadFile(file.get(), content.data() + length, room, &got, nullptr) == 0) return false;
+    if (ReadFile(file.get(), content.data() + length, piece, &got, nullptr) == 0) return false;
     if (got == 0) break;
     length += got;
   }
   content.resize(length);
   return true;
-}
-
-/// Gives a file the access list of another. If this user may not, the save goes on without.
-void copyPermissions(const std::filesystem::path& from, std::wstring to) {
-  PSECURITY_DESCRIPTOR found = nullptr;
-  PACL list = nullptr;
-  std::wstring name = from.native();
-  if (GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list, nullptr,
-                            &found) != ERROR_SUCCESS) {
-    return;
-  }
-  const std::unique_ptr<void, decltype(&LocalFree)> owner(found, LocalFree);
-  SECURITY_DESCRIPTOR_CONTROL control = 0;
-  DWORD revision = 0;
-  if (GetSecurityDescriptorControl(found, &control, &revision) == 0) return;
-  const bool isProtected = (control & SE_DACL_PROTECTED) != 0;  // inherits nothing from its folder
-  const DWORD inheritance = isProtected ? PROTECTED_DACL_SECURITY_INFORMATION : UNPROTECTED_DACL_SECURITY_INFORMATION;
-  SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list,
-                        nullptr);
 }
 
 /// The outcome of a system call that has just been made.
@@ -147,30 +77,46 @@ TreadResult failedRead(TreadResult::Tend end, const char* operation, const std::
   return {end, loggedFailure(operation, path, static_cast<int>(GetLastError()))};
 }
 
+TreadResult failedTooLarge(const std::filesystem::path& path) {
+  SetLastError(ERROR_FILE_TOO_LARGE);
+  return failedRead(TreadResult::Tend::tooLarge, "read", path);
+}
+
+TfileStamp stampOf(const TfileInformation& information) {
+  constexpr std::uint64_t nanosecondsPerTick = 100;
+  const FILETIME& modified = information.ftLastWriteTime;
+  const std::uint64_t ticks = joined(modified.dwHighDateTime, modified.dwLowDateTime);
+  return {information.dwVolumeSerialNumber, joined(information.nFileIndexHigh, information.nFileIndexLow),
+          lengthOf(information), static_cast<std::int64_t>(ticks * nanosecondsPerTick)};
+}
+
+bool isFolder(const std::filesystem::path& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 class TdiskFileSystem final : public TfileSystem {
  public:
-  TreadResult read(const std::filesystem::path& path, std::string& content) override {
+  TreadResult read(const std::filesystem::path& path, std::string& content, std::uint64_t most) override {
     using enum TreadResult::Tend;
     Tfile file = openFile(path, GENERIC_READ, OPEN_EXISTING);
     if (!file && isMissing()) return {missing, {}};
     const auto information = file ? informationOf(file) : std::nullopt;
-    if (file && !information) SetLastError(ERROR_FILE_INVALID);
     if (!information) return failedRead(notOpened, "open", path);
-    if (!readAll(file, static_cast<std::size_t>(lengthOf(*information)), content)) {
-      return failedRead(readFailed, "read", path);
-    }
+    const std::uint64_t expected = lengthOf(*information);
+    if (expected > most) return failedTooLarge(path);
+    if (!readAll(file, static_cast<std::size_t>(expected), most, content)) return failedRead(readFailed, "read", path);
+    if (content.size() > most) return failedTooLarge(path);
     return CloseHandle(file.release()) != 0 ? TreadResult() : failedRead(closeFailed, "close", path);
   }
 
-  std::optional<TfileStamp> stamp(const std::filesystem::path& path) override {
-    const Tfile file = openOnce(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+  TstampResult stamp(const std::filesystem::path& path) override {
+    using enum TstampResult::Tend;
+    const Tfile file = openFile(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    if (!file && isMissing()) return {absent, {}, {}};
     const auto information = file ? informationOf(file) : std::nullopt;
-    if (!information) return std::nullopt;
-    constexpr std::uint64_t nanosecondsPerTick = 100;
-    const FILETIME& modified = information->ftLastWriteTime;
-    return TfileStamp{
-        joined(information->nFileIndexHigh, information->nFileIndexLow), lengthOf(*information),
-        static_cast<std::int64_t>(joined(modified.dwHighDateTime, modified.dwLowDateTime) * nanosecondsPerTick)};
+    if (information) return {found, stampOf(*information), {}};
+    return {unknown, {}, loggedFailure("look at", path, static_cast<int>(GetLastError()))};
   }
 
   Toutcome checkWritable(const std::filesystem::path& path) override {
@@ -185,21 +131,58 @@ class TdiskFileSystem final : public TfileSystem {
 
   Toutcome create(const std::filesystem::path& path, const std::filesystem::path& like,
                   std::unique_ptr<TfileWriter>& writer) override {
-    Tfile file = openFile(path, GENERIC_WRITE, CREATE_ALWAYS, FILE_SHARE_READ | FILE_SHARE_DELETE);
+    Tfile file = createLike(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, like);
     if (!file) return check(false, "create", path);
-    copyPermissions(like, path.native());
     writer = std::make_unique<TdiskWriter>(std::move(file), path);
     return {};
   }
 
+  Toutcome append(const std::filesystem::path& path, std::unique_ptr<TfileWriter>& writer) override {
+    // Without the right to write anywhere, each write goes to the end of the file.
+    constexpr DWORD access = FILE_APPEND_DATA | SYNCHRONIZE;
+    Tfile file = retrying([&] { return openNoLink(path, access, shareAll); });
+    if (!file) return check(false, "append to", path);
+    writer = std::make_unique<TdiskWriter>(std::move(file), path);
+    return {};
+  }
+
+  TlockResult lock(const std::filesystem::path& path, bool create, const std::filesystem::path& like,
+                   std::chrono::milliseconds wait) override {
+    return waitForFileLock(path, create, like, wait);
+  }
+
   Toutcome rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    const DWORD replace = isFolder(from) ? 0 : MOVEFILE_REPLACE_EXISTING;
+    const DWORD how = replace | MOVEFILE_WRITE_THROUGH;
     return check(retrying([&] { return MoveFileExW(from.c_str(), to.c_str(), how) != 0; }), "rename", from);
   }
 
   Toutcome remove(const std::filesystem::path& path) override {
     const bool removed = retrying([&] { return DeleteFileW(path.c_str()) != 0; }) || isMissing();
     return check(removed, "remove", path);
+  }
+
+  Toutcome list(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names) override {
+    names.clear();
+    WIN32_FIND_DATAW entry{};
+    const HANDLE handle = FindFirstFileW((folder / "*").c_str(), &entry);
+    if (handle == INVALID_HANDLE_VALUE) return check(isMissing() || GetLastError() == ERROR_DIRECTORY, "list", folder);
+    const std::unique_ptr<void, decltype(&FindClose)> search(handle, FindClose);
+    do {
+      const std::filesystem::path name(entry.cFileName);
+      if (name != "." && name != "..") names.push_back(name);
+    } while (FindNextFileW(handle, &entry) != 0);
+    return check(GetLastError() == ERROR_NO_MORE_FILES, "list", folder);
+  }
+
+  Toutcome makeFolder(const std::filesystem::path& folder) override {
+    const bool made = CreateDirectoryW(folder.c_str(), nullptr) != 0;
+    return check(made || (GetLastError() == ERROR_ALREADY_EXISTS && isFolder(folder)), "create", folder);
+  }
+
+  Toutcome removeFolder(const std::filesystem::path& folder) override {
+    const bool removed = retrying([&] { return RemoveDirectoryW(folder.c_str()) != 0; }) || isMissing();
+    return check(removed, "remove", folder);
   }
 
   Toutcome flushFolder(const std::filesystem::path& folder) override {

@@ -24,6 +24,66 @@ class TfilesAndTextsTest : public QObject {
     }
   }
 
+  void remainsOfKilledWritersAreRemoved() {
+    const TtestFolder folder;
+    const QByteArray young = "f.new-1123456789abcdef";
+    const QByteArrayList others = {"f.new-0123456789abcde", "f.new-0123456789abcdefg", young, "f.newer", "g.new"};
+    for (const QByteArray& name : others + QByteArrayList{"f.new", "f.new-0123456789abcdef"}) {
+      writeBytes(folder / name.toStdString(), name);
+      const auto time = std::filesystem::file_time_type::clock::now() - std::chrono::seconds(name == young ? 50 : 70);
+      std::filesystem::last_write_time(folder / name.toStdString(), time);
+    }
+    QVERIFY(replaceFile(diskFileSystem(), folder / "f", "new"));
+    QCOMPARE(bytesOf(folder / "f"), "new");
+    QCOMPARE(namesIn(folder.path()), QByteArrayList{"f"} + others);
+  }
+
+  void lockExcludesEverybodyElse() {
+    using enum TlockResult::Tend;
+    const TtestFolder folder;
+    const auto path = folder / "list.lock";
+    const auto tried = [&](bool create) { return diskFileSystem().lock(path, create, {}, {}); };
+    std::unique_ptr<TfileWriter> writer;
+    QCOMPARE(tried(false).end, absent);
+    TlockResult first = tried(true);
+    QVERIFY(first.lock && diskFileSystem().append(path, writer) && writer->write("x") && writer->close());
+    QCOMPARE(bytesOf(path), "x");  // has opened and closed the file, which must not release it
+    QCOMPARE(tried(true).end, busy);
+    QVERIFY(diskFileSystem().rename(path, folder / "old") && tried(true).lock);
+    first.lock.reset();
+    QVERIFY(tried(true).lock && diskFileSystem().lock(folder / "old", false, {}, {}).lock);
+  }
+
+  void onlyWhatIsSurelyMissingIsAbsent() {
+    const TtestFolder folder;
+    TfileSystem& files = diskFileSystem();
+    const auto path = folder / "f";
+    std::string content;
+    std::unique_ptr<TfileWriter> writer;
+    writeBytes(path, "12345");
+    QVERIFY(files.stamp(folder / "none/f").isAbsent() && files.stamp(path).isFound());
+    QCOMPARE(files.stamp(folder.path()).end, TstampResult::Tend::unknown);
+    QVERIFY(files.read(path, content, 5).end == TreadResult::Tend::done && content == "12345");
+    QCOMPARE(files.read(path, content, 4).end, TreadResult::Tend::tooLarge);
+    QVERIFY(!files.create(path, {}, writer) && !files.append(folder / "none", writer));
+    QCOMPARE(bytesOf(path), "12345");
+  }
+
+  void foldersAreMadeListedRenamedAndRemoved() {
+    const TtestFolder folder;
+    TfileSystem& files = diskFileSystem();
+    std::vector<std::filesystem::path> names;
+    QVERIFY(files.makeFolder(folder / "a") && files.makeFolder(folder / "a") && files.makeFolder(folder / "b"));
+    writeBytes(folder / "a/f", "x");
+    QVERIFY(files.list(folder / "a", names) && names == std::vector<std::filesystem::path>{"f"});
+    QVERIFY(files.list(folder / "c", names) && names.empty());
+    QVERIFY(!files.rename(folder / "a", folder / "b") && !files.removeFolder(folder / "a"));
+    QVERIFY(files.removeFolder(folder / "b") && files.removeFolder(folder / "b"));
+    QVERIFY(files.rename(folder / "a", folder / "b"));
+    QCOMPARE(bytesOf(folder / "b/f"), "x");
+    QVERIFY(!files.makeFolder(folder / "b/f"));
+  }
+
   void trimsBlanksAndControlsOnly() {
     const std::string_view text("\0\x01\t\x1F \x7F\xA0 b\xA0\x81\x1F\r\n \0", 16);
     QVERIFY(trimmedText(text) == "\x7F\xA0 b\xA0\x81" && trimmedText(" \t").empty());

@@ -1,6 +1,9 @@
 #include <QTest>
+#include <array>
+#include <csignal>
 #include <grp.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "support/appendFile.h"
@@ -54,6 +57,52 @@ class TposixFilesTest : public QObject {
     struct stat status {};
     QVERIFY(replaced && stat((folder / "list/file").c_str(), &status) == 0);
     QVERIFY(status.st_uid == member && status.st_gid == group);
+  }
+
+  void plantedNamesHarmNobodyAndHangNothing() {
+    const TtestFolder folder;
+    TfileSystem& files = diskFileSystem();
+    std::string content;
+    std::unique_ptr<TfileWriter> writer;
+    writeBytes(folder / "outside", "kept");
+    std::filesystem::create_symlink(folder / "outside", folder / "link");
+    std::filesystem::create_symlink(folder / "missing", folder / "dangling");
+    std::filesystem::create_symlink("circle", folder / "circle");
+    std::filesystem::create_directory(folder / "folder");
+    QCOMPARE(mkfifo((folder / "pipe").c_str(), 0666), 0);
+    for (const char* name : {"link", "dangling", "circle", "folder", "pipe"}) {
+      QVERIFY2(!files.create(folder / name, {}, writer) && !files.append(folder / name, writer), name);
+      QVERIFY2(files.lock(folder / name, true, {}, {}).end == TlockResult::Tend::unavailable, name);
+    }
+    const std::string tooLong(300, 'x');
+    for (const char* name : {"circle", "folder", "pipe", tooLong.c_str()}) {
+      QVERIFY2(files.stamp(folder / name).end == TstampResult::Tend::unknown, name);
+      QVERIFY2(files.read(folder / name, content).end == TreadResult::Tend::notOpened, name);
+    }
+    QCOMPARE(files.read("/proc/self/status", content, 10).end, TreadResult::Tend::tooLarge);  // has no length
+    QCOMPARE(bytesOf(folder / "outside"), "kept");
+    QVERIFY(!std::filesystem::exists(folder / "missing"));
+  }
+
+  void lockEndsWithItsProcess() {
+    const TtestFolder folder;
+    const auto lockWithin = [&](int milliseconds) {
+      return diskFileSystem().lock(folder / "lock", true, {}, std::chrono::milliseconds(milliseconds));
+    };
+    std::array<int, 2> ends{};
+    char held = 0;
+    QCOMPARE(pipe(ends.data()), 0);
+    const pid_t other = fork();
+    if (other == 0) {
+      const TlockResult result = lockWithin(0);
+      while (write(ends[1], result.lock ? "1" : "0", 1) == 1) pause();
+    }
+    QVERIFY(read(ends[0], &held, 1) == 1 && held == '1');
+    QCOMPARE(lockWithin(1).end, TlockResult::Tend::busy);
+    QCOMPARE(kill(other, SIGKILL), 0);
+    QVERIFY(lockWithin(20000).lock);
+    waitpid(other, nullptr, 0);
+    for (const int end : ends) close(end);
   }
 
   void nothingIsAppendedToAPipe() {

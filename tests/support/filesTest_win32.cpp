@@ -32,9 +32,9 @@ class TwindowsFilesTest : public QObject {
       const auto path = folder / "\u00C4\u0416 list.dat";  // no code page has both
       writeBytes(path, "old");
       Theld other = hold(path, share);
-      const auto stamp = diskFileSystem().stamp(path);
+      const TfileStamp stamp = diskFileSystem().stamp(path).stamp;
       QVERIFY(!diskFileSystem().checkWritable(path) && !replaceFile(diskFileSystem(), path, "new"));
-      QVERIFY(diskFileSystem().stamp(path) == stamp);
+      QVERIFY(diskFileSystem().stamp(path).stamp == stamp);
       other.reset();
       QCOMPARE(bytesOf(path), "old");
       QCOMPARE(namesIn(folder.path()).size(), 1);

@@ -3,14 +3,8 @@
 #include <chrono>
 #include <filesystem>
 #include <thread>
-#include <vector>
 
 #include "support/fileSystem.h"
-
-// What the machine's own file system is made of on every platform.
-
-/// As `TfileSystem::list`.
-Toutcome listFolder(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names);
 
 /// Tries once to lock a file, as `TfileSystem::lock` does.
 TlockResult tryFileLock(const std::filesystem::path& path, bool create, const std::filesystem::path& like);
