@@ -10,34 +10,29 @@ namespace {
 
 using Tpath = std::filesystem::path;
 
-/// Whether something has that name. Counts what cannot be looked up as there.
-bool mayExist(const Tpath& path) {
+bool isThere(const Tpath& path) {
   std::error_code error;
-  const bool exists = uninterrupted(error, [&](std::error_code& e) { return std::filesystem::exists(path, e); });
-  return exists || error;
+  return uninterrupted(error, [&](std::error_code& e) { return std::filesystem::exists(path, e); });
 }
 
-/// The first entry of `folder` that differs from `name` only in case; empty if there is none.
-Tpath otherCase(const Tpath& folder, const std::string& name) {
+/// The entry of `folder` with that name, or else the first that differs only in case; `name` itself if there is none.
+Tpath entryOf(const Tpath& folder, const Tpath& name) {
   Tpath found;
   std::vector<Tpath> names;
   // Tried again, because the caller takes a failure for a name that does not exist.
   if (namesInFolder(folder, names)) namesInFolder(folder, names);
   for (const Tpath& candidate : names) {
-    if (sameName(pathText(candidate), name) && (found.empty() || candidate < found)) found = candidate;
+    if (candidate == name) return name;
+    if (sameName(pathText(candidate), pathText(name)) && (found.empty() || candidate < found)) found = candidate;
   }
-  return found;
+  return found.empty() ? name : found;
 }
 
 }  // namespace
 
 Tpath findPath(const Tpath& folder, std::string_view name) {
   Tpath path = folder;
-  for (const Tpath& part : Tpath(name)) {
-    const Tpath exact = path / part;
-    const Tpath other = mayExist(exact) ? Tpath() : otherCase(path, pathText(part));
-    path = other.empty() ? exact : path / other;
-  }
+  for (const Tpath& part : Tpath(name)) path /= isThere(path / part) ? part : entryOf(path, part);
   return path;
 }
 
