@@ -15,14 +15,14 @@
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
-// The system's calls as the file system makes them. While `interrupting`, a signal interrupts every other one.
+// The calls as this program makes them. While a thread is `interrupting`, a signal interrupts every other call of its.
 namespace {
 
-bool interrupting = false;
+thread_local bool interrupting = false;
 
 template <typename... Targument>
 int call(long number, Targument... arguments) {
-  static bool interrupted = false;
+  thread_local bool interrupted = false;
   interrupted = interrupting && !interrupted;
   if (!interrupted) return static_cast<int>(syscall(number, arguments...));
   errno = EINTR;
