@@ -142,15 +142,18 @@ class TposixFilesTest : public QObject {
     QCOMPARE(pipe(ends.data()), 0);
     const pid_t other = fork();
     if (other == 0) {
+      alarm(60);  // ends the process if nobody kills it
       const TlockResult result = lockWithin(0);
       while (write(ends[1], result.lock ? "1" : "0", 1) == 1) pause();
     }
-    QVERIFY(read(ends[0], &held, 1) == 1 && held == '1');
-    QCOMPARE(lockWithin(1).end, TlockResult::Tend::busy);
-    QCOMPARE(kill(other, SIGKILL), 0);
-    QVERIFY(lockWithin(20000).lock);
-    waitpid(other, nullptr, 0);
-    for (const int end : ends) close(end);
+    close(ends[1]);
+    const ssize_t answered = read(ends[0], &held, 1);
+    close(ends[0]);
+    const TlockResult during = lockWithin(1);
+    kill(other, SIGKILL);
+    const TlockResult after = lockWithin(20000);
+    QCOMPARE(waitpid(other, nullptr, 0), other);
+    QVERIFY(answered == 1 && held == '1' && during.end == TlockResult::Tend::busy && after.lock);
   }
 
   void nothingIsAppendedToAPipe() {
