@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+
+#include "store/recordEdits.h"
+
+/// How our edits go into a list that others have changed.
+struct Tjoined {
+  TlistChange change;            ///< to be made on their list; empty if it holds everything already
+  std::size_t fieldsInBoth = 0;  ///< fields that both changed, to different values; ours counts
+};
+
+/// Joins their list and our changes, by content. `ours` are net edits of the list that both started from.
+///
+/// - A record that is still as it was takes our change.
+/// - One with the same control number that they changed is joined field by field; ours where both changed a field.
+/// - What one removed and the other changed stays, changed.
+/// - A record that both added alike is there once.
+/// - Records that only we have come at the end, in our order.
+///
+/// Takes time linear in both. The change may lead beyond the analyzer's limit of records; the caller checks.
+Tjoined joinLists(const TequipRecTable& theirs, const TrecordEdits& ours);
