@@ -13,10 +13,18 @@ struct Tjoined {
 /// Joins their list and our changes, by content. `ours` are net edits of the list that both started from.
 ///
 /// - A record that is still as it was takes our change.
-/// - One with the same control number that they changed is joined field by field; ours where both changed a field.
+/// - One with the same control number that they changed is joined field by field; ours where both changed a field. The
+///   number must not be blank, and each list must have it once.
 /// - What one removed and the other changed stays, changed.
-/// - A record that both added alike is there once.
+/// - What both added, changed or removed alike is there, or gone, once. Our changes joined again change nothing.
 /// - Records that only we have come at the end, in our order.
 ///
 /// Takes time linear in both. The change may lead beyond the analyzer's limit of records; the caller checks.
+///
+/// What contents and counts cannot tell:
+/// - Which of several equal records somebody changed. Any of them takes the change.
+/// - Whether they changed a control number, or removed one record and added another. If we changed that record, both
+///   stay.
+/// - Whether our changes were joined before, once others have changed what came of them: a record that we added comes
+///   again, as does one whose control number we changed.
 Tjoined joinLists(const TequipRecTable& theirs, const TrecordEdits& ours);
