@@ -1,7 +1,15 @@
 #pragma once
 
+#include <QTest>
+
 #include "store/recordEdits.h"
 #include "store/testRecords.h"
+
+/// A row of texts for a test with data.
+template <typename... Texts>
+void row(const char* name, Texts... texts) {
+  (QTest::newRow(name) << ... << QByteArray(texts));
+}
 
 /// As `tableOf`, or no records if the text is empty.
 inline TequipRecTable listOf(const QByteArray& text) {
