@@ -13,6 +13,7 @@ std::vector<Trow> saveRows(const TbenchFolders& folders);
 std::vector<Trow> firstPaintRows(const TbenchFolders& folders);
 std::vector<Trow> pageRows(const TbenchFolders& folders);
 std::vector<Trow> commandRows(const TbenchFolders& folders);
+std::vector<Trow> joinRows(const TbenchFolders& folders);
 std::vector<Trow> printRows(const TbenchFolders& folders);
 std::vector<Trow> uploadRows(const TbenchFolders& folders);
 std::vector<Trow> importRows(const TbenchFolders& folders);

@@ -26,6 +26,7 @@ class Tjoiner {
  public:
   Tjoiner(const TequipRecTable& theirs, const TrecordEdits& ours)
       : theirs_(theirs), ours_(ours), isClaimed_(theirs.count()), isSettled_(ours.size()) {
+    contents_.reserve(2 * ours.size());
     for (const TrecordEdit& edit : ours) countOurs(edit);
     for (auto& [record, content] : contents_) content.theirs = -content.base;
     for (auto index = static_cast<TrecordIndex>(theirs.count()); index-- > 0;) countTheirs(index);
@@ -47,7 +48,7 @@ class Tjoiner {
   void countOurs(const TrecordEdit& edit) {
     if (edit.was) {
       Tcontent& content = contents_[&*edit.was];
-      content.base = edit.sameContent + 1;
+      content.base = std::int64_t{edit.sameContent} + 1;
       --content.ours;
     }
     if (edit.became) {

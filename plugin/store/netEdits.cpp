@@ -32,6 +32,11 @@ struct TnetEdit {
 
 class Tcomposer {
  public:
+  explicit Tcomposer(std::size_t count) {
+    edits_.reserve(count);
+    contents_.reserve(2 * count);
+  }
+
   /// `edit` must outlive the composer.
   void add(TrecordEdit& edit) {
     if (edit.was == edit.became) return;
@@ -114,7 +119,7 @@ class Tcomposer {
 }  // namespace
 
 TrecordEdits netEdits(TrecordEdits edits) {
-  Tcomposer composer;
+  Tcomposer composer(edits.size());
   for (TrecordEdit& edit : edits) composer.add(edit);
   return composer.take();
 }
