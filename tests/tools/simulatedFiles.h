@@ -14,7 +14,7 @@ using TfileMap = std::map<std::string, std::string>;
 /// A simulated disk. It knows which changes are durable (flushed) and which a loss of power may take back. A value
 /// type.
 ///
-/// A file written since its last flush keeps, after a loss of power, its flushed bytes or none, half or all of the new
+/// A file written since its last flush keeps, after a loss of power, its flushed bytes and none, half or all of the new
 /// ones. Each name created, renamed or removed since the last flush of its folder lasts or is lost independently; what
 /// a renamed folder holds, together. A folder exists while it holds a file.
 struct TsimulatedDisk {
@@ -91,11 +91,11 @@ struct TsimulatedDisk {
     }
     std::set<TfileMap> result;
     for (const Tnames& survivor : survivors) {
-      for (const std::size_t halves : {0, 1, 2, 3}) {
+      for (const std::size_t halves : {0, 1, 2}) {
         TfileMap files;
         for (const auto& [path, number] : survivor) {
           const auto& [content, flushed, writes] = nodes[number];
-          files[path] = halves == 3 || content == flushed ? flushed : content.substr(0, content.size() * halves / 2);
+          files[path] = content.substr(0, flushed.size() + (content.size() - flushed.size()) * halves / 2);
         }
         result.insert(files);
       }
