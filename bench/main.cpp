@@ -15,8 +15,8 @@ constexpr int wrongArguments = 2;
 
 std::vector<Trow> allRows(const TbenchFolders& folders) {
   std::vector<Trow> rows;
-  for (const auto rowsOf : {loadRows, sortRows, saveRows, firstPaintRows, pageRows, commandRows, joinRows, importRows,
-                            printRows, uploadRows}) {
+  for (const auto rowsOf : {loadRows, sortRows, saveRows, unsavedRows, firstPaintRows, pageRows, commandRows, joinRows,
+                            importRows, printRows, uploadRows}) {
     for (Trow& row : rowsOf(folders)) rows.push_back(std::move(row));
   }
   return rows;

@@ -10,6 +10,7 @@
 std::vector<Trow> loadRows(const TbenchFolders& folders);
 std::vector<Trow> sortRows(const TbenchFolders& folders);
 std::vector<Trow> saveRows(const TbenchFolders& folders);
+std::vector<Trow> unsavedRows(const TbenchFolders& folders);
 std::vector<Trow> firstPaintRows(const TbenchFolders& folders);
 std::vector<Trow> pageRows(const TbenchFolders& folders);
 std::vector<Trow> commandRows(const TbenchFolders& folders);
