@@ -71,7 +71,7 @@ void TunsavedChanges::saved() noexcept {
     entries_.clear();
     isWritten_ = true;
     isFailureTold_ = false;
-    // It comes last: as long as it is there, the others count as absorbed.
+    // Our own file comes last: as long as it is there, the others count as absorbed.
     if (!own_.path.empty()) spent_.push_back(std::exchange(own_, {}));
     if (!removeInOrder(files_, spent_)) voidSpent();
   });
@@ -87,7 +87,7 @@ TrecordEdits TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
     TunsavedOrphans found = findUnsavedOrphans(files_, folders_, listName_, current, own);
     orphans_ = std::move(found.files);
     moveToSpent(found.spent);
-    // What an orphan has absorbed stays until the orphan was adopted: it may not be on the disk yet.
+    // A file that an orphan has absorbed stays for now: the orphan's copy may not be on the disk yet.
     if (orphans_.empty()) removeInOrder(files_, spent_);
     edits = std::move(found.edits);
   });
@@ -125,7 +125,7 @@ bool TunsavedChanges::append(std::string_view entry) {
 
 void TunsavedChanges::writeAnew() {
   isWritten_ = false;
-  // What is behind a torn end would not be read.
+  // Its end may be torn, and entries behind a torn end are not read.
   if (!own_.path.empty() && !isGone(files_, own_)) spent_.push_back(std::move(own_));
   own_ = {};
   for (const std::filesystem::path& folder : folders_) {
@@ -145,6 +145,7 @@ void TunsavedChanges::writeAnew() {
   if (!std::exchange(isFailureTold_, true)) logFailure("The unsaved changes are in memory only");
 }
 
+/// Marks the changes of files that could not be removed as saved.
 void TunsavedChanges::voidSpent() {
   TunsavedFile last = std::move(spent_.back());
   spent_.pop_back();

@@ -12,12 +12,11 @@
 /// The changes of a list that are in no record file yet: in memory, and in the file `EquipmentRecord.unsaved`, from
 /// which they come back after the program was killed.
 ///
-/// The file is created with the first change, in the first of the folders that can be written, under the first free
-/// name
-/// (`-2`, `-3`, ... while other programs run on theirs), and removed by a save. Each entry is appended and flushed
-/// before the call returns. The owner holds a lock on the file as long as it lives; a file without one is an orphan.
-/// Where the file cannot be written, the changes stay in memory, and the next change tries again. No function throws.
-/// Several objects, in one program or several, may use the same folders.
+/// The first change creates the file, in the first of the folders that can be written, under the first free name (`-2`,
+/// `-3`, ... while other programs run on theirs); a save removes it. Each entry is appended and flushed before the call
+/// returns. The owner holds a lock on the file as long as it lives; a file without one is an orphan. Where the file
+/// cannot be written, the changes stay in memory, and the next change tries again. No function throws. Several objects,
+/// in one program or several, may use the same folders.
 class TunsavedChanges {
  public:
   TunsavedChanges(std::vector<std::filesystem::path> folders, TfileSystem& files);
@@ -70,6 +69,6 @@ class TunsavedChanges {
   TunsavedFile own_;       ///< holds `entries_` if `isWritten_`; without a path if there is none
   bool isWritten_ = true;  ///< all entries are on the disk
   bool isFailureTold_ = false;
-  std::vector<TunsavedFile> spent_;    ///< to be removed in this order; each file of our own names those before it
+  std::vector<TunsavedFile> spent_;    ///< to be removed in this order
   std::vector<TunsavedFile> orphans_;  ///< found, neither adopted nor set aside
 };

@@ -11,11 +11,11 @@
 
 struct TpairSums;
 
-/// The files of unsaved changes that nobody owns any more. Those listed here are locked.
+/// The files of unsaved changes that nobody owns any more, with their locks.
 struct TunsavedOrphans {
   std::vector<TunsavedFile> files;  ///< with changes to offer
   TrecordEdits edits;               ///< what these files come to, one after the other
-  std::vector<TunsavedFile> spent;  ///< with nothing that is not elsewhere; to be removed in this order
+  std::vector<TunsavedFile> spent;  ///< whose changes are all elsewhere; to be removed in this order
 };
 
 /// Looks for the orphans of a list. `current` are the fingerprints of its record files: changes that these hold are

@@ -154,6 +154,12 @@ class TunsavedTest : public QObject {
       program.step([&] { QCOMPARE(textOf(program.changes.findOrphans(noSums)), both); }, {both});
       if (end == "adopted") {
         program.step([&] { program.changes.adopt(editsOf(both)); }, {both});
+        for (const TsimulatedDisk& killed : std::vector(program.files.history)) {
+          Tprogram next(killed);
+          next.step([&] { next.changes.findOrphans(noSums); }, {both});
+          next.step([&] { next.changes.adopt(editsOf(both)); }, {both});
+          QCOMPARE(next.wrong, QByteArrayList());
+        }
         program.add("-A1", {both, "+B2"});
         program.save();
       } else if (end == "in the list") {
@@ -247,6 +253,21 @@ class TunsavedTest : public QObject {
     QCOMPARE(program.files.history.back().contentOf(firstName), content);
   }
 
+  void filesOfProgramsThatRunAreLeftAlone() {
+    const std::string header = unsavedHeader("0123456789abcdef", "list");
+    const std::string edits = editsEntry(editsOf("+A1"));
+    const std::string absorbing = unsavedHeader("fedcba9876543210", "list") + restartEntry({"0123456789abcdef"}, edits);
+    TsimulatedFiles files(TsimulatedDisk(TfileMap{{firstName, header + edits},
+                                                  {firstName + "-2", absorbing},
+                                                  {firstName + "-3", unsavedHeader("0000000000000000", "list")}}));
+    files.locked = {firstName + "-2"};
+    files.failing = {"lock EquipmentRecord.unsaved-3 1"};
+    TunsavedChanges changes({"/one"}, files);
+    changes.begin("list");
+    QCOMPARE(textOf(changes.findOrphans(noSums)), "");
+    QCOMPARE(files.history.back().names.size(), 3U);
+  }
+
   void withoutLocks() {
     Tprogram program;
     program.files.failing = {"lock EquipmentRecord.unsaved 1", "lock EquipmentRecord.unsaved 2"};
@@ -284,7 +305,9 @@ class TunsavedTest : public QObject {
     other->add(editsOf("B1>B2"));
     QVERIFY(other->isSafe());
     QCOMPARE(textOf(other->net()), "+B2");
-    other->saved();
+    other->begin("list");
+    QCOMPARE(textOf(other->findOrphans(noSums)), "+B2");
+    other->adopt({});
     QCOMPARE(namesIn(place), QByteArrayList({"EquipmentRecord.unsaved.kept-1"}));
   }
 };
