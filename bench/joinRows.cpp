@@ -14,7 +14,7 @@ constexpr double mostForJoining = 200;  // milliseconds
 /// Two lists that were one, and what we did to ours.
 struct Tparted {
   TequipRecTable theirs;
-  TrecordEdits ours;
+  TlistEdits ours;
 };
 
 TequipRecTable firstRecords(const TequipRecTable& full, std::size_t count) {
@@ -43,7 +43,7 @@ Tparted part(const TequipRecTable& base) {
     TlistStep step = replaced(ours, index, fieldCustom1, "ours");
     if (i % 4 == 1) step = TremoveRecords{{index}};
     if (i % 4 == 3) step = TinsertRecords{{index}, {std::get<TreplaceRecord>(step).record}};
-    for (TrecordEdit& edit : editsOf(step, ours, counts)) parted.ours.push_back(std::move(edit));
+    for (TlistEdit& edit : editsOf(step, ours, counts)) parted.ours.push_back(std::move(edit));
     applyChange(ours, TlistChange(std::move(step)));
   }
   require(parted.ours.size() == changes, "not every step changed a record");

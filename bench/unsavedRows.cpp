@@ -36,7 +36,7 @@ void changeRecord(TeditedList& list) {
   TequipRec record = list.table.at(list.next);
   record.setText(fieldDescription, "Edited " + std::to_string(list.next));
   const TlistStep step = TreplaceRecord{list.next, std::move(record)};
-  const TrecordEdits edits = editsOf(step, list.table, list.counts);
+  const TlistEdits edits = editsOf(step, list.table, list.counts);
   applyChange(list.table, TlistChange(step));
   list.changes.add(edits);
   list.next = (list.next + 1) % static_cast<TrecordIndex>(list.table.count());

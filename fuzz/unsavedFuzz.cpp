@@ -33,7 +33,7 @@ std::string withChecksums(std::string_view input) {
 std::string entriesOf(const TunsavedContent& content) {
   std::string entries;
   for (const TunsavedEntry& entry : content.entries) {
-    const auto* edits = std::get_if<TrecordEdits>(&entry);
+    const auto* edits = std::get_if<TlistEdits>(&entry);
     entries += edits != nullptr ? editsEntry(*edits) : savingEntry(std::get<TpairSums>(entry));
   }
   return entries;

@@ -2,6 +2,7 @@
 
 #include <QItemSelectionModel>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QSysInfo>
 #include <algorithm>
 #include <utility>
@@ -12,15 +13,21 @@
 #include "help/helpViewer.h"
 #include "support/headedGrid.h"
 #include "support/log.h"
-#include "support/messageBox.h"
 #include "support/paths.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 
-// Construction and destruction of the frame, and its grid. The commands behind the buttons are in frameCommands.cpp.
+// Construction and destruction of the frame, and its grid. Loading and saving are in frameFiles.cpp, the commands
+// behind the buttons in frameCommands.cpp.
 
 namespace {
 
 constexpr const char* layoutSection = "GRID";
+
+/// Where unsaved changes are kept: beside the settings, or else in the user's own folder.
+TlistPlaces placesOf(const TframeContext& context) {
+  const QString own = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+  return {context.workingFolder, {context.programFolder, own.toStdU16String()}};
+}
 
 /// Opens the log with what somebody else has to know of this machine.
 void beginLog(const TframeContext& context) {
@@ -35,7 +42,7 @@ void beginLog(const TframeContext& context) {
 TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
     : context_(std::move(context)),
       ini_(findPath(context_.programFolder, "EquipmentRecord.ini")),
-      files_(context_.workingFolder),
+      files_(placesOf(context_)),
       help_(makeHelpViewer()),
       model_(std::make_unique<TgridModel>(list_.view(), list_.columns())),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {
@@ -56,12 +63,16 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
 
 TEquipmentRecordPluginFrame::~TEquipmentRecordPluginFrame() {
   const std::unique_ptr<QWidget> openEditor(editor_.data());  // destroyed first, because it refers to this frame
-  if (!savedByExit_) saveRecords();
+  list_.settleAdded();
+  if (exitSave_ != TexitSave::done) {
+    const TsaveReport report = saveRecords();
+    if (report.succeeded || exitSave_ == TexitSave::none) showReport(report);
+  }
   saveLayout();
 }
 
 void TEquipmentRecordPluginFrame::showEvent(QShowEvent* event) {
-  savedByExit_ = false;  // shown again after exit, so there may be new work to save
+  exitSave_ = TexitSave::none;  // shown again after exit, so there may be new work to save
   QWidget::showEvent(event);
 }
 
@@ -114,20 +125,6 @@ void TEquipmentRecordPluginFrame::setUpKeys() {
   shortcuts->add(Qt::CTRL | Qt::Key_P, ui_->btnPrint);
   shortcuts->add(Qt::Key_F1, ui_->BtnHelp);
   shortcuts->add(Qt::CTRL | Qt::Key_F, this, [this] { goToSearch(); });
-}
-
-void TEquipmentRecordPluginFrame::loadData() {
-  TequipRecTable records;
-  const auto message = files_.load(records);
-  list_.setRecords(std::move(records));
-  if (message) showMessage(nullptr, *message);
-  const auto loaded =
-      loadTestProcTable(diskFileSystem(), findPath(context_.workingFolder, "Data/testProc.asq"), list_.titles());
-  if (loaded == TtestProcLoad::damaged) showMessage(nullptr, corruptTestProcList);
-}
-
-void TEquipmentRecordPluginFrame::saveRecords() {
-  if (const auto message = files_.save(list_.records())) showMessage(nullptr, *message);
 }
 
 void TEquipmentRecordPluginFrame::saveLayout() {
@@ -192,17 +189,4 @@ void TEquipmentRecordPluginFrame::setCurrentRow(std::size_t row) {
 void TEquipmentRecordPluginFrame::goToSearch() {
   ui_->txtGeneralSearch->setFocus(Qt::ShortcutFocusReason);
   ui_->txtGeneralSearch->selectAll();
-}
-
-void TEquipmentRecordPluginFrame::BtnExitClick() {
-  const QPointer<TEquipmentRecordPluginFrame> self(this);
-  hide();
-  saveRecords();
-  if (self.isNull()) return;  // deleted while the message box was open
-  savedByExit_ = true;
-  saveLayout();
-  help_->closeAll();
-  const auto returnToMainWindow = context_.returnToMainWindow;
-  if (returnToMainWindow) returnToMainWindow();
-  // Nothing may follow: the host may have deleted this frame.
 }

@@ -31,8 +31,9 @@ struct TframeContext {
 /// The plug-in's main view: the grid of equipment records with its commands.
 ///
 /// Owns the record table, the test procedure titles and the view for its whole life, on the user-interface thread. The
-/// constructor loads everything and shows a message box for each file that could not be loaded. The exit button saves
-/// the records; the destructor does unless the exit button has just done it. A failed save shows its message box.
+/// constructor loads everything, shows a message box for each file that could not be loaded, and offers the changes
+/// that a killed program left. The exit button saves the records; the destructor does unless the exit button has just
+/// done it. A failed save shows its message box, but the destructor's second try does not.
 class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   Q_OBJECT
 
@@ -49,7 +50,11 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void setUpGrid();
   void setUpKeys();
   void loadData();
-  void saveRecords();
+  void offerUnsavedChanges();
+  void restore(const TlistEdits& unsaved);
+  void secureChanges();
+  TsaveReport saveRecords();
+  static void showReport(const TsaveReport& report);
   void saveLayout();
 
   // The grid
@@ -99,7 +104,9 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   TbrowserSettings settings_;
   TgridLayout layout_;
   TrecordList list_;
-  bool savedByExit_ = false;
+  /// What the exit button has done since the frame was last shown.
+  enum class TexitSave { none, done, failed };
+  TexitSave exitSave_ = TexitSave::none;
   bool uploading_ = false;
   std::unique_ptr<ThelpViewer> help_;
   // Destroyed before the data it displays. The grid, which outlives it, then has an empty model of its own.

@@ -21,3 +21,11 @@ inline constexpr TmessageText exportNotOpened = {"Could not open export file.", 
 
 inline constexpr TmessageText nothingToExport = {"There is no information to export", "No Data",
                                                  TmessageIcon::information};
+
+inline constexpr TmessageText unsavedChangesFound = {
+    "The program ended before the last changes were saved.\n\nDo you want to restore them?", "Unsaved Changes Found",
+    TmessageIcon::question};
+
+inline constexpr TmessageText tooManyToRestore = {
+    "The changes cannot be restored: there would be more than 18432 equipment records.", "Unsaved Changes Found",
+    TmessageIcon::warning};

@@ -1,6 +1,7 @@
 #include "browser/recordList.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "browser/settings.h"
 
@@ -18,7 +19,37 @@ bool replacesOnly(const TlistChange& change, TrecordIndex index) {
 void TrecordList::setRecords(TequipRecTable records) {
   records_ = std::move(records);
   added_.reset();
+  counts_.reset();
   steps_.clear();
+}
+
+/// Adds what a step is going to do. The first thing stored in a record that is being added is its addition.
+void TrecordList::addEdits(const TlistStep& step, TlistEdits& edits) {
+  if (!counts_) counts_.emplace(records_);
+  const auto* replaced = std::get_if<TreplaceRecord>(&step);
+  const bool isAddition = added_ && !isAddedStored_ && replaced != nullptr && replaced->index == *added_;
+  isAddedStored_ = isAddedStored_ || isAddition;
+  TlistEdits added = isAddition ? editsOf(TinsertRecords{{replaced->index}, {replaced->record}}, records_, *counts_)
+                                : editsOf(step, records_, *counts_);
+  std::move(added.begin(), added.end(), std::back_inserter(edits));
+}
+
+TlistChange TrecordList::change(TlistChange change, const TeditListener& listener) {
+  TlistEdits edits;
+  TlistChange inverse = applyChange(records_, std::move(change), [&](const TlistStep& step) { addEdits(step, edits); });
+  if (listener && !edits.empty()) listener(edits);
+  return inverse;
+}
+
+TlistChange TrecordList::change(TlistChange change) {
+  return this->change(std::move(change), editListener_);
+}
+
+TlistEdits TrecordList::restore(TlistChange change) {
+  TlistEdits restored;
+  steps_.add(TstepKind::restoration,
+             this->change(std::move(change), [&](const TlistEdits& edits) { restored = edits; }));
+  return restored;
 }
 
 void TrecordList::makeStep(TstepKind kind, TlistChange change) {
@@ -90,21 +121,30 @@ bool TrecordList::hasRoomFor(std::size_t count) const {
 
 TrecordIndex TrecordList::addBlank() {
   const auto index = static_cast<TrecordIndex>(records_.count());
-  change(TlistChange::append(index, std::vector<TequipRec>(1)));
+  if (!counts_) counts_.emplace(records_);
+  applyChange(records_, TlistChange::append(index, std::vector<TequipRec>(1)));
   view_.append(index);
   added_ = index;
+  isAddedStored_ = false;
   return index;
 }
 
 void TrecordList::keepAdded(TrecordIndex index) {
+  if (!isAddedStored_) change(TlistChange(TreplaceRecord{index, records_.at(index)}));
   added_.reset();
   steps_.add(TstepKind::addition, TlistChange(TremoveRecords{{index}}));
 }
 
 void TrecordList::removeAdded(TrecordIndex index) {
   added_.reset();
-  change(TlistChange(TremoveRecords{{index}}));
+  TlistChange removal(TremoveRecords{{index}});
+  isAddedStored_ ? change(std::move(removal)) : applyChange(records_, std::move(removal));
   view_.showAll();
+}
+
+void TrecordList::settleAdded() {
+  if (!added_) return;
+  isAddedStored_ ? keepAdded(*added_) : removeAdded(*added_);
 }
 
 TrowRange TrecordList::copy(const TrowRange& rows) {

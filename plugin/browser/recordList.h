@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "browser/undoSteps.h"
 #include "browser/view.h"
 #include "store/listChange.h"
+#include "store/recordEdits.h"
 #include "support/gridLayout.h"
 #include "testproc/autosequenceFileStructs.h"
 
@@ -37,11 +39,17 @@ class TrecordList {
   /// Replaces all records. The view must be rebuilt afterwards.
   void setRecords(TequipRecTable records);
   /// Makes a change and returns the one that takes it back. The view stays as it is. Every change goes through here.
-  TlistChange change(TlistChange change) { return applyChange(records_, std::move(change)); }
+  TlistChange change(TlistChange change);
+  /// Who gets each change as edits, right after it was made. A record that is being added is no change before it is
+  /// stored or kept.
+  using TeditListener = std::function<void(const TlistEdits& edits)>;
+  void setEditListener(TeditListener listener) { editListener_ = std::move(listener); }
   /// Makes a change that the user can undo as one step. The view stays as it is. A change of the record that is being
   /// added belongs to its addition.
   void makeStep(TstepKind kind, TlistChange change);
   const TundoSteps& steps() const { return steps_; }
+  /// Makes a change that brings back unsaved work, as one step. Returns its edits, which the listener does not get.
+  TlistEdits restore(TlistChange change);
   /// Undoes or redoes the next step, of which there must be one. Shows the records that the search in force finds, or
   /// all if it would hide those that the step left; then the search is cleared. Sorts the view.
   TstepShown goStep(TstepWay way, TsortOrder& order);
@@ -75,6 +83,9 @@ class TrecordList {
   void keepAdded(TrecordIndex index);
   /// Removes a record that was just added, and shows all records, even if a search is in force.
   void removeAdded(TrecordIndex index);
+  bool isAdding() const { return added_.has_value(); }
+  /// Nobody will decide about the record that is being added, if there is one: it stays if it was stored.
+  void settleAdded();
   /// Adds copies of the records in these rows, without their control numbers, at the end of table and view. They must
   /// fit. Returns the rows of the copies.
   TrowRange copy(const TrowRange& rows);
@@ -84,6 +95,8 @@ class TrecordList {
  private:
   bool isSearchInForce() const { return searchActive_ && !searchTexts_.isEmpty(); }
   void showFound();
+  void addEdits(const TlistStep& step, TlistEdits& edits);
+  TlistChange change(TlistChange change, const TeditListener& listener);
   std::optional<TrowRange> rowsOf(const std::vector<bool>& chosen) const;
 
   TequipRecTable records_;
@@ -93,6 +106,9 @@ class TrecordList {
   TrecordSearch search_{records_, titles_};
   TsearchTexts searchTexts_;
   bool searchActive_ = false;
-  std::optional<TrecordIndex> added_;  ///< the record that is being added
+  std::optional<TrecordIndex> added_;    ///< the record that is being added
+  bool isAddedStored_ = false;           ///< the user has stored something in it
+  std::optional<TrecordCounts> counts_;  ///< of all records but an added one that is not stored; made when needed
+  TeditListener editListener_;
   TundoSteps steps_{[this](TlistChange change) { return this->change(std::move(change)); }};
 };

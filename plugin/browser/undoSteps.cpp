@@ -34,7 +34,7 @@ std::size_t touchedCount(const TlistStep& step) {
 }
 
 QString stepText(TstepKind kind, std::size_t count) {
-  constexpr std::array names = {"addition", "copying", "deletion", "change", "import"};
+  constexpr std::array names = {"addition", "copying", "deletion", "change", "import", "restoration"};
   const auto name = QString::fromLatin1(names.at(static_cast<std::size_t>(kind)));
   return count == 1 ? QStringLiteral("the %1 of a record").arg(name)
                     : QStringLiteral("the %1 of %2 records").arg(name).arg(count);

@@ -10,7 +10,7 @@
 #include "store/listChange.h"
 
 /// What a step of the user did to the list.
-enum class TstepKind : std::uint8_t { addition, copying, deletion, change, import };
+enum class TstepKind : std::uint8_t { addition, copying, deletion, change, import, restoration };
 
 /// The two ways to go through the steps.
 enum class TstepWay : std::uint8_t { undo, redo };

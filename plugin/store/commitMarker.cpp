@@ -8,7 +8,9 @@
 
 namespace {
 
-constexpr std::string_view heading = "EQCOMMIT1";
+constexpr std::string_view heading = "EQCOMMIT2";
+/// The heading of release 0.1. Its lines name the record files themselves.
+constexpr std::string_view oldHeading = "EQCOMMIT1";
 
 std::string line(const std::string& name, const TfileSum& sum) {
   std::ostringstream out;
@@ -23,6 +25,12 @@ void readLine(std::istream& in, std::string& name, TfileSum& sum) {
   std::getline(in, name);
 }
 
+std::string textOf(const TcommitMarker& marker, std::string_view first) {
+  const std::string text = std::string(first) + '\n' + line(marker.dataTemporary, marker.sums.data) + '\n' +
+                           line(marker.infoTemporary, marker.sums.info) + '\n';
+  return text + line("end", sumOf(text)) + '\n';
+}
+
 }  // namespace
 
 TfileSum sumOf(std::string_view content) {
@@ -30,8 +38,7 @@ TfileSum sumOf(std::string_view content) {
 }
 
 std::string TcommitMarker::toText() const {
-  const std::string text = std::string(heading) + '\n' + line(dataName, data) + '\n' + line(infoName, info) + '\n';
-  return text + line("end", sumOf(text)) + '\n';
+  return textOf(*this, heading);
 }
 
 std::optional<TcommitMarker> TcommitMarker::fromText(std::string_view text) {
@@ -40,7 +47,13 @@ std::optional<TcommitMarker> TcommitMarker::fromText(std::string_view text) {
   std::string first;
   std::getline(in, first);
   TcommitMarker marker;
-  readLine(in, marker.dataName, marker.data);
-  readLine(in, marker.infoName, marker.info);
-  return in && marker.toText() == text ? std::optional(marker) : std::nullopt;
+  readLine(in, marker.dataTemporary, marker.sums.data);
+  readLine(in, marker.infoTemporary, marker.sums.info);
+  const bool known = first == heading || first == oldHeading;
+  if (!in || !known || textOf(marker, first) != text) return std::nullopt;
+  if (first == oldHeading) {
+    marker.dataTemporary += ".new";
+    marker.infoTemporary += ".new";
+  }
+  return marker;
 }

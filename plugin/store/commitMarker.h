@@ -19,17 +19,19 @@ TfileSum sumOf(std::string_view content);
 struct TpairSums {
   TfileSum data;
   TfileSum info;
+
+  bool operator==(const TpairSums&) const = default;
 };
 
 /// The small file that decides a save: it names both new record files and holds their fingerprints.
 struct TcommitMarker {
-  std::string dataName;
-  TfileSum data;
-  std::string infoName;
-  TfileSum info;
+  /// File names, without their folders, from which both are renamed into place.
+  std::string dataTemporary;
+  std::string infoTemporary;
+  TpairSums sums;
 
   /// The marker as text; docs/file-formats.md shows it.
   std::string toText() const;
-  /// The marker that `text` holds; nothing unless it is whole to the last byte.
+  /// The marker that `text` holds; nothing unless it is whole to the last byte. Reads the markers of release 0.1, too.
   static std::optional<TcommitMarker> fromText(std::string_view text);
 };

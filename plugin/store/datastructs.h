@@ -155,7 +155,7 @@ class TequipRecTable {
   std::uint64_t revision() const { return revision_; }
 
  private:
-  friend TlistChange applyChange(TequipRecTable& table, TlistChange change);
+  friend class TlistChange;
 
   static std::uint64_t newRevision() {
     static std::atomic<std::uint64_t> last = 0;

@@ -28,7 +28,7 @@ void write(std::string& bytes, const TequipRec& record) {
   write(bytes, record.testProc(), 2);
 }
 
-void write(std::string& bytes, const TrecordEdit& edit) {
+void write(std::string& bytes, const TlistEdit& edit) {
   write(bytes, (edit.became ? hasBecome : 0) | (edit.was ? hasBeen : 0), 1);
   for (const std::uint32_t count : {edit.alike, edit.sameNumber, edit.sameContent}) write(bytes, count, 4);
   if (edit.was) write(bytes, *edit.was);
@@ -61,8 +61,8 @@ class TeditReader {
     return record;
   }
 
-  TrecordEdit edit() {
-    TrecordEdit edit;
+  TlistEdit edit() {
+    TlistEdit edit;
     const std::uint32_t kind = number(1);
     require(kind >= hasBecome && kind <= (hasBecome | hasBeen));
     for (std::uint32_t* count : {&edit.alike, &edit.sameNumber, &edit.sameContent}) *count = number(4);
@@ -91,19 +91,19 @@ class TeditReader {
 
 }  // namespace
 
-std::string encodedEdits(const TrecordEdits& edits) {
+std::string encodedEdits(const TlistEdits& edits) {
   std::string bytes;
   write(bytes, fieldCount, 1);
   write(bytes, static_cast<std::uint32_t>(edits.size()), 4);
-  for (const TrecordEdit& edit : edits) write(bytes, edit);
+  for (const TlistEdit& edit : edits) write(bytes, edit);
   return bytes;
 }
 
-std::optional<TrecordEdits> decodedEdits(std::string_view bytes) {
+std::optional<TlistEdits> decodedEdits(std::string_view bytes) {
   TeditReader reader(bytes);
   if (reader.number(1) != fieldCount) return std::nullopt;
   const std::uint32_t count = reader.number(4);
-  TrecordEdits edits;
+  TlistEdits edits;
   while (edits.size() < count && reader.isGood()) edits.push_back(reader.edit());
   if (!reader.isGood() || !reader.atEnd()) return std::nullopt;
   return edits;

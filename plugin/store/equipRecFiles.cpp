@@ -1,41 +1,18 @@
 #include "store/equipRecFiles.h"
 
 #include <chrono>
-#include <string>
 #include <utility>
 
-#include "store/datastructs.h"
+#include "store/joinLists.h"
+#include "store/keptCopies.h"
 #include "store/loadReport.h"
 #include "store/recordLoad.h"
 #include "store/recordSave.h"
 #include "store/savedPair.h"
-#include "support/fileSystem.h"
 #include "support/log.h"
 #include "support/paths.h"
 
 namespace {
-
-std::filesystem::path keptName(const std::filesystem::path& path, int number) {
-  std::filesystem::path kept = path;
-  kept += ".kept-" + std::to_string(number);
-  return kept;
-}
-
-/// What renaming keeps of a file's stamp.
-std::optional<TfileStamp> stampOf(TfileSystem& files, const std::filesystem::path& path) {
-  TstampResult result = files.stamp(path);
-  result.stamp.changed = 0;
-  return result.isFound() ? std::optional(result.stamp) : std::nullopt;
-}
-
-/// Copies a file, if it exists, to a name that is not taken.
-Toutcome keep(TfileSystem& files, const std::filesystem::path& path, const std::filesystem::path& kept) {
-  if (files.stamp(path).isAbsent()) return {};
-  std::string content;
-  const TreadResult read = files.read(path, content);
-  if (read.end == TreadResult::Tend::done) return writeFlushed(files, kept, path, content);
-  return read.failure.value_or(Tfailure{"keep", pathText(path), "the file has vanished"});
-}
 
 /// Logs how a load or a save ended and how long it took.
 class Treport {
@@ -73,73 +50,172 @@ std::optional<TmessageText> report(const char* name, const TequipRecTable& table
   }
 }
 
+/// The name by which the file of unsaved changes knows a list: the data file's path, through links where possible.
+std::string listNameOf(const std::filesystem::path& dataPath) {
+  std::error_code error;
+  auto name = std::filesystem::weakly_canonical(dataPath, error);
+  if (error) name = std::filesystem::absolute(dataPath, error);
+  return pathText(error ? dataPath : name);
+}
+
+bool isUnchanged(const TstampResult& found, const TstampResult& known) {
+  if (found.isAbsent() || known.isAbsent()) return found.isAbsent() && known.isAbsent();
+  return found.isFound() && known.isFound() && found.stamp == known.stamp;
+}
+
+bool isUnknown(const TstampResult& found) {
+  return !found.isFound() && !found.isAbsent();
+}
+
 }  // namespace
 
-TequipRecFiles::TequipRecFiles(std::filesystem::path workingFolder, TfileSystem& files)
-    : workingFolder_(std::move(workingFolder)), files_(files) {}
+TequipRecFiles::TequipRecFiles(TlistPlaces places, TfileSystem& files)
+    : places_(std::move(places)), files_(files), unsaved_(places_.unsavedFolders, files) {}
 
 std::optional<TmessageText> TequipRecFiles::load(TequipRecTable& table) noexcept {
   return report(
       "Load of", table, [&] { return loadFiles(table); }, loadMessage);
 }
 
-std::optional<TmessageText> TequipRecFiles::save(const TequipRecTable& table) noexcept {
-  return report(
-      "Save of", table, [&] { return saveFiles(table); }, saveMessage);
+TsaveReport TequipRecFiles::save(const TequipRecTable& table) noexcept {
+  TsaveReport saved;
+  const auto message = report(
+      "Save of", table, [&] { return saveFiles(table, saved); }, saveMessage);
+  if (message) return {false, message, failedSaveDetails(), std::nullopt};
+  saved.succeeded = true;
+  return saved;
+}
+
+TlistEdits TequipRecFiles::findUnsaved() noexcept {
+  if (unread_ && !known_.areAbsent()) return {};
+  return unsaved_.findOrphans(knownSums_);
 }
 
 std::filesystem::path TequipRecFiles::dataPath() const {
-  return findPath(workingFolder_, "DATA/eq.dat");
+  return findPath(places_.workingFolder, "DATA/eq.dat");
 }
 
 std::filesystem::path TequipRecFiles::infoPath() const {
-  return findPath(workingFolder_, "DATA/eqinfo.dat");
+  return findPath(places_.workingFolder, "DATA/eqinfo.dat");
 }
 
 TequipRecFiles::Tstamps TequipRecFiles::stamps() const {
-  return {stampOf(files_, dataPath()), stampOf(files_, infoPath())};
+  return {files_.stamp(dataPath()), files_.stamp(infoPath())};
 }
 
 TERResult TequipRecFiles::loadFiles(TequipRecTable& table) {
+  unread_ = true;
   allRead_ = false;
+  known_ = {};
+  knownSums_ = {};
   table = TequipRecTable();
+  unsaved_.begin(listNameOf(dataPath()));
   TsavedPair pair(files_, dataPath(), infoPath());
-  pair.recover();
+  known_ = stamps();
+  if (const Toutcome locked = pair.lock(); !locked) return {ER1STFILENOTFOUND, locked.failure().text()};
+  recoverToLoad(pair);
   known_ = stamps();  // before the files are read, so that a change meanwhile counts as one
-  TERResult result = loadPair(table, equipRecLimit, pair, files_);
+  TERResult result = loadPair(table, equipRecLimit, pair, files_, knownSums_);
+  writtenSums_ = knownSums_;
+  unread_ = result.status == ER1STFILENOTFOUND || result.status == ER2NDFILENOTFOUND;
   allRead_ = result.complete && result.status == ERSUCCESS;
   return result;
 }
 
-TERResult TequipRecFiles::saveFiles(const TequipRecTable& table) {
-  return TequipRecToFile(table, table.count(), dataPath(), infoPath(), files_, [this] {
-    keepFilesIfUnread();
-    // Renaming keeps a file's stamp, so these files are known as ours once they are in place.
-    const TsavedPair pair(files_, dataPath(), infoPath());
-    written_ = {stampOf(files_, pair.data().temporary), stampOf(files_, pair.info().temporary)};
-  });
+TERResult TequipRecFiles::saveFiles(const TequipRecTable& table, TsaveReport& outcome) {
+  TsavedPair pair(files_, dataPath(), infoPath());
+  if (TERResult prepared = prepareSave(pair); prepared.status != ERSUCCESS) return prepared;
+  const Tstamps found = stamps();
+  const Tmeanwhile change = meanwhile(found, pair);
+  if (change == Tmeanwhile::unknown) {
+    throw TERException(EREXCEPTION, "It cannot be told whether another program has changed the record files");
+  }
+  const bool holdsOthersWork = change == Tmeanwhile::changed || (unread_ && !found.areAbsent());
+  if (holdsOthersWork && unsaved_.net().empty()) return {};
+  if (change == Tmeanwhile::removed) outcome.message = filesRemoved;
+  if (change == Tmeanwhile::changed) outcome.message = listsJoined;
+  if (holdsOthersWork) return saveJoined(table, pair, outcome);
+  if (!allRead_ || change != Tmeanwhile::nothing) {
+    const std::string kept = keepCopies(files_, dataPath(), infoPath());
+    if (outcome.message && !kept.empty()) outcome.details = "What was left of them is kept as " + kept + '.';
+    // If the save fails later, the next one need not keep the same files again.
+    known_ = found;
+    allRead_ = true;
+  }
+  return write(table, pair);
 }
 
-void TequipRecFiles::keepFilesIfUnread() {
-  const Tstamps found = stamps();
-  const bool known = (found.data == known_.data || found.data == written_.data) &&
-                     (found.info == known_.info || found.info == written_.info);
-  if (allRead_ && known) return;
-  int number = 1;
-  while (files_.stamp(keptName(dataPath(), number)).isFound() || files_.stamp(keptName(infoPath(), number)).isFound()) {
-    ++number;
+/// Saves to files that hold records which this window has not read.
+TERResult TequipRecFiles::saveJoined(const TequipRecTable& table, TsavedPair& pair, TsaveReport& outcome) {
+  const std::string kept = keepCopies(files_, dataPath(), infoPath());
+  TequipRecTable list;
+  TpairSums sums;
+  TERResult loaded;
+  try {
+    loaded = loadPair(list, equipRecLimit, pair, files_, sums);
+  } catch (const TERException& exception) {
+    loaded = {exception.code(), exception.reason()};
   }
-  const auto keptData = keptName(dataPath(), number);
-  const auto keptInfo = keptName(infoPath(), number);
-  Toutcome kept = keep(files_, dataPath(), keptData);
-  if (kept) kept = keep(files_, infoPath(), keptInfo);
-  if (!kept) {
-    files_.remove(keptData);
-    files_.remove(keptInfo);
-    throw TERException(EREXCEPTION, "The old files could not be kept", kept.failure().text());
+  const bool readable = loaded.status == ERSUCCESS && loaded.complete;
+  std::size_t fieldsInBoth = 0;
+  if (readable) {
+    Tjoined joined = joinLists(list, unsaved_.net());
+    fieldsInBoth = joined.fieldsInBoth;
+    applyChange(list, std::move(joined.change));
   }
-  logInfo("Kept the files that were not read as .kept-" + std::to_string(number));
-  // If the save fails later, the next one need not keep the same files again.
+  const bool isJoined = readable && list.count() <= equipRecLimit;
+  if (outcome.message) {
+    if (!isJoined) outcome.message = listsNotJoined;
+    outcome.details = isJoined ? joinDetails(fieldsInBoth, kept) : notJoinedDetails(readable, kept);
+  }
+  logInfo(isJoined ? "Joined with the list of another program" : "Not joined with the list of another program");
+  if (!isJoined) return write(table, pair);
+  TERResult result = write(list, pair);
+  outcome.joined = std::move(list);
+  return result;
+}
+
+/// What becomes of the changes that a failed save has not saved.
+std::string TequipRecFiles::failedSaveDetails() noexcept {
+  try {
+    if (unsaved_.net().empty()) return {};
+    return unsaved_.isSafe() ? changesOffered : changesNotSafe;
+  } catch (...) {
+    logCaught("failedSaveDetails");
+    return {};
+  }
+}
+
+TERResult TequipRecFiles::write(const TequipRecTable& table, TsavedPair& pair) {
+  TERResult result = savePair(table, table.count(), pair, files_, [&](const TpairSums& sums) {
+    backUp(files_, dataPath(), infoPath(), sums, todaysDate());
+    writtenSums_ = sums;
+    unsaved_.saving(sums);
+  });
+  if (result.status != ERSUCCESS) return result;
+  unsaved_.saved();
+  known_ = stamps();
+  knownSums_ = writtenSums_;
+  unread_ = false;
   allRead_ = true;
-  known_ = found;
+  return result;
+}
+
+TequipRecFiles::Tmeanwhile TequipRecFiles::meanwhile(const Tstamps& found, TsavedPair& pair) const {
+  if (isUnchanged(found.data, known_.data) && isUnchanged(found.info, known_.info)) return Tmeanwhile::nothing;
+  if (isUnknown(found.data) || isUnknown(found.info)) return Tmeanwhile::unknown;
+  bool unknown = false;
+  if (areHeld(knownSums_, pair, unknown) || areHeld(writtenSums_, pair, unknown)) return Tmeanwhile::nothing;
+  if (unknown) return Tmeanwhile::unknown;
+  const bool removed =
+      (known_.data.isFound() && found.data.isAbsent()) || (known_.info.isFound() && found.info.isAbsent());
+  return removed ? Tmeanwhile::removed : Tmeanwhile::changed;
+}
+
+/// Whether the files have these fingerprints. Sets `unknown` if that cannot be told.
+bool TequipRecFiles::areHeld(const TpairSums& sums, TsavedPair& pair, bool& unknown) const {
+  const Tanswer data = pair.holds(pair.data().target, sums.data);
+  const Tanswer info = data == Tanswer::other ? data : pair.holds(pair.info().target, sums.info);
+  unknown = unknown || data == Tanswer::unknown || info == Tanswer::unknown;
+  return data == Tanswer::same && info == Tanswer::same;
 }

@@ -24,10 +24,10 @@ struct Tnumber {
 
 class Tjoiner {
  public:
-  Tjoiner(const TequipRecTable& theirs, const TrecordEdits& ours)
+  Tjoiner(const TequipRecTable& theirs, const TlistEdits& ours)
       : theirs_(theirs), ours_(ours), isClaimed_(theirs.count()), isSettled_(ours.size()) {
     contents_.reserve(2 * ours.size());
-    for (const TrecordEdit& edit : ours) countOurs(edit);
+    for (const TlistEdit& edit : ours) countOurs(edit);
     for (auto& [record, content] : contents_) content.theirs = -content.base;
     for (auto index = static_cast<TrecordIndex>(theirs.count()); index-- > 0;) countTheirs(index);
   }
@@ -45,7 +45,7 @@ class Tjoiner {
   }
 
  private:
-  void countOurs(const TrecordEdit& edit) {
+  void countOurs(const TlistEdit& edit) {
     if (edit.was) {
       Tcontent& content = contents_[&*edit.was];
       content.base = std::int64_t{edit.sameContent} + 1;
@@ -83,7 +83,7 @@ class Tjoiner {
   }
 
   /// Makes a change or removal of ours on a record that is still as it was, unless they made the same.
-  bool settleChange(const TrecordEdit& edit) {
+  bool settleChange(const TlistEdit& edit) {
     Tcontent& was = contentOf(*edit.was);
     if (was.theirs < 0 && (!edit.became || settleAsTheirs(edit))) {
       ++was.theirs;
@@ -100,7 +100,7 @@ class Tjoiner {
   }
 
   /// Whether they have what our edit leads to and the base had not.
-  bool settleAsTheirs(const TrecordEdit& edit) {
+  bool settleAsTheirs(const TlistEdit& edit) {
     Tcontent& became = contentOf(*edit.became);
     if (became.theirs <= 0 || became.unclaimed.empty()) return false;
     claim(became);
@@ -108,7 +108,7 @@ class Tjoiner {
     return true;
   }
 
-  static bool canJoinByNumber(const TrecordEdit& edit) {
+  static bool canJoinByNumber(const TlistEdit& edit) {
     return edit.was && edit.sameNumber == 0 && *edit.was->text(fieldControlNum) != '\0';
   }
 
@@ -123,7 +123,7 @@ class Tjoiner {
     }
   }
 
-  bool joinByNumber(const TrecordEdit& edit) {
+  bool joinByNumber(const TlistEdit& edit) {
     if (!canJoinByNumber(edit)) return false;
     Tnumber& number = numbers_[edit.was->text(fieldControlNum)];
     if (number.count != 1) return false;
@@ -163,7 +163,7 @@ class Tjoiner {
   }
 
   const TequipRecTable& theirs_;
-  const TrecordEdits& ours_;
+  const TlistEdits& ours_;
   std::unordered_map<const TequipRec*, Tcontent, TrecordHash, TrecordsEqual> contents_;
   std::unordered_map<std::string_view, Tnumber> numbers_;
   std::vector<bool> isClaimed_;
@@ -175,6 +175,6 @@ class Tjoiner {
 
 }  // namespace
 
-Tjoined joinLists(const TequipRecTable& theirs, const TrecordEdits& ours) {
+Tjoined joinLists(const TequipRecTable& theirs, const TlistEdits& ours) {
   return Tjoiner(theirs, ours).join();
 }

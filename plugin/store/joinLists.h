@@ -27,4 +27,4 @@ struct Tjoined {
 ///   stay.
 /// - Whether our changes were joined before, once others have changed what came of them: a record that we added comes
 ///   again, as does one whose control number we changed.
-Tjoined joinLists(const TequipRecTable& theirs, const TrecordEdits& ours);
+Tjoined joinLists(const TequipRecTable& theirs, const TlistEdits& ours);

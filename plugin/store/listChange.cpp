@@ -67,11 +67,17 @@ TlistChange TlistChange::append(std::size_t count, std::vector<TequipRec> record
   return TlistChange(TinsertRecords{std::move(indices), std::move(records)});
 }
 
-TlistChange applyChange(TequipRecTable& table, TlistChange change) {
+/// Makes a step and returns its inverse.
+TlistStep TlistChange::makeStep(TequipRecTable& table, TlistStep step) {
+  table.revision_ = TequipRecTable::newRevision();
+  return std::visit([&](auto& made) { return make(std::move(made), table.records_); }, step);
+}
+
+TlistChange applyChange(TequipRecTable& table, TlistChange change, const TstepListener& beforeStep) {
   TlistChange inverse;
   for (TlistStep& step : change.steps_) {
-    table.revision_ = TequipRecTable::newRevision();
-    inverse.add(std::visit([&](auto& made) { return make(std::move(made), table.records_); }, step));
+    if (beforeStep) beforeStep(step);
+    inverse.add(TlistChange::makeStep(table, std::move(step)));
   }
   std::reverse(inverse.steps_.begin(), inverse.steps_.end());
   return inverse;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <variant>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct TreplaceRecord {
 
 using TlistStep = std::variant<TinsertRecords, TremoveRecords, TreplaceRecord>;
 
+using TstepListener = std::function<void(const TlistStep& step)>;
+
 /// A change of the list of records, as a value: steps to be made in order, each on the list that the one before leaves.
 class TlistChange {
  public:
@@ -38,15 +41,17 @@ class TlistChange {
   const std::vector<TlistStep>& steps() const { return steps_; }
 
  private:
-  friend TlistChange applyChange(TequipRecTable& table, TlistChange change);
+  friend TlistChange applyChange(TequipRecTable& table, TlistChange change, const TstepListener& beforeStep);
+
+  static TlistStep makeStep(TequipRecTable& table, TlistStep step);
 
   std::vector<TlistStep> steps_;
 };
 
 /// Makes a change. Returns the change that takes it back. Each step takes time linear in the table, or constant where
 /// it replaces a record. Every index must fit the list that its step finds; otherwise `std::out_of_range` is thrown,
-/// and the steps before that one remain made.
-TlistChange applyChange(TequipRecTable& table, TlistChange change);
+/// and the steps before that one remain made. `beforeStep` is told each step before it is made.
+TlistChange applyChange(TequipRecTable& table, TlistChange change, const TstepListener& beforeStep = {});
 
 /// Who owns the list: gives it to read, and makes every change to it.
 class TlistOwner {

@@ -63,3 +63,14 @@ TmessageText exceptionMessage(TERStatus code) {
       return {unidentified, "Unknown Exception", TmessageIcon::error};
   }
 }
+
+std::string joinDetails(std::size_t fieldsInBoth, const std::string& kept) {
+  if (fieldsInBoth == 0) return {};
+  const std::string fields = fieldsInBoth == 1 ? "1 field was" : std::to_string(fieldsInBoth) + " fields were";
+  return fields + " changed by both. Yours were saved; the other program's are kept in " + kept + '.';
+}
+
+std::string notJoinedDetails(bool readable, const std::string& kept) {
+  return (readable ? "Both lists together have more than 18432 records. " : "The other program's list has errors. ") +
+         std::string("The other program's files are kept as ") + kept + '.';
+}

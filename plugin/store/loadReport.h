@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <string>
 
 #include "store/erException.h"
 #include "support/messageText.h"
@@ -12,3 +14,23 @@ std::optional<TmessageText> saveMessage(TERStatus status);
 
 /// The message for a load or a save that ended with a `TERException` of this code.
 TmessageText exceptionMessage(TERStatus code);
+
+/// The messages of a save that succeeded, although another program had changed or removed the files meanwhile.
+inline constexpr TmessageText listsJoined = {
+    "The equipment records were also changed by another program.\nBoth changes were saved.", "List Changed Meanwhile",
+    TmessageIcon::information};
+inline constexpr TmessageText listsNotJoined = {
+    "The equipment records were also changed by another program.\nYour list was saved.", "List Changed Meanwhile",
+    TmessageIcon::information};
+inline constexpr TmessageText filesRemoved = {
+    "The equipment record files were removed by another program.\nYour list was saved.", "List Changed Meanwhile",
+    TmessageIcon::information};
+
+/// What stands below these messages. `kept` names the copies of the other program's files.
+std::string joinDetails(std::size_t fieldsInBoth, const std::string& kept);
+std::string notJoinedDetails(bool readable, const std::string& kept);
+
+/// What stands below the message of a save that failed.
+inline constexpr const char* changesOffered =
+    "Your changes are not lost. You will be asked about them when this list is opened again.";
+inline constexpr const char* changesNotSafe = "Your changes could not be stored in another place.";

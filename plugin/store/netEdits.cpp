@@ -38,7 +38,7 @@ class Tcomposer {
   }
 
   /// `edit` must outlive the composer.
-  void add(TrecordEdit& edit) {
+  void add(TlistEdit& edit) {
     if (edit.was == edit.became) return;
     Tcontent* before = edit.was ? &contents_[&*edit.was] : nullptr;
     Tcontent* after = edit.became ? &contents_[&*edit.became] : nullptr;
@@ -53,11 +53,11 @@ class Tcomposer {
   }
 
   /// The net edits, with the records of the edits that were added.
-  TrecordEdits take() {
-    TrecordEdits edits;
+  TlistEdits take() {
+    TlistEdits edits;
     for (const TnetEdit& net : edits_) {
       if (net.isVoid) continue;
-      TrecordEdit& edit = edits.emplace_back();
+      TlistEdit& edit = edits.emplace_back();
       if (net.was != nullptr) edit.was = std::move(*net.was);
       if (net.became != nullptr) edit.became = std::move(*net.became);
       edit.alike = net.alike;
@@ -73,7 +73,7 @@ class Tcomposer {
   }
 
   /// The net edit that goes on with a change or removal.
-  std::size_t changed(TrecordEdit& edit, Tcontent& before) {
+  std::size_t changed(TlistEdit& edit, Tcontent& before) {
     if (!before.present.empty()) {
       const std::size_t place = before.present.back();
       before.present.pop_back();
@@ -118,8 +118,8 @@ class Tcomposer {
 
 }  // namespace
 
-TrecordEdits netEdits(TrecordEdits edits) {
+TlistEdits netEdits(TlistEdits edits) {
   Tcomposer composer(edits.size());
-  for (TrecordEdit& edit : edits) composer.add(edit);
+  for (TlistEdit& edit : edits) composer.add(edit);
   return composer.take();
 }

@@ -47,11 +47,11 @@ class TeditMaker {
     if (!(table_.at(step.index) == step.record)) make(&table_.at(step.index), &step.record);
   }
 
-  TrecordEdits take() { return std::move(edits_); }
+  TlistEdits take() { return std::move(edits_); }
 
  private:
   void make(const TequipRec* was, const TequipRec* became) {
-    TrecordEdit& edit = edits_.emplace_back();
+    TlistEdit& edit = edits_.emplace_back();
     if (became != nullptr) {
       edit.became = *became;
       edit.alike = counts_.equalTo(*became);
@@ -67,7 +67,7 @@ class TeditMaker {
 
   const TequipRecTable& table_;
   TrecordCounts& counts_;
-  TrecordEdits edits_;
+  TlistEdits edits_;
 };
 
 }  // namespace
@@ -101,7 +101,7 @@ std::uint32_t TrecordCounts::withNumberOf(const TequipRec& record) const {
   return countOf(counts_, numberHash(record));
 }
 
-TrecordEdits editsOf(const TlistStep& step, const TequipRecTable& table, TrecordCounts& counts) {
+TlistEdits editsOf(const TlistStep& step, const TequipRecTable& table, TrecordCounts& counts) {
   TeditMaker maker(table, counts);
   std::visit(maker, step);
   return maker.take();

@@ -10,7 +10,7 @@
 #include "store/listChange.h"
 
 /// What a change did to one record, told by content, so that it can be made on a list that others have changed, too.
-struct TrecordEdit {
+struct TlistEdit {
   std::optional<TequipRec> was;     ///< nothing if the record was added
   std::optional<TequipRec> became;  ///< nothing if the record was removed
   std::uint32_t alike = 0;          ///< records equal to `became` in the list before; 0 if removed
@@ -19,7 +19,7 @@ struct TrecordEdit {
 };
 
 /// Edits in the order in which they were made.
-using TrecordEdits = std::vector<TrecordEdit>;
+using TlistEdits = std::vector<TlistEdit>;
 
 /// How many records of a list are equal to a record, and how many have a control number. Keeps hashes, not records:
 /// asking and following an edit take constant time.
@@ -38,15 +38,15 @@ class TrecordCounts {
 };
 
 /// What a step, which must fit `table`, is going to do to its records. `counts` are those of `table`, and follow.
-TrecordEdits editsOf(const TlistStep& step, const TequipRecTable& table, TrecordCounts& counts);
+TlistEdits editsOf(const TlistStep& step, const TequipRecTable& table, TrecordCounts& counts);
 
 /// The edits as bytes, and back; nothing unless the bytes are whole. docs/file-formats.md shows the format.
-std::string encodedEdits(const TrecordEdits& edits);
-std::optional<TrecordEdits> decodedEdits(std::string_view bytes);
+std::string encodedEdits(const TlistEdits& edits);
+std::optional<TlistEdits> decodedEdits(std::string_view bytes);
 
 /// What edits, made one after the other, come to: at most one edit for each record, in the order of first appearance. A
 /// record that is again as it was has none, nor has one that was added and removed. An addition equal to a removed
 /// record, as it was at first or last, takes that record back. `alike` and `sameContent` count in the list before the
 /// first edit, `sameNumber` in the list before the record's first edit. Records of equal content are interchangeable.
 /// Linear in the edits.
-TrecordEdits netEdits(TrecordEdits edits);
+TlistEdits netEdits(TlistEdits edits);

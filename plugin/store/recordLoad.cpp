@@ -14,10 +14,11 @@ template <typename List, typename ReadLines>
 TERResult readFile(TfileSystem& files, const std::filesystem::path& path, List& list, std::size_t recordLimit,
                    ReadLines readLines, TERStatus notOpened) {
   using Tend = TreadResult::Tend;
-  const TreadResult result = files.read(path, list.content);
+  const TreadResult result = files.read(path, list.content, recordFileLimit);
   const Tfailure none{"open", pathText(path), "there is no such file"};
   const std::string reason = result.end == Tend::done ? std::string() : result.failure.value_or(none).text();
   if (result.end == Tend::missing || result.end == Tend::notOpened) return {notOpened, reason};
+  if (result.end == Tend::tooLarge) throw TERException(EREXCEPTION, "The record file is too large", reason);
   if (result.end == Tend::readFailed) throw TERException(EREXCEPTION, "fgets() failed", reason);
   try {
     readLines(list, recordLimit);
@@ -71,16 +72,21 @@ TERStatus worse(TERStatus data, TERStatus info, bool pairingComplete) {
 
 }  // namespace
 
-TERResult loadPair(TequipRecTable& store, std::size_t recordLimit, const TsavedPair& pair, TfileSystem& files) {
+void recoverToLoad(TsavedPair& pair) {
+  if (pair.recover() != TsavedPair::Trecovery::unknown) return;
+  throw TERException(EREXCEPTION, "It cannot be told whether an earlier save has to be finished");
+}
+
+TERResult loadPair(TequipRecTable& store, std::size_t recordLimit, TsavedPair& pair, TfileSystem& files,
+                   TpairSums& sums) {
   TdataList data;
-  TERResult dataResult =
-      readFile(files, pair.current(pair.data()), data, recordLimit, readDataLines, ER1STFILENOTFOUND);
+  TERResult dataResult = readFile(files, pair.data().current, data, recordLimit, readDataLines, ER1STFILENOTFOUND);
   if (dataResult.status == ER1STFILENOTFOUND) return dataResult;
   TinfoList info;
-  TERResult infoResult =
-      readFile(files, pair.current(pair.info()), info, recordLimit, readInfoLines, ER2NDFILENOTFOUND);
+  TERResult infoResult = readFile(files, pair.info().current, info, recordLimit, readInfoLines, ER2NDFILENOTFOUND);
   if (infoResult.status == ER2NDFILENOTFOUND) return infoResult;
 
+  sums = {sumOf(data.content), sumOf(info.content)};
   const Tpairing pairing = pairLists(data, info);
   const bool complete = merge(pairing, data, info, store);
   return {worse(dataResult.status, infoResult.status, pairing.complete), {}, complete};
@@ -91,6 +97,8 @@ TERResult TequipRecFromFile(TequipRecTable* store, std::size_t recordLimit, cons
   if (store == nullptr || dataPath.empty() || infoPath.empty()) return {ERINVALIDINPUT, {}};
   *store = TequipRecTable();
   TsavedPair pair(files, dataPath, infoPath);
-  pair.recover();
-  return loadPair(*store, recordLimit, pair, files);
+  if (const Toutcome locked = pair.lock(); !locked) return {ER1STFILENOTFOUND, locked.failure().text()};
+  recoverToLoad(pair);
+  TpairSums sums;
+  return loadPair(*store, recordLimit, pair, files, sums);
 }

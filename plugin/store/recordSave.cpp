@@ -101,7 +101,6 @@ void checkPaths(const std::filesystem::path& dataPath, const std::filesystem::pa
 
 Toutcome openTemporary(TfileSystem& files, const TsavedPair::Tfile& file, std::unique_ptr<TfileWriter>& writer) {
   Toutcome writable = files.checkWritable(file.target);
-  if (writable) files.remove(file.temporary);
   return writable ? files.create(file.temporary, file.target, writer) : writable;
 }
 
@@ -124,14 +123,14 @@ TERResult writePair(TfileSystem& files, const TsavedPair& pair, const TequipRecT
 
 }  // namespace
 
-TERResult TequipRecToFile(const TequipRecTable& store, std::size_t count, const std::filesystem::path& dataPath,
-                          const std::filesystem::path& infoPath, TfileSystem& files,
-                          const std::function<void()>& beforeCommit) {
-  checkPaths(dataPath, infoPath);
-  TsavedPair pair(files, dataPath, infoPath);
-  // A save that was decided earlier and still waits must not lose its files to this one.
-  if (!pair.recover()) return {ER1STFILENOTFOUND, "an earlier save cannot be finished"};
+TERResult prepareSave(TsavedPair& pair) {
+  if (const Toutcome locked = pair.lock(); !locked) return {ER1STFILENOTFOUND, locked.failure().text()};
+  if (pair.recover() == TsavedPair::Trecovery::done) return {};
+  return {ER1STFILENOTFOUND, "an earlier save cannot be finished"};
+}
 
+TERResult savePair(const TequipRecTable& store, std::size_t count, TsavedPair& pair, TfileSystem& files,
+                   const std::function<void(const TpairSums&)>& beforeCommit) {
   TpairSums sums;
   try {
     TERResult result = writePair(files, pair, store, count, sums);
@@ -139,11 +138,20 @@ TERResult TequipRecToFile(const TequipRecTable& store, std::size_t count, const 
       pair.discard();
       return result;
     }
-    if (beforeCommit) beforeCommit();
+    pair.noteWritten();
+    beforeCommit(sums);
   } catch (...) {
     pair.discard();
     throw;
   }
   pair.commit(sums);
   return {};
+}
+
+TERResult TequipRecToFile(const TequipRecTable& store, std::size_t count, const std::filesystem::path& dataPath,
+                          const std::filesystem::path& infoPath, TfileSystem& files) {
+  checkPaths(dataPath, infoPath);
+  TsavedPair pair(files, dataPath, infoPath);
+  if (TERResult prepared = prepareSave(pair); prepared.status != ERSUCCESS) return prepared;
+  return savePair(store, count, pair, files, [](const TpairSums&) {});
 }

@@ -43,12 +43,12 @@ void TunsavedChanges::begin(std::string listName) {
   isFailureTold_ = false;
 }
 
-void TunsavedChanges::add(const TrecordEdits& edits) noexcept {
+void TunsavedChanges::add(const TlistEdits& edits) noexcept {
   if (edits.empty()) return;
   guarded([&] { write(editsEntry(edits)); });
 }
 
-TrecordEdits TunsavedChanges::net() const {
+TlistEdits TunsavedChanges::net() const {
   return netEdits(editsIn(entries_));
 }
 
@@ -77,8 +77,8 @@ void TunsavedChanges::saved() noexcept {
   });
 }
 
-TrecordEdits TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
-  TrecordEdits edits;
+TlistEdits TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
+  TlistEdits edits;
   guarded([&] {
     orphans_.clear();
     const std::vector<std::string> spent = idsOf(spent_);
@@ -94,7 +94,7 @@ TrecordEdits TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
   return edits;
 }
 
-void TunsavedChanges::adopt(const TrecordEdits& edits) noexcept {
+void TunsavedChanges::adopt(const TlistEdits& edits) noexcept {
   guarded([&] {
     moveToSpent(orphans_);
     if (edits.empty()) {

@@ -29,10 +29,10 @@ class TunsavedChanges {
   void begin(std::string listName);
 
   /// Adds changes that were just made.
-  void add(const TrecordEdits& edits) noexcept;
+  void add(const TlistEdits& edits) noexcept;
 
   /// What all changes since `begin` come to.
-  TrecordEdits net() const;
+  TlistEdits net() const;
 
   /// Whether every change so far is on the disk; tries once more to bring it there.
   bool isSafe() noexcept;
@@ -48,10 +48,10 @@ class TunsavedChanges {
   /// Looks for orphans of this list, and takes their locks. `current` are the fingerprints of the record files as they
   /// are: what a killed save has brought into them is left out, and a file with nothing else is removed. Returns what
   /// the orphans come to, in order; empty if there is nothing to offer.
-  TrecordEdits findOrphans(const TpairSums& current) noexcept;
+  TlistEdits findOrphans(const TpairSums& current) noexcept;
   /// The changes of the orphans were made as `edits` on the list, which `add` has not been told. From now on they are
   /// changes of this object, and its file replaces those of the orphans.
-  void adopt(const TrecordEdits& edits) noexcept;
+  void adopt(const TlistEdits& edits) noexcept;
   /// The user does not want the orphans: they are renamed to `EquipmentRecord.unsaved.kept-1` or the next free number.
   void setAside() noexcept;
 

@@ -147,20 +147,20 @@ TunsavedShape readHeader(TbyteReader& reader, TunsavedContent& content) {
   return TunsavedShape::whole;
 }
 
-void appendMoved(TrecordEdits& edits, TrecordEdits&& more) {
+void appendMoved(TlistEdits& edits, TlistEdits&& more) {
   edits.insert(edits.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
 }
 
 }  // namespace
 
-TrecordEdits TunsavedContent::editsNotIn(const TpairSums& sums) const {
+TlistEdits TunsavedContent::editsNotIn(const TpairSums& sums) const {
   const auto isHeld = [&](const TunsavedEntry& entry) {
     const auto* saved = std::get_if<TpairSums>(&entry);
     return saved != nullptr && saved->data == sums.data && saved->info == sums.info;
   };
-  TrecordEdits result;
+  TlistEdits result;
   for (auto entry = std::find_if(entries.rbegin(), entries.rend(), isHeld).base(); entry != entries.end(); ++entry) {
-    if (const auto* edits = std::get_if<TrecordEdits>(&*entry)) appendMoved(result, TrecordEdits(*edits));
+    if (const auto* edits = std::get_if<TlistEdits>(&*entry)) appendMoved(result, TlistEdits(*edits));
   }
   return result;
 }
@@ -172,12 +172,12 @@ TunsavedShape readUnsaved(std::string_view bytes, TunsavedContent& content) {
   return TentryReader(content).readFile(reader.rest()) ? TunsavedShape::whole : TunsavedShape::foreign;
 }
 
-TrecordEdits editsIn(std::string_view entries) {
+TlistEdits editsIn(std::string_view entries) {
   TunsavedContent content;
   TentryReader(content).readAll(entries);
-  TrecordEdits result;
+  TlistEdits result;
   for (TunsavedEntry& entry : content.entries) {
-    if (auto* edits = std::get_if<TrecordEdits>(&entry)) appendMoved(result, std::move(*edits));
+    if (auto* edits = std::get_if<TlistEdits>(&entry)) appendMoved(result, std::move(*edits));
   }
   return result;
 }
@@ -186,7 +186,7 @@ std::string unsavedHeader(std::string_view id, std::string_view listName) {
   return std::string(magic) + entry(listKind, std::string(id).append(listName));
 }
 
-std::string editsEntry(const TrecordEdits& edits) {
+std::string editsEntry(const TlistEdits& edits) {
   return entry(editsKind, encodedEdits(edits));
 }
 

@@ -9,7 +9,7 @@
 #include "store/recordEdits.h"
 
 /// Changes, or the fingerprints of the record files that hold every change before.
-using TunsavedEntry = std::variant<TrecordEdits, TpairSums>;
+using TunsavedEntry = std::variant<TlistEdits, TpairSums>;
 
 /// The content of a file `EquipmentRecord.unsaved`; docs/file-formats.md shows the format.
 struct TunsavedContent {
@@ -19,7 +19,7 @@ struct TunsavedContent {
   std::vector<TunsavedEntry> entries;  ///< up to the first that is not whole
 
   /// All changes but those that record files with these fingerprints hold.
-  TrecordEdits editsNotIn(const TpairSums& sums) const;
+  TlistEdits editsNotIn(const TpairSums& sums) const;
 };
 
 /// `torn`: cut off inside its header. `foreign`: something else, or of another version.
@@ -29,12 +29,12 @@ enum class TunsavedShape { whole, torn, foreign };
 TunsavedShape readUnsaved(std::string_view bytes, TunsavedContent& content);
 
 /// All changes in a sequence of entries that this process has made.
-TrecordEdits editsIn(std::string_view entries);
+TlistEdits editsIn(std::string_view entries);
 
 /// What a file begins with.
 std::string unsavedHeader(std::string_view id, std::string_view listName);
 /// An entry with changes.
-std::string editsEntry(const TrecordEdits& edits);
+std::string editsEntry(const TlistEdits& edits);
 /// An entry with the fingerprints of the record files that the next save writes.
 std::string savingEntry(const TpairSums& sums);
 /// An entry that replaces all entries before it by `entries`, and those of the files with the ids `absorbed`.

@@ -86,7 +86,7 @@ class Tsearch {
   }
 
   void sortOut(Tfound& found, const TpairSums& current) {
-    TrecordEdits edits = found.content.editsNotIn(current);
+    TlistEdits edits = found.content.editsNotIn(current);
     if (!netEdits(edits).empty()) {
       result_.edits.insert(result_.edits.end(), std::move_iterator(edits.begin()), std::move_iterator(edits.end()));
       result_.files.push_back(std::move(found.file));

@@ -16,15 +16,6 @@ bool isHexadecimal(std::string_view digits) {
   return digits.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
-/// Whether `name` is one that a writer of `target` uses for the file that is to replace it.
-bool isTemporaryOf(std::string_view name, std::string_view target) {
-  if (!name.starts_with(target)) return false;
-  name.remove_prefix(target.size());
-  if (name == ".new") return true;
-  return name.size() == ownEnding.size() + digitsOfOwnName && name.starts_with(ownEnding) &&
-         isHexadecimal(name.substr(ownEnding.size()));
-}
-
 /// Removes what killed writers of `target` left behind: temporaries older than any living writer's. `now` is the time
 /// of the same file system.
 void removeRemains(TfileSystem& files, const std::filesystem::path& target, std::int64_t now) {
@@ -49,6 +40,14 @@ Toutcome renameOwn(TfileSystem& files, const std::filesystem::path& own, const T
 }
 
 }  // namespace
+
+bool isTemporaryOf(std::string_view name, std::string_view target) {
+  if (!name.starts_with(target)) return false;
+  name.remove_prefix(target.size());
+  if (name == ".new") return true;
+  return name.size() == ownEnding.size() + digitsOfOwnName && name.starts_with(ownEnding) &&
+         isHexadecimal(name.substr(ownEnding.size()));
+}
 
 std::filesystem::path ownNameBeside(const std::filesystem::path& target) {
   std::random_device random;

@@ -25,12 +25,13 @@ struct TfileStamp {
 
 /// What looking at a file told. Only `absent` means that nothing is there.
 struct TstampResult {
-  /// `absent`: nothing has that name. `unknown`: it could not be looked at, or it is no regular file.
-  enum class Tend { found, absent, unknown };
+  /// `absent`: nothing has that name. `notAFile`: something else than a regular file has. `unknown`: it could not be
+  /// looked at.
+  enum class Tend { found, absent, notAFile, unknown };
 
   Tend end = Tend::absent;
   TfileStamp stamp;                 ///< if found
-  std::optional<Tfailure> failure;  ///< if unknown
+  std::optional<Tfailure> failure;  ///< if neither found nor absent
 
   bool isFound() const { return end == Tend::found; }
   bool isAbsent() const { return end == Tend::absent; }
@@ -139,6 +140,10 @@ class TfileSystem {
 
 /// A name beside `target` that nobody else uses: `target` with ".new-" and 16 random hexadecimal digits.
 std::filesystem::path ownNameBeside(const std::filesystem::path& target);
+
+/// Whether `name` is one that a writer of a file called `target` uses for the file that is to replace it: a name that
+/// `ownNameBeside` makes, or that of release 0.1, without a number.
+bool isTemporaryOf(std::string_view name, std::string_view target);
 
 /// Creates the file at `path` and brings `content` to the disk, with the permissions of `like`. Where it fails, a part
 /// of the content may be there.

@@ -126,7 +126,7 @@ class TdiskFileSystem final : public TfileSystem {
     const bool isThere = statusAt(path, status);
     if (!isThere && meansAbsent()) return {absent, {}, {}};
     if (isThere && S_ISREG(status.st_mode)) return {found, stampOf(status), {}};
-    return {unknown, {}, loggedFailure("look at", path, isThere ? EINVAL : errno)};
+    return {isThere ? notAFile : unknown, {}, loggedFailure("look at", path, isThere ? EINVAL : errno)};
   }
 
   Toutcome checkWritable(const std::filesystem::path& path) override {

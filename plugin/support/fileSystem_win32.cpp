@@ -116,7 +116,7 @@ class TdiskFileSystem final : public TfileSystem {
     if (!file && isMissing()) return {absent, {}, {}};
     const auto information = file ? informationOf(file) : std::nullopt;
     if (information) return {found, stampOf(*information), {}};
-    return {unknown, {}, loggedFailure("look at", path, static_cast<int>(GetLastError()))};
+    return {file ? notAFile : unknown, {}, loggedFailure("look at", path, static_cast<int>(GetLastError()))};
   }
 
   Toutcome checkWritable(const std::filesystem::path& path) override {

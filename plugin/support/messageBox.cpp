@@ -15,6 +15,8 @@ QMessageBox::Icon toIcon(TmessageIcon icon) {
   switch (icon) {
     case TmessageIcon::information:
       return QMessageBox::Information;
+    case TmessageIcon::question:
+      return QMessageBox::Question;
     case TmessageIcon::warning:
       return QMessageBox::Warning;
     case TmessageIcon::error:

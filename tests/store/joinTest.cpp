@@ -9,7 +9,7 @@
 namespace {
 
 /// A list with our edits joined, told with the number of fields that both changed if there are any.
-QByteArray joinedText(const QByteArray& theirs, const TrecordEdits& ours) {
+QByteArray joinedText(const QByteArray& theirs, const TlistEdits& ours) {
   TequipRecTable table = listOf(theirs);
   Tjoined joined = joinLists(table, ours);
   applyChange(table, std::move(joined.change));
@@ -36,12 +36,12 @@ class TrandomList {
     const unsigned kind = table.count() == 0 ? 0 : below(3);
     if (kind == 1) step = TremoveRecords{{below(table.count())}};
     if (kind == 2) step = TreplaceRecord{below(table.count()), record()};
-    for (TrecordEdit& edit : editsOf(step, table, counts_)) edits.push_back(std::move(edit));
+    for (TlistEdit& edit : editsOf(step, table, counts_)) edits.push_back(std::move(edit));
     applyChange(table, TlistChange(std::move(step)));
   }
 
   TequipRecTable table;
-  TrecordEdits edits;
+  TlistEdits edits;
 
  private:
   unsigned below(std::size_t end) { return static_cast<unsigned>(random_() % end); }
@@ -93,7 +93,7 @@ class TjoinTest : public QObject {
     QFETCH(const QByteArray, theirs);
     QFETCH(const QByteArray, joined);
     TequipRecTable table = listOf(base);
-    const TrecordEdits ours = netEdits(editsBy(steps, table));
+    const TlistEdits ours = netEdits(editsBy(steps, table));
     QCOMPARE(joinedText(theirs, ours), joined);
     const QByteArray records = QByteArray(joined).replace(" !1", "").replace(" !2", "");
     QCOMPARE(joinedText(records, ours), records);  // nothing happens twice
@@ -115,7 +115,7 @@ class TjoinTest : public QObject {
       TrandomList list(seed);
       const QByteArray base = textOf(list.table);
       for (unsigned steps = seed % 13; steps > 0; --steps) list.changeAtRandom();
-      const TrecordEdits ours = netEdits(std::move(list.edits));
+      const TlistEdits ours = netEdits(std::move(list.edits));
       const QByteArray started = "seed " + QByteArray::number(seed) + ", list ";
       QCOMPARE(started + sorted(joinedText(base, ours)), started + sorted(textOf(list.table)));
       QCOMPARE(started + sorted(joinedText(textOf(list.table), ours)), started + sorted(textOf(list.table)));

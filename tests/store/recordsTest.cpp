@@ -2,10 +2,9 @@
 #include <locale>
 
 #include "store/commitMarker.h"
-#include "store/equipRecFiles.h"
 #include "store/loadReport.h"
 #include "store/testRecords.h"
-#include "tools/recordChanges.h"
+#include "tools/openList.h"
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -19,7 +18,8 @@ QByteArray captionOf(const std::optional<TmessageText>& message) {
   return message ? message->caption : "";
 }
 
-/// Loads, saves twice, with an operation that fails, and looks for messages and kept copies; null for no file.
+/// Loads, makes a change and saves it, with an operation that fails, makes another one and saves again. Looks for
+/// messages and kept copies; null for no file.
 void checkKept(const QByteArray& data, const QByteArray& info, const char* failing, const char* captions,
                const QByteArrayList& kept) {
   TfileMap before;
@@ -27,11 +27,12 @@ void checkKept(const QByteArray& data, const QByteArray& info, const char* faili
   if (!info.isNull()) before["/DATA/eqinfo.dat"] = info.toStdString();
   TsimulatedFiles disk{TsimulatedDisk(before)};
   disk.failing = {failing};
-  TequipRecFiles files("/", disk);
-  TequipRecTable table;
-  QByteArray shown = captionOf(files.load(table));
-  shown += captionOf(files.save(tableOf("N 5 new")));
-  shown += captionOf(files.save({}));
+  TopenList list("/", disk);
+  QByteArray shown = list.load();
+  for (const char* number : {"N", "M"}) {
+    list.add(makeRecord({number, "new"}, 5));
+    shown += list.save();
+  }
   QCOMPARE(shown, captions);
   QByteArrayList found;
   for (const auto& [path, node] : disk.history.back().names) {
@@ -61,43 +62,22 @@ class TrecordsTest : public QObject {
     checkKept(dataLine(longName, 1), infoLine(longName, ""), "", "", bothKept);
     checkKept(data, infoLine("B", "a"), "", "", bothKept);
     checkKept(data, info, "read eqinfo.dat 1", "General EREXCEPTION", bothKept);
+    checkKept("!\n", info, "write eqinfo.dat.new 2", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
+    checkKept("!\n", info, "rename eq.dat.new 2", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept("!\n", info, "write eqinfo.dat.new 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
-    checkKept("!\n", info, "rename eq.dat.new 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
-    checkKept("!\n", info, "write eqinfo.dat.kept-1 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept(data, info, "rename eqinfo.dat.new 1", "General EREXCEPTION", {});  // the next save finishes this one
-  }
-
-  void keepsForeignFilesAndOverwritesNone() {
-    const TtestFolder folder;
-    writeBytes(folder / "DATA/eq.dat", dataLine("A", 1));
-    writeBytes(folder / "DATA/eqinfo.dat", infoLine("A", "old"));
-    writeBytes(folder / "DATA/eq.dat.kept-1", "1");
-    writeBytes(folder / "DATA/eqinfo.dat.kept-2", "2");
-    TequipRecTable table;
-    TequipRecFiles one(folder.path());
-    TequipRecFiles other(folder.path());
-    QCOMPARE(captionOf(one.load(table)) + captionOf(other.load(table)), "");
-    QCOMPARE(captionOf(other.save(tableOf("N 5 new"))), "");
-    QCOMPARE(namesIn(folder / "DATA").size(), 4);
-    QCOMPARE(captionOf(one.save({})), "");
-    QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-3"), dataLine("N", 5));
-    std::filesystem::remove(folder / "DATA/eq.dat");
-    QCOMPARE(captionOf(one.save({})), "");
-    QCOMPARE(namesIn(folder / "DATA").join(' '),
-             "eq.dat eq.dat.kept-1 eq.dat.kept-3 eqinfo.dat eqinfo.dat.kept-2 eqinfo.dat.kept-3 eqinfo.dat.kept-4");
-    QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-1") + bytesOf(folder / "DATA/eqinfo.dat.kept-2"), "12");
   }
 
   void markerIsReadBackInAnyLocale() {
     struct Tgrouping : std::numpunct<char> {
       std::string do_grouping() const override { return "\3"; }
     };
-    const TcommitMarker marker{"eq.dat", {1234567, 0x1234}, "eqinfo.dat", {7654321, 0xABCDEF01}};
+    const TcommitMarker marker{"eq.dat.new-1", "eqinfo.dat.new-1", {{1234567, 0x1234}, {7654321, 0xABCDEF01}}};
     const std::locale before = std::locale::global(std::locale(std::locale(), new Tgrouping));
     const std::string text = marker.toText();
     const auto found = TcommitMarker::fromText(text);
     std::locale::global(before);
-    QVERIFY(found && found->info == marker.info && text == marker.toText());
+    QVERIFY(found && found->sums == marker.sums && text == marker.toText());
   }
 
   void statusHasItsMessages() {

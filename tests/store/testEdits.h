@@ -26,12 +26,12 @@ inline TlistStep stepOf(const QByteArray& text, std::size_t count) {
 }
 
 /// Makes steps, separated by commas, and returns their edits.
-inline TrecordEdits editsBy(const QByteArray& steps, TequipRecTable& table) {
+inline TlistEdits editsBy(const QByteArray& steps, TequipRecTable& table) {
   TrecordCounts counts(table);
-  TrecordEdits edits;
+  TlistEdits edits;
   for (const QByteArray& told : QByteArray(steps).replace(", ", ",").split(',')) {
     const TlistStep step = stepOf(told, table.count());
-    for (TrecordEdit& edit : editsOf(step, table, counts)) edits.push_back(std::move(edit));
+    for (TlistEdit& edit : editsOf(step, table, counts)) edits.push_back(std::move(edit));
     applyChange(table, TlistChange(step));
   }
   return edits;
@@ -42,9 +42,9 @@ inline QByteArray textOf(const std::optional<TequipRec>& record) {
 }
 
 /// Each as "A1 7 Pump > A1 7 Lamp 000", with its three counts.
-inline QByteArray textOf(const TrecordEdits& edits) {
+inline QByteArray textOf(const TlistEdits& edits) {
   QByteArrayList texts;
-  for (const TrecordEdit& edit : edits) {
+  for (const TlistEdit& edit : edits) {
     texts << textOf(edit.was) + " > " + textOf(edit.became) + ' ' + QByteArray::number(edit.alike) +
                  QByteArray::number(edit.sameNumber) + QByteArray::number(edit.sameContent);
   }

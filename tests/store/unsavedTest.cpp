@@ -18,11 +18,11 @@ const TpairSums savedSums{{10, 1}, {20, 2}};
 const TpairSums otherSums{{10, 1}, {20, 3}};
 
 /// Edits, told as "+A1 A1>A2 -A2".
-TrecordEdits editsOf(const QByteArray& text) {
-  TrecordEdits edits;
+TlistEdits editsOf(const QByteArray& text) {
+  TlistEdits edits;
   for (const QByteArray& word : text.split(' ')) {
     if (word.isEmpty()) continue;
-    TrecordEdit& edit = edits.emplace_back();
+    TlistEdit& edit = edits.emplace_back();
     const auto record = [](const QByteArray& name) { return makeRecord({name.toStdString()}); };
     const QByteArrayList names = word.split('>');
     if (word[0] != '+') edit.was = record(word[0] == '-' ? word.mid(1) : names[0]);
@@ -32,7 +32,7 @@ TrecordEdits editsOf(const QByteArray& text) {
 }
 
 /// The same way, sorted.
-QByteArray textOf(const TrecordEdits& edits) {
+QByteArray textOf(const TlistEdits& edits) {
   QByteArrayList words;
   for (const auto& [was, became, alike, sameNumber, sameContent] : edits) {
     const QByteArray before = was ? was->text(fieldControlNum) : "";
@@ -178,7 +178,7 @@ class TunsavedTest : public QObject {
         Tprogram program(twoOrphans());
         program.files.firstFailing = step;
         program.files.lastFailing = last;
-        const TrecordEdits found = program.changes.findOrphans(noSums);
+        const TlistEdits found = program.changes.findOrphans(noSums);
         if (!found.empty()) program.changes.adopt(found);
         program.changes.add(editsOf("+C1"));
         const QByteArrayList all = {"+A1 +B2 +C1"};

@@ -62,7 +62,7 @@ class TfilesAndTextsTest : public QObject {
     std::unique_ptr<TfileWriter> writer;
     writeBytes(path, "12345");
     QVERIFY(files.stamp(folder / "none/f").isAbsent() && files.stamp(path).isFound());
-    QCOMPARE(files.stamp(folder.path()).end, TstampResult::Tend::unknown);
+    QCOMPARE(files.stamp(folder.path()).end, TstampResult::Tend::notAFile);
     QVERIFY(files.read(path, content, 5).end == TreadResult::Tend::done && content == "12345");
     QCOMPARE(files.read(path, content, 4).end, TreadResult::Tend::tooLarge);
     QVERIFY(!files.create(path, {}, writer) && !files.append(folder / "none", writer));
