@@ -60,8 +60,8 @@ class TeditsTest : public QObject {
     QVERIFY(!decodes(kind, 0) && decodes(kind, 2) && !decodes(kind, 3) && !decodes(kind, 4));
     QVERIFY(!decodes(controlNum, 1) && !decodes(controlNum + 1, 0) && decodes(controlNum + 1, 'C'));
     QVERIFY(!decodes(bytes.size() - 1, 2) && decodes(bytes.size() - 1, 0));
-    for (const char length : {17, 18}) {
-      std::string text(static_cast<std::size_t>(length) + 1, length);
+    for (const std::size_t length : {17U, 18U}) {
+      const std::string text(length + 1, static_cast<char>(length));
       QCOMPARE(decodedEdits(std::string(bytes).replace(controlNum, 3, text)).has_value(), length == 17);
     }
   }
