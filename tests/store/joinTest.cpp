@@ -81,6 +81,7 @@ class TjoinTest : public QObject {
     row("one of equals changed, they another", " 1 x,  1 x", "0= 1 y", " 1 x,  1 z", " 1 y,  1 z");
     row("one of equals changed, by them alike", " 1 x,  1 x", "0= 1 y", " 1 x,  1 y", " 1 x,  1 y");
     row("one of equals removed, by both", " 1 x,  1 x", "-0", " 1 x", " 1 x");
+    row("two of equals removed, by them one", " 1 x,  1 x,  1 x", "-0, -0", " 1 x,  1 x,  2 x", " 1 x,  2 x");
     row("changed and added as it was", "A 1 x", "0=A 1 y, +A 1 x", "A 1 x, A 1 x", "A 1 y, A 1 x");
     row("changed into what another was", "A 1 x, A 1 y", "1=A 1 z, 0=A 1 y", "A 1 x, A 1 y, B 1 x",
         "A 1 y, A 1 z, B 1 x");
