@@ -93,6 +93,27 @@ class TcrashTest : public QObject {
     }
   }
 
+  /// One operation of a load fails, or all from there on. The save that was decided before is not lost.
+  void failureWhileASaveIsFinishedLosesNothing() {
+    TfileMap decided;
+    for (const TsimulatedDisk& disk : historyOfSave()) {
+      if (disk.contains("/DATA/eq.commit")) decided = *disk.afterPowerLoss().rbegin();
+      if (!disk.contains("/DATA/eq.commit") || !decided.contains("/DATA/eq.commit")) continue;
+      for (qsizetype step = 1, count = 1; step <= count; ++step) {
+        for (const qsizetype last : {step, qsizetype(1000)}) {
+          TsimulatedFiles files(TsimulatedDisk(decided), links_);
+          files.firstFailing = step;
+          files.lastFailing = last;
+          const QByteArray found = loadText("/DATA", files);
+          if (last == step) count = files.operations.size();
+          QVERIFY2(found == newText || found == "2: " || found == "3: " || found.startsWith("exception"), found);
+          QCOMPARE(loadedFrom(files), newText);
+        }
+      }
+    }
+    QVERIFY(!decided.empty());
+  }
+
   void decidedSaveCountsBeforeItIsInPlace() {
     TsimulatedFiles files(historyOfSave().front(), links_);
     files.failing = {"rename eqinfo.dat.new 1", "rename eqinfo.dat.new 2", "rename eqinfo.dat.new 3"};

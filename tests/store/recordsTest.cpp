@@ -1,3 +1,4 @@
+#include <QDate>
 #include <QTest>
 #include <locale>
 
@@ -66,6 +67,101 @@ class TrecordsTest : public QObject {
     checkKept("!\n", info, "rename eq.dat.new 2", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept("!\n", info, "write eqinfo.dat.new 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept(data, info, "rename eqinfo.dat.new 1", "General EREXCEPTION", {});  // the next save finishes this one
+  }
+
+  void savesAreJoinedAndSayWhatCollided() {
+    const TtestFolder folder;
+    writeBytes(folder / "DATA/eq.dat", dataLine("A", 1) + dataLine("B", 1));
+    writeBytes(folder / "DATA/eqinfo.dat", infoLine("A", "a") + infoLine("B", "b"));
+    TopenList one(folder.path());
+    TopenList other(folder.path());
+    TopenList reader(folder.path());
+    QCOMPARE(one.load() + other.load() + reader.load(), "");
+    edit(other, 0, [](TequipRec& record) { record.setText(fieldDescription, "theirs"); });
+    QCOMPARE(other.save(), "");
+    edit(one, 0, [](TequipRec& record) { record.setText(fieldDescription, "ours"); });
+    one.add(makeRecord({"C", "c"}, 3));
+    QCOMPARE(one.save(), "List Changed Meanwhile");
+    QCOMPARE(one.report.details,
+             "1 field was changed by both. Yours were saved; the other program's are kept in eq.dat.kept-1 and "
+             "eqinfo.dat.kept-1.");
+    QCOMPARE(loadText(folder / "DATA"), "0: A 1 ours, B 1 b, C 3 c");
+    QVERIFY(bytesOf(folder / "DATA/eqinfo.dat.kept-1").contains("theirs"));
+    QCOMPARE(textOf(one.records()), "A 1 ours, B 1 b, C 3 c");
+    QCOMPARE(reader.save(), "");  // nothing to save, so nothing is written
+    QCOMPARE(loadText(folder / "DATA"), "0: A 1 ours, B 1 b, C 3 c");
+  }
+
+  void touchedFilesHaveNotChangedAndRemovedOnesAreTold() {
+    const TtestFolder folder;
+    TopenList list(folder.path());
+    std::filesystem::create_directory(folder / "DATA");
+    list.load();
+    list.add(makeRecord({"A", "a"}));
+    QCOMPARE(list.save(), "");
+    writeBytes(folder / "DATA/eq.dat", bytesOf(folder / "DATA/eq.dat"));
+    list.add(makeRecord({"B", "b"}));
+    QCOMPARE(list.save(), "");
+    for (int i = 0; i < 2; ++i) {
+      std::filesystem::remove(folder / "DATA/eq.dat");
+      QCOMPARE(list.save(), "List Changed Meanwhile");
+      QCOMPARE(list.report.details, "What was left of them is kept as eqinfo.dat.kept-1.");  // one copy of equal files
+    }
+    QCOMPARE(loadText(folder / "DATA"), "0: A 1 a, B 1 b");
+  }
+
+  void listsThatCannotBeJoinedAreKept() {
+    for (const QByteArray& theirs : {dataLine("X", 1).repeated(int(equipRecLimit)), QByteArray("!\n")}) {
+      const TtestFolder folder;
+      writeBytes(folder / "DATA/eq.dat", dataLine("A", 1));
+      writeBytes(folder / "DATA/eqinfo.dat", infoLine("A", "a"));
+      writeBytes(folder / "DATA/eq.dat.kept-1", "not overwritten");
+      writeBytes(folder / "DATA/eqinfo.dat.kept-2", "");
+      TopenList list(folder.path());
+      list.load();
+      list.add(makeRecord({"B", "b"}));
+      writeBytes(folder / "DATA/eq.dat", theirs);
+      writeBytes(folder / "DATA/eqinfo.dat", infoLine("X", "x").repeated(int(equipRecLimit)));
+      QCOMPARE(list.save(), "List Changed Meanwhile");
+      QVERIFY(list.report.details.ends_with("are kept as eq.dat.kept-3 and eqinfo.dat.kept-3."));
+      QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-3"), theirs);
+      QCOMPARE(bytesOf(folder / "DATA/eq.dat.kept-1"), "not overwritten");
+      QCOMPARE(loadText(folder / "DATA"), "0: A 1 a, B 1 b");
+    }
+  }
+
+  void firstSaveOfADayKeepsThePairBefore() {
+    const TtestFolder folder;
+    const auto backups = folder / "DATA/BACKUP";
+    const auto today = QDate::currentDate().toString(Qt::ISODate).toStdString();
+    for (int day = 10; day < 30; ++day) writeBytes(backups / ("2020-01-" + std::to_string(day)) / "eq.dat", "x");
+    writeBytes(backups / "2020-01-05.new-0123456789abcdef/eq.dat", "x");
+    writeBytes(backups / "2020-01-10/mine", "x");
+    writeBytes(folder / "DATA/eq.dat", dataLine("A", 1));
+    writeBytes(folder / "DATA/eqinfo.dat", infoLine("A", "a"));
+    TopenList list(folder.path());
+    list.load();
+    QCOMPARE(list.save(), "");
+    QVERIFY(!std::filesystem::exists(backups / today));  // nothing has changed
+    for (const char* number : {"B", "C"}) {
+      list.add(makeRecord({number, ""}));
+      QCOMPARE(list.save(), "");
+    }
+    QCOMPARE(loadText(backups / today), "0: A 1 a");
+    const QByteArrayList left = namesIn(backups);
+    QVERIFY(left.contains("2020-01-10") && left.contains("2020-01-17") && !left.contains("2020-01-16"));
+    QCOMPARE(left.size(), 15);  // 14 days, and the one that holds something else
+  }
+
+  void lockOfAnotherOrAHugeFileEndsALoad() {
+    TsimulatedFiles disk{TsimulatedDisk()};
+    disk.locked.insert("/DATA/eq.lock");
+    TopenList list("/", disk);
+    QCOMPARE(list.load() + list.save(), "ER1STFILENOTFOUNDER1STFILENOTFOUND");
+    const TtestFolder folder;
+    writeBytes(folder / "DATA/eq.dat", "");
+    std::filesystem::resize_file(folder / "DATA/eq.dat", (64U << 20U) + 1);
+    QCOMPARE(TopenList(folder.path()).load(), "General EREXCEPTION");
   }
 
   void markerIsReadBackInAnyLocale() {
