@@ -22,6 +22,7 @@ void guarded(Twork work) noexcept {
 
 std::vector<std::string> idsOf(const std::vector<TunsavedFile>& files) {
   std::vector<std::string> ids;
+  ids.reserve(files.size());
   for (const TunsavedFile& file : files) ids.push_back(file.id);
   return ids;
 }
@@ -83,7 +84,7 @@ TlistEdits TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
     orphans_.clear();
     const std::vector<std::string> spent = idsOf(spent_);
     std::set<std::string> own(spent.begin(), spent.end());
-    own.insert(own_.id);
+    if (!own_.path.empty()) own.insert(own_.id);
     TunsavedOrphans found = findUnsavedOrphans(files_, folders_, listName_, current, own);
     orphans_ = std::move(found.files);
     moveToSpent(found.spent);

@@ -47,7 +47,7 @@ std::filesystem::path createFirstFree(TfileSystem& files, const std::filesystem:
   for (int number = 1, attempts = 0; attempts < mostAttempts; ++number) {
     const std::string name = nameOf(number);
     if (std::find(names.begin(), names.end(), name) != names.end()) continue;
-    const std::filesystem::path path = folder / name;
+    std::filesystem::path path = folder / name;
     if (files.create(path, {}, writer)) return path;
     // Somebody else may have created it since.
     if (!files.stamp(path).isFound()) return {};
@@ -71,6 +71,7 @@ Ttaken take(TfileSystem& files, TunsavedFile& file, std::string_view header) {
   constexpr std::chrono::milliseconds mostWait(500);
   using enum TlockResult::Tend;
   if (!appendFlushed(file, header)) return Ttaken::failed;
+  file.writer.reset();  // a new file that is being written cannot be locked on Windows
   TlockResult locked = files.lock(file.path, false, {}, mostWait);
   if (locked.end == busy || locked.end == absent) return Ttaken::byOthers;
   if (locked.end == unavailable) logInfo("no lock for " + pathText(file.path));
@@ -80,7 +81,8 @@ Ttaken take(TfileSystem& files, TunsavedFile& file, std::string_view header) {
   const TstampResult looked = files.stamp(file.path);
   file.stamp = looked.stamp;
   file.lock = std::move(locked.lock);
-  return looked.isFound() && files.flushFolder(file.path.parent_path()) ? Ttaken::taken : Ttaken::failed;
+  const bool isOpen = looked.isFound() && files.append(file.path, file.writer);
+  return isOpen && files.flushFolder(file.path.parent_path()) ? Ttaken::taken : Ttaken::failed;
 }
 
 bool removeFlushed(TfileSystem& files, TunsavedFile& file) {

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr std::string_view magic = "EQUNSAVED1\n";
-constexpr std::size_t idLength = 16;
 constexpr std::string_view hexDigits = "0123456789abcdef";
 
 constexpr char listKind = 'L';
@@ -72,7 +71,7 @@ std::optional<std::string_view> nextEntry(TbyteReader& reader) {
 }
 
 bool isId(std::string_view text) {
-  return text.size() == idLength && text.find_first_not_of(hexDigits) == std::string_view::npos;
+  return text.size() == unsavedIdLength && text.find_first_not_of(hexDigits) == std::string_view::npos;
 }
 
 bool readSums(std::string_view payload, TpairSums& sums) {
@@ -126,7 +125,7 @@ class TentryReader {
     content_.entries.clear();
     TbyteReader reader(payload);
     for (auto count = reader.number(4); count > 0 && reader.isGood(); --count) {
-      content_.absorbed.emplace_back(reader.take(idLength));
+      content_.absorbed.emplace_back(reader.take(unsavedIdLength));
       if (!isId(content_.absorbed.back())) return false;
     }
     return reader.isGood() && readAll(reader.rest());
@@ -141,9 +140,9 @@ TunsavedShape readHeader(TbyteReader& reader, TunsavedContent& content) {
   if (reader.take(magic.size()) != magic) return TunsavedShape::foreign;
   const auto body = nextEntry(reader);
   if (!body) return reader.isGood() ? TunsavedShape::foreign : TunsavedShape::torn;
-  if (body->front() != listKind || !isId(body->substr(1, idLength))) return TunsavedShape::foreign;
-  content.id = body->substr(1, idLength);
-  content.listName = body->substr(1 + idLength);
+  if (body->front() != listKind || !isId(body->substr(1, unsavedIdLength))) return TunsavedShape::foreign;
+  content.id = body->substr(1, unsavedIdLength);
+  content.listName = body->substr(1 + unsavedIdLength);
   return TunsavedShape::whole;
 }
 
@@ -210,6 +209,6 @@ std::string newUnsavedId() {
   std::random_device random;
   std::uniform_int_distribution<std::size_t> digit(0, hexDigits.size() - 1);
   std::string id;
-  while (id.size() < idLength) id += hexDigits[digit(random)];
+  while (id.size() < unsavedIdLength) id += hexDigits[digit(random)];
   return id;
 }

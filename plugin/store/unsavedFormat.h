@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -10,6 +11,8 @@
 
 /// Changes, or the fingerprints of the record files that hold every change before.
 using TunsavedEntry = std::variant<TlistEdits, TpairSums>;
+
+inline constexpr std::size_t unsavedIdLength = 16;
 
 /// The content of a file `EquipmentRecord.unsaved`; docs/file-formats.md shows the format.
 struct TunsavedContent {
