@@ -117,7 +117,7 @@ class Tsearch {
 
   void sortOut(Tfound& found, const TpairSums& current) {
     TlistEdits edits = found.content.editsNotIn(current);
-    if (!netEdits(edits).empty()) {
+    if (!edits.empty()) {
       result_.edits.insert(result_.edits.end(), std::move_iterator(edits.begin()), std::move_iterator(edits.end()));
       result_.files.push_back(std::move(found.file));
     } else if (found.file.lock) {  // without a lock, it may be a file that is just being created
