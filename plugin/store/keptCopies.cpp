@@ -114,8 +114,9 @@ bool isDay(std::string_view name) {
   });
 }
 
-/// Removes a folder of copies, unless it holds anything else.
+/// Removes a folder of copies, unless it holds anything else or is a link to one.
 void removeDay(TfileSystem& files, const std::filesystem::path& day, const Toriginals& originals) {
+  if (files.resolve(day) != day) return;
   for (const Toriginal& original : originals) files.remove(day / original.path.filename());
   files.removeFolder(day);
 }
