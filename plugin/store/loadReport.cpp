@@ -66,11 +66,16 @@ TmessageText exceptionMessage(TERStatus code) {
 
 std::string joinDetails(std::size_t fieldsInBoth, const std::string& kept) {
   if (fieldsInBoth == 0) return {};
-  const std::string fields = fieldsInBoth == 1 ? "1 field was" : std::to_string(fieldsInBoth) + " fields were";
-  return fields + " changed by both. Yours were saved; the other program's are kept in " + kept + '.';
+  const std::string beginning =
+      fieldsInBoth == 1 ? "1 field was changed by both. Your entry was saved; the other one is kept in "
+                        : std::to_string(fieldsInBoth) +
+                              " fields were changed by both. Your entries were saved; the other ones are kept in ";
+  return beginning + kept + '.';
 }
 
 std::string notJoinedDetails(bool readable, const std::string& kept) {
-  return (readable ? "Both lists together have more than 18432 records. " : "The other program's list has errors. ") +
-         std::string("The other program's files are kept as ") + kept + '.';
+  const std::string beginning =
+      readable ? "Both lists together have more than 18432 records. The other program's list is kept in "
+               : "The other program's list has errors. It is kept in ";
+  return beginning + kept + '.';
 }

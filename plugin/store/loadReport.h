@@ -32,5 +32,5 @@ std::string notJoinedDetails(bool readable, const std::string& kept);
 
 /// What stands below the message of a save that failed.
 inline constexpr const char* changesOffered =
-    "Your changes are not lost. You will be asked about them when this list is opened again.";
-inline constexpr const char* changesNotSafe = "Your changes could not be stored in another place.";
+    "Your changes are not lost. When you open this list again, the program offers to restore them.";
+inline constexpr const char* changesNotSafe = "Your changes could not be stored anywhere else, either.";
