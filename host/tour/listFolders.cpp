@@ -48,6 +48,14 @@ bool makeLongList(const QString& sample, const QString& folder, int count) {
          writeFile(QDir(folder).filePath(infoFile), repeatedLines(fileContent(sample, infoFile), count));
 }
 
+bool changeList(const QString& folder, const QByteArray& was, const QByteArray& became, const QByteArray& controlNum) {
+  const QByteArray data = fileContent(folder, dataFile);
+  QByteArray info = fileContent(folder, infoFile);
+  return info.contains(was) && writeFile(QDir(folder).filePath(dataFile), data + '"' + controlNum + "\",1\n") &&
+         writeFile(QDir(folder).filePath(infoFile),
+                   info.replace(was, became) + '"' + controlNum + "\",\"\",\"\",\"\",\"\",\"\",\"\"\n");
+}
+
 QByteArray fileContent(const QString& folder, const QString& name) {
   QFile file(QDir(folder).filePath(name));
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -18,5 +18,8 @@ bool makeEmptyList(const QString& sample, const QString& folder);
 /// Makes a list of `count` records: the sample's records repeated, with new control numbers.
 bool makeLongList(const QString& sample, const QString& folder, int count);
 
+/// Changes a list as another program would: `was` becomes `became` in the information file, and a record is added.
+bool changeList(const QString& folder, const QByteArray& was, const QByteArray& became, const QByteArray& controlNum);
+
 /// The content of a file in the folder.
 QByteArray fileContent(const QString& folder, const QString& name);

@@ -31,6 +31,7 @@ int Ttour::run() {
   if (failures_ == 0) tourPrinting();
   if (failures_ == 0) tourImport();
   if (failures_ == 0) tourUpload();
+  if (failures_ == 0) tourUnsaved();
   if (failures_ == 0) tourEmptyList();
   if (failures_ == 0) tourFullList();
   host_.reset();

@@ -39,12 +39,22 @@ class Ttour {
   int rows() const;
   void selectFirstRows(int count);
   QStringList columnTexts(int column) const;
+  void addNumber(const QString& controlNum);
+  void editDescription(const QString& text);
+  struct Tbox {
+    QString caption;
+    QString text;
+    QString details;
+  };
+  /// Calls `open`, which shows a message box, and answers it with Enter.
+  Tbox answerBox(const QString& pictureName, const std::function<void()>& open);
 
   void tourSampleList();
   void tourEditing();
   void tourPrinting();
   void tourImport();
   void tourUpload();
+  void tourUnsaved();
   void tourEmptyList();
   void tourFullList();
 
@@ -74,6 +84,10 @@ class Ttour {
   QString importList();
   QString uploadList();
   QString uploadToNobody();
+  QString failSave();
+  QString restoreChanges();
+  QString joinLists();
+  QString goBackToBackup();
   QString showEmpty();
   QString showFull();
 

@@ -78,16 +78,20 @@ QString Ttour::editWithNextAndPrevious() {
 
 QString Ttour::addRecord() {
   const int before = rows();
-  whileDialogIsOpen(
-      editorName, [this] { frame().press(Qt::Key_N, Qt::ControlModifier); },
-      [](const TuserHands& editor) {
-        editor.type(QStringLiteral("TOUR-1"));
-        editor.press(Qt::Key_Return);  // as a barcode scanner does
-        editor.click(editor.button("btnOk"));
-      });
+  addNumber(QStringLiteral("TOUR-1"));
   expect(rows() == before + 1 && cellText(grid(), before, controlNumColumn) == QStringLiteral("TOUR-1"),
          QStringLiteral("the record is not at the end of the list"));
   return QStringLiteral("record %1, typed as by a barcode scanner").arg(rows());
+}
+
+void Ttour::addNumber(const QString& controlNum) {
+  whileDialogIsOpen(
+      editorName, [this] { frame().press(Qt::Key_N, Qt::ControlModifier); },
+      [&](const TuserHands& editor) {
+        editor.type(controlNum);
+        editor.press(Qt::Key_Return);  // as a barcode scanner does
+        editor.click(editor.button("btnOk"));
+      });
 }
 
 QString Ttour::copyRecords() {

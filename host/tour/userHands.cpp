@@ -85,7 +85,7 @@ void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
   constexpr int often = 10;
   std::exception_ptr failure;
   bool acted = false;
-  QWidget* opener = QApplication::activeWindow();
+  const QPointer<QWidget> opener = QApplication::activeWindow();
   QElapsedTimer sinceOpen;
   sinceOpen.start();
   QTimer timer;
@@ -107,7 +107,7 @@ void whileDialogIsOpen(const QString& dialog, const std::function<void()>& open,
   open();
   if (failure) std::rethrow_exception(failure);
   expect(acted, QStringLiteral("%1 does not open").arg(dialog));
-  if (opener->isHidden()) return;  // it closed together with the dialog
+  if (opener.isNull() || opener->isHidden()) return;  // it closed together with the dialog
   expect(comesToFront(opener), QStringLiteral("the window behind %1 does not come back").arg(dialog));
 }
 
