@@ -56,7 +56,7 @@ void TEquipmentRecordPluginFrame::loadData() {
 }
 
 void TEquipmentRecordPluginFrame::offerUnsavedChanges() {
-  const TlistEdits unsaved = files_.findUnsaved();
+  const TlistEdits unsaved = files_.findUnsaved(list_.records());
   if (unsaved.empty()) return;
   const auto answer = showMessage(nullptr, unsavedChangesFound, QMessageBox::Yes | QMessageBox::No, textOf(unsaved));
   if (answer == QMessageBox::Yes) restore(unsaved);

@@ -86,9 +86,16 @@ TsaveReport TequipRecFiles::save(const TequipRecTable& table) noexcept {
   return saved;
 }
 
-TlistEdits TequipRecFiles::findUnsaved() noexcept {
-  if (unread_ && !known_.areAbsent()) return {};
-  return unsaved_.findOrphans(knownSums_);
+TlistEdits TequipRecFiles::findUnsaved(const TequipRecTable& loaded) noexcept {
+  try {
+    if (unread_ && !known_.areAbsent()) return {};
+    TlistEdits edits = joinAll(loaded, unsaved_.findOrphans(knownSums_));
+    if (edits.empty()) unsaved_.adopt({});
+    return edits;
+  } catch (...) {
+    logCaught("findUnsaved");
+    return {};
+  }
 }
 
 std::filesystem::path TequipRecFiles::dataPath() const {

@@ -178,3 +178,17 @@ class Tjoiner {
 Tjoined joinLists(const TequipRecTable& theirs, const TlistEdits& ours) {
   return Tjoiner(theirs, ours).join();
 }
+
+TlistEdits joinAll(const TequipRecTable& theirs, std::vector<TlistEdits> programs) {
+  if (programs.empty()) return {};
+  if (programs.size() == 1) return std::move(programs[0]);
+  TlistEdits made;
+  TequipRecTable list = theirs;
+  TrecordCounts counts(list);
+  for (const TlistEdits& program : programs) {
+    applyChange(list, joinLists(list, program).change, [&](const TlistStep& step) {
+      for (TlistEdit& edit : editsOf(step, list, counts)) made.push_back(std::move(edit));
+    });
+  }
+  return netEdits(std::move(made));
+}

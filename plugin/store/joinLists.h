@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "store/recordEdits.h"
 
@@ -28,3 +29,7 @@ struct Tjoined {
 /// - Whether our changes were joined before, once others have changed what came of them: a record that we added comes
 ///   again, as does one whose control number we changed.
 Tjoined joinLists(const TequipRecTable& theirs, const TlistEdits& ours);
+
+/// Joins the changes of several programs that knew nothing of each other, one after the other. Returns what they come
+/// to, as net edits of `theirs`.
+TlistEdits joinAll(const TequipRecTable& theirs, std::vector<TlistEdits> programs);

@@ -78,8 +78,8 @@ void TunsavedChanges::saved() noexcept {
   });
 }
 
-TlistEdits TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
-  TlistEdits edits;
+std::vector<TlistEdits> TunsavedChanges::findOrphans(const TpairSums& current) noexcept {
+  std::vector<TlistEdits> edits;
   guarded([&] {
     orphans_.clear();
     const std::vector<std::string> spent = idsOf(spent_);

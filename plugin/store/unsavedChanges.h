@@ -47,8 +47,8 @@ class TunsavedChanges {
 
   /// Looks for orphans of this list, and takes their locks. `current` are the fingerprints of the record files as they
   /// are: what a killed save has brought into them is left out, and a file with nothing else is removed. Returns what
-  /// the orphans come to, in order; empty if there is nothing to offer.
-  TlistEdits findOrphans(const TpairSums& current) noexcept;
+  /// each orphan comes to; empty if there is nothing to offer.
+  std::vector<TlistEdits> findOrphans(const TpairSums& current) noexcept;
   /// The changes of the orphans were made as `edits` on the list, which `add` has not been told. From now on they are
   /// changes of this object, and its file replaces those of the orphans.
   void adopt(const TlistEdits& edits) noexcept;

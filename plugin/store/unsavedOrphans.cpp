@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <utility>
@@ -18,11 +17,6 @@ struct Tfound {
   TunsavedContent content;
   std::size_t length = 0;  ///< of the file
 };
-
-void appendMoved(std::vector<TunsavedFile>& to, std::vector<TunsavedFile>& from) {
-  to.insert(to.end(), std::move_iterator(from.begin()), std::move_iterator(from.end()));
-  from.clear();
-}
 
 class Tsearch {
  public:
@@ -53,8 +47,6 @@ class Tsearch {
     for (Tfound& found : found_) {
       if (!absorbed_.contains(found.content.id)) sortOut(found, current);
     }
-    result_.edits = netEdits(std::move(result_.edits));
-    if (result_.edits.empty()) appendMoved(result_.spent, result_.files);
     return std::move(result_);
   }
 
@@ -116,9 +108,9 @@ class Tsearch {
   }
 
   void sortOut(Tfound& found, const TpairSums& current) {
-    TlistEdits edits = found.content.editsNotIn(current);
+    TlistEdits edits = netEdits(found.content.editsNotIn(current));
     if (!edits.empty()) {
-      result_.edits.insert(result_.edits.end(), std::move_iterator(edits.begin()), std::move_iterator(edits.end()));
+      result_.edits.push_back(std::move(edits));
       result_.files.push_back(std::move(found.file));
     } else if (found.file.lock) {  // without a lock, it may be a file that is just being created
       result_.spent.push_back(std::move(found.file));

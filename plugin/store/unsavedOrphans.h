@@ -14,7 +14,7 @@ struct TpairSums;
 /// The files of unsaved changes that nobody owns any more, with their locks.
 struct TunsavedOrphans {
   std::vector<TunsavedFile> files;  ///< with changes to offer
-  TlistEdits edits;                 ///< what these files come to, one after the other
+  std::vector<TlistEdits> edits;    ///< what each of these files comes to
   std::vector<TunsavedFile> spent;  ///< whose changes are all elsewhere; to be removed in this order
 };
 

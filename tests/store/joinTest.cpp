@@ -111,6 +111,16 @@ class TjoinTest : public QObject {
     QCOMPARE(joined.fieldsInBoth, 1U);
   }
 
+  void joinsSeveralProgramsOneAfterTheOther() {
+    const TequipRec was = makeRecord({"A", "d", "m"});
+    const TequipRec both = makeRecord({"A", "D", "M"});
+    const TequipRecTable table(std::vector{was});
+    const TlistEdits edits =
+        joinAll(table, {{{was, makeRecord({"A", "D", "m"}), 0, 0, 0}}, {{was, makeRecord({"A", "d", "M"}), 0, 0, 0}}});
+    QCOMPARE(edits.size(), 1U);
+    QVERIFY(*edits[0].was == was && *edits[0].became == both);
+  }
+
   void reachesTheListThatItsEditsMade() {
     for (unsigned seed = 0; seed < 3000; ++seed) {
       TrandomList list(seed);

@@ -43,6 +43,12 @@ QByteArray wordsOf(const TlistEdits& edits) {
   return words.join(' ');
 }
 
+QByteArray wordsOf(const std::vector<TlistEdits>& orphans) {
+  TlistEdits all;
+  for (const TlistEdits& edits : orphans) all.insert(all.end(), edits.begin(), edits.end());
+  return wordsOf(netEdits(std::move(all)));
+}
+
 /// What a program that starts on this disk is offered.
 QByteArray foundOn(const TsimulatedDisk& disk, const TpairSums& current) {
   TsimulatedFiles files(disk);
@@ -178,8 +184,8 @@ class TunsavedTest : public QObject {
         Tprogram program(twoOrphans());
         program.files.firstFailing = step;
         program.files.lastFailing = last;
-        const TlistEdits found = program.changes.findOrphans(noSums);
-        if (!found.empty()) program.changes.adopt(found);
+        const QByteArray found = wordsOf(program.changes.findOrphans(noSums));
+        if (!found.isEmpty()) program.changes.adopt(editsFrom(found));
         program.changes.add(editsFrom("+C1"));
         const QByteArrayList all = {"+A1 +B2 +C1"};
         const bool isSafe = program.changes.isSafe();
@@ -190,7 +196,7 @@ class TunsavedTest : public QObject {
         program.changes.saved();
         // Only what was not found is offered now.
         QByteArrayList rest = {"+A1", "+B2"};
-        for (const QByteArray& edit : wordsOf(found).split(' ')) rest.removeAll(edit);
+        for (const QByteArray& edit : found.split(' ')) rest.removeAll(edit);
         for (const TpairSums& sums : {savedSums, otherSums}) {
           program.current = sums;
           program.check(program.files.history.back(), {rest.join(' ')});
@@ -279,7 +285,7 @@ class TunsavedTest : public QObject {
     program.changes.add(editsFrom("+A1"));
     TunsavedChanges neighbour({"/one"}, program.files);
     neighbour.begin("list");
-    neighbour.adopt(neighbour.findOrphans(noSums));
+    neighbour.adopt(editsFrom(wordsOf(neighbour.findOrphans(noSums))));
     QVERIFY(!program.files.history.back().contains(firstName));
     program.changes.add(editsFrom("+B1"));
     neighbour.saved();

@@ -36,7 +36,7 @@ class TopenList final : public TlistOwner {
   void add(TequipRec record) { change(TlistChange::append(table_.count(), {std::move(record)})); }
 
   /// The changes that a killed program left, and how they are taken back.
-  TlistEdits findUnsaved() { return files_.findUnsaved(); }
+  TlistEdits findUnsaved() { return files_.findUnsaved(table_); }
   void restore(const TlistEdits& unsaved) { unsavedChanges().adopt(made(joinLists(table_, unsaved).change)); }
   TunsavedChanges& unsavedChanges() { return files_.unsaved(); }
 
