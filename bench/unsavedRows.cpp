@@ -115,7 +115,7 @@ struct TopenedList {
 
 std::filesystem::path killedSession(const TbenchFolders& folders) {
   constexpr TrecordIndex changes = 5000;
-  const auto folder = folders.scratch / "killed";
+  auto folder = folders.scratch / "killed";
   if (std::filesystem::exists(folder)) return folder;
   leaveUnsaved(folders, folder, changes);
   require(TopenedList(folder).unsaved.size() == changes, "the unsaved changes were not found");
