@@ -99,7 +99,7 @@ struct TopenedList {
     TequipRecTable table;
     loading = millisecondsOf([&] {
       require(!files.load(table), "the list was not loaded");
-      unsaved = files.findUnsaved();
+      unsaved = files.findUnsaved(table);
     });
     list.setRecords(std::move(table));
   }
