@@ -46,8 +46,8 @@ class Ttour {
     QString text;
     QString details;
   };
-  /// Calls `open`, which shows a message box, and answers it with Enter.
-  Tbox answerBox(const QString& pictureName, const std::function<void()>& open);
+  /// Calls `open`, which shows a message box, and answers it with a key.
+  Tbox answerBox(const QString& pictureName, const std::function<void()>& open, Qt::Key key = Qt::Key_Return);
 
   void tourSampleList();
   void tourEditing();
@@ -85,6 +85,7 @@ class Ttour {
   QString uploadList();
   QString uploadToNobody();
   QString failSave();
+  QString setChangesAside();
   QString restoreChanges();
   QString joinLists();
   QString goBackToBackup();

@@ -14,19 +14,20 @@ const QString unsavedFile = QStringLiteral("EquipmentRecord.unsaved");
 
 void Ttour::tourUnsaved() {
   step(QStringLiteral("failed save"), [this] { return failSave(); });
+  step(QStringLiteral("set aside"), [this] { return setChangesAside(); });
   step(QStringLiteral("restore"), [this] { return restoreChanges(); });
   step(QStringLiteral("two programs"), [this] { return joinLists(); });
   step(QStringLiteral("yesterday's list"), [this] { return goBackToBackup(); });
 }
 
-Ttour::Tbox Ttour::answerBox(const QString& pictureName, const std::function<void()>& open) {
+Ttour::Tbox Ttour::answerBox(const QString& pictureName, const std::function<void()>& open, Qt::Key key) {
   Tbox said;
   boxes_.pause();
   whileDialogIsOpen(QStringLiteral("QMessageBox"), open, [&](const TuserHands& hands) {
     const auto* box = qobject_cast<QMessageBox*>(hands.window());
     said = {box->windowTitle(), box->text(), box->informativeText()};
     picture(hands.window(), pictureName);
-    hands.press(Qt::Key_Return);
+    hands.press(key);
   });
   boxes_.resume();
   return said;
@@ -61,6 +62,17 @@ QString Ttour::failSave() {
   expect(fileContent(list_, infoFile) == before, QStringLiteral("the list has changed"));
   expect(folder.exists(unsavedFile), QStringLiteral("the changes are lost"));
   return QStringLiteral("without the folder DATA; the changes are in ") + unsavedFile;
+}
+
+/// Does not restore the changes, then has them offered again as the user's guide advises.
+QString Ttour::setChangesAside() {
+  const int before = fileContent(list_, dataFile).count('\n');
+  answerBox(
+      QStringLiteral("unsaved-changes"), [this] { launch(); }, Qt::Key_Escape);
+  expect(rows() == before, QStringLiteral("the list has changed"));
+  leave();
+  expect(QDir(list_).rename(unsavedFile + QStringLiteral(".kept-1"), unsavedFile), QStringLiteral("nothing is kept"));
+  return QStringLiteral("with Escape; then renamed back");
 }
 
 QString Ttour::restoreChanges() {
