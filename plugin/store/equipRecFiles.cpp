@@ -11,6 +11,7 @@
 #include "store/savedPair.h"
 #include "support/log.h"
 #include "support/paths.h"
+#include "support/uninterrupted.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ std::optional<TmessageText> report(const char* name, const TequipRecTable& table
 /// The name by which the file of unsaved changes knows a list: the data file's path, through links where possible.
 std::string listNameOf(const std::filesystem::path& dataPath) {
   std::error_code error;
-  auto name = std::filesystem::weakly_canonical(dataPath, error);
+  auto name = uninterrupted(error, [&](std::error_code& e) { return std::filesystem::weakly_canonical(dataPath, e); });
   if (error) name = std::filesystem::absolute(dataPath, error);
   return pathText(error ? dataPath : name);
 }

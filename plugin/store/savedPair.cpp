@@ -164,8 +164,10 @@ Toutcome TsavedPair::decide(const TcommitMarker& marker) {
 
 /// Removes the marker and, once it is surely gone, everything else that a save leaves behind.
 void TsavedPair::withdraw() {
-  const bool hadMarker = !files_.stamp(marker_.target).isAbsent();
-  if (hadMarker && !(files_.remove(marker_.target) && files_.flushFolder(marker_.target.parent_path()))) return;
+  using enum TstampResult::Tend;
+  const TstampResult::Tend looked = files_.stamp(marker_.target).end;
+  const bool mayBeThere = looked != absent && looked != notAFile;
+  if (mayBeThere && !(files_.remove(marker_.target) && files_.flushFolder(marker_.target.parent_path()))) return;
   if (lock_) {
     removeRemains();
   } else {
