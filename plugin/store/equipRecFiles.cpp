@@ -1,5 +1,6 @@
 #include "store/equipRecFiles.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -157,13 +158,7 @@ TERResult TequipRecFiles::saveFiles(const TequipRecTable& table, TsaveReport& ou
 TERResult TequipRecFiles::saveJoined(const TequipRecTable& table, TsavedPair& pair, TsaveReport& outcome) {
   const std::string kept = keepCopies(files_, dataPath(), infoPath());
   TequipRecTable list;
-  TpairSums sums;
-  TERResult loaded;
-  try {
-    loaded = loadPair(list, equipRecLimit, pair, files_, sums);
-  } catch (const TERException& exception) {
-    loaded = {exception.code(), exception.reason()};
-  }
+  const TERResult loaded = loadTheirs(list, pair);
   const bool readable = loaded.status == ERSUCCESS && loaded.complete;
   std::size_t fieldsInBoth = 0;
   if (readable) {
@@ -181,6 +176,19 @@ TERResult TequipRecFiles::saveJoined(const TequipRecTable& table, TsavedPair& pa
   TERResult result = write(list, pair);
   outcome.joined = std::move(list);
   return result;
+}
+
+/// Loads what another program has saved, which has just been copied. Throws if it cannot be read now: that passes, and
+/// is no reason to write over it.
+TERResult TequipRecFiles::loadTheirs(TequipRecTable& list, TsavedPair& pair) const {
+  const Tstamps found = stamps();
+  if (std::max(found.data.stamp.length, found.info.stamp.length) > recordFileLimit) return {EREXCEPTION, {}, false};
+  TpairSums sums;
+  TERResult loaded = loadPair(list, equipRecLimit, pair, files_, sums);
+  const bool isUnread = (loaded.status == ER1STFILENOTFOUND && !found.data.isAbsent()) ||
+                        (loaded.status == ER2NDFILENOTFOUND && !found.info.isAbsent());
+  if (isUnread) throw TERException(EREXCEPTION, "The other program's files cannot be read", loaded.reason);
+  return loaded;
 }
 
 /// What becomes of the changes that a failed save has not saved.

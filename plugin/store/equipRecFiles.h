@@ -71,6 +71,7 @@ class TequipRecFiles {
   TERResult loadFiles(TequipRecTable& table);
   TERResult saveFiles(const TequipRecTable& table, TsaveReport& outcome);
   TERResult saveJoined(const TequipRecTable& table, TsavedPair& pair, TsaveReport& outcome);
+  TERResult loadTheirs(TequipRecTable& list, TsavedPair& pair) const;
   std::string failedSaveDetails() noexcept;
   TERResult write(const TequipRecTable& table, TsavedPair& pair);
   Tmeanwhile meanwhile(const Tstamps& found, TsavedPair& pair) const;
