@@ -141,18 +141,6 @@ class TunsavedTest : public QObject {
     }
   }
 
-  /// The proof that the test above can fail.
-  void flushLeftOutIsNoticed() {
-    QByteArrayList noticed;
-    for (int flush = 1; flush <= 6; ++flush) {
-      Tprogram program;
-      program.files.leftOutFlush = flush;
-      program.ordinaryDay();
-      if (!program.wrong.isEmpty()) noticed << QByteArray::number(flush);
-    }
-    QCOMPARE(noticed.join(' '), "2 3 4 5");
-  }
-
   void killedOrPowerLostWhileOrphansAreTaken() {
     const QByteArray both = "+A1 +B2";
     for (const QByteArray& end : QByteArrayList{"adopted", "in the list", "set aside"}) {
@@ -236,7 +224,6 @@ class TunsavedTest : public QObject {
     QTest::addColumn<std::string>("content");
     const std::string header = unsavedHeader("0123456789abcdef", "list");
     const std::string edits = editsEntry(editsFrom("+A1"));
-    std::string unknown = savingEntry(noSums);
     QTest::newRow("another list") << unsavedHeader("0123456789abcdef", "other") + edits;
     QTest::newRow("another version") << "EQUNSAVED2" + header.substr(10) + edits;
     QTest::newRow("damaged header") << std::string(header).replace(30, 1, "x") + edits;
@@ -312,7 +299,6 @@ class TunsavedTest : public QObject {
     QCOMPARE(wordsOf(third->findOrphans(noSums)), "+A1");
     QCOMPARE(wordsOf(program()->findOrphans(noSums)), "");
     third->setAside();
-    QCOMPARE(namesIn(place), QByteArrayList({"EquipmentRecord.unsaved-2", "EquipmentRecord.unsaved.kept-1"}));
     other->add(editsFrom("B1>B2"));
     QVERIFY(other->isSafe());
     QCOMPARE(wordsOf(other->net()), "+B2");
