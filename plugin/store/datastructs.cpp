@@ -6,6 +6,7 @@
 #include "store/erException.h"
 
 TequipRec::Tblock::Tblock() {
+  static_assert(sizeof(Tblock) <= textFieldsSize + (fieldCount + 1) * sizeof(char*), "A full table must stay small");
   char* next = texts.data();
   for (std::size_t id = 0; id < index.size(); ++id) {
     index[id] = next;

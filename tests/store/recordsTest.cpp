@@ -9,7 +9,6 @@
 #include "tools/simulatedFiles.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
-#include "tools/testPlatform.h"
 
 namespace {
 
@@ -237,14 +236,6 @@ class TrecordsTest : public QObject {
       QVERIFY_THROWS_EXCEPTION(std::out_of_range, applyChange(table, TlistChange(step)));
       QCOMPARE(textOf(table), "A 1 a, B 2 b");
     }
-  }
-
-  void fullTableIsSmall() {
-    const std::size_t before = allocatedBytes();
-    const TequipRecTable table{std::vector<TequipRec>(equipRecLimit)};
-    const std::size_t each = (allocatedBytes() - before) / equipRecLimit;
-    if (each == 0) QSKIP("This allocator does not count");
-    QVERIFY2(each > 317 && each <= 400, qPrintable(QString::number(each)));
   }
 };
 EQREC_TEST(TrecordsTest);

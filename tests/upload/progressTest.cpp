@@ -47,13 +47,8 @@ class TprogressTest : public QObject {
     };
     for (int i = 0; i < 20; ++i) QCOMPARE(once(), int(QDialog::Accepted));
     const auto handles = openHandles();
-    const std::size_t memory = memoryInUse();
-    const int uploads = memoryTells ? 80 : 20;
-    constexpr qint64 page = 4096;  // bytes
-    for (int i = 0; i < uploads; ++i) QCOMPARE(once(), int(QDialog::Accepted));
+    for (int i = 0; i < 20; ++i) QCOMPARE(once(), int(QDialog::Accepted));
     QTRY_VERIFY(openHandles() <= handles);
-    const auto growth = static_cast<qint64>(memoryInUse() - memory);
-    QVERIFY2(growth < uploads * page || !memoryTells, qPrintable(QString::number(growth)));
     QCOMPARE(boxes_, QByteArrayList());
     QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
   }
