@@ -30,8 +30,8 @@ inline void writeRecords(const std::filesystem::path& folder, const QByteArrayLi
 /// A frame with files in a folder of its own.
 class TframeFixture {
  public:
-  /// Three records: c, a, b, with the descriptions "same", "same" and "Alone".
-  TframeFixture() { writeRecords(folder.path(), {"c", "a", "b"}, {"same", "same", "Alone"}); }
+  /// Three records: c, a, b, with the descriptions "same", "same" and "Alone €".
+  TframeFixture() { writeRecords(folder.path(), {"c", "a", "b"}, {"same", "same", "Alone \x80"}); }
 
   void writeIni(const QByteArray& text) const { writeBytes(folder / "EquipmentRecord.ini", text); }
   QByteArray ini() const { return linesOf(folder / "EquipmentRecord.ini"); }

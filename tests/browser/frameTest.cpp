@@ -2,7 +2,6 @@
 #include <QTest>
 
 #include "browser/frameFixture.h"
-#include "support/windows1252.h"
 #include "tools/testList.h"
 
 /// The frame from loading to saving and its return to the host.
@@ -93,35 +92,6 @@ class TframeTest : public QObject {
     std::filesystem::remove(f.folder / "DATA/eq.dat");
     f.frame.reset();
     QCOMPARE(f.data(), "\"c\",1\n");
-  }
-
-  void failedSaveShowsOneBoxAndReturns() {
-    TframeFixture f;
-    int returns = 0;
-    f.onReturn = [&] { ++returns; };
-    f.open();
-    std::filesystem::remove_all(f.folder / "DATA");
-    f.click("BtnExit");
-    f.frame.reset();
-    QCOMPARE(returns, 1);
-    QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"ER1STFILENOTFOUND"});
-  }
-
-  void everyByteSurvivesTheFrame() {
-    QByteArrayList texts;
-    for (int byte = 1; byte < 256; ++byte) {
-      if (byte != '"' && byte != '\n') texts << QByteArray("x") + static_cast<char>(byte) + "y";
-    }
-    TframeFixture f;
-    writeRecords(f.folder.path(), texts, texts);
-    const QByteArray before = f.data();
-    f.open();
-    for (int row = 0; row < texts.size(); ++row) {
-      QCOMPARE(toRecordText(f.grid()->model()->index(row, 2).data().toString()), texts[row].toStdString());
-    }
-    f.click("BtnExit");
-    QCOMPARE(f.data(), before);
-    QCOMPARE(f.messages.takeCaptions(), {});
   }
 };
 EQREC_TEST(TframeTest);

@@ -29,17 +29,6 @@ class TgridTest : public QObject {
     QCOMPARE(f.grid()->model()->rowCount(), 1);
   }
 
-  void headingsAreShownLiterally() {
-    TopenFrame f("[DISPLAY]\nCUSTOM1=1\n[CUSTOMFIELDS]\nFIELD1NAME=R&D <b>\n");
-    QStringList headings;
-    for (int column = 0; column < f.grid()->model()->columnCount(); ++column) {
-      headings << f.grid()->model()->headerData(column, Qt::Horizontal).toString();
-    }
-    QCOMPARE(headings.join(QLatin1Char('|')),
-             QStringLiteral("No.|Control Number|Description|Manufacturer|Model|Test Procedure|Test Procedure Title|"
-                            "R&D <b>"));
-  }
-
   void headingPressesSort() {
     TopenFrame f;
     f.pressHeading(1, Qt::RightButton);

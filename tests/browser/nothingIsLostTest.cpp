@@ -19,12 +19,15 @@ void putFilesBack(const TframeFixture& f) {
 /// A frame whose exit could not save that the first record was deleted.
 struct TfailedExit : public TopenFrame {
   TfailedExit() {
+    onReturn = [this] { hasReturned = true; };
     messages.answer = QMessageBox::Yes;
     click("btnDelete");
     takeFilesAway(*this);
     messages.takeCaptions();
     click("BtnExit");
   }
+
+  bool hasReturned = false;
 };
 
 }  // namespace
@@ -36,6 +39,7 @@ class TnothingIsLostTest : public QObject {
   void failedExitIsOfferedAgain() {
     TfailedExit f;
     QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"ER1STFILENOTFOUND"});
+    QVERIFY(f.hasReturned);
     QVERIFY(f.messages.informativeText.startsWith(QStringLiteral("Your changes are not lost.")));
     f.frame.reset();
     QCOMPARE(f.messages.takeCaptions(), {});  // the second try fails silently
