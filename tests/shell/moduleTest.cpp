@@ -1,6 +1,5 @@
 #include <QImageReader>
 #include <QLibrary>
-#include <QTableView>
 #include <QTest>
 #include <memory>
 #include <stdexcept>
@@ -8,7 +7,6 @@
 #include "shell/entryPoints.h"
 #include "shell/exportedNames.h"
 #include "shell/hostInterface.h"
-#include "tools/dialogs.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
@@ -64,10 +62,6 @@ class Tmodule {
   QLibrary library_;
 };
 
-const QTableView* gridOf(const std::unique_ptr<QWidget>& frame) {
-  return control<QTableView>(frame.get(), "tblEqRec");
-}
-
 }  // namespace
 
 class TmoduleTest : public QObject {
@@ -100,18 +94,6 @@ class TmoduleTest : public QObject {
     QCOMPARE(module.setUp(&host, &host), 0);
     QCOMPARE(module.setUp(nullptr, &host), -1);  // and the host set before stays
     QVERIFY(module.mainForm() != nullptr);
-  }
-
-  void framesAreDistinctWithRecordsOfTheirOwn() {
-    Tmodule module;
-    TtestHost host;
-    module.setUp(&host, &host);
-    const auto first = module.mainForm();
-    const auto second = module.mainForm();
-    QCOMPARE(gridOf(first)->model()->rowCount(), 2);
-    QVERIFY(first != nullptr && second != nullptr && first != second);
-    QVERIFY(first->parentWidget() == nullptr && first->isWindow());
-    QVERIFY(gridOf(first)->model() != gridOf(second)->model());
   }
 
   void throwingHostGetsNoFrame() {
