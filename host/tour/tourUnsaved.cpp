@@ -66,7 +66,7 @@ QString Ttour::failSave() {
 
 /// Does not restore the changes, then has them offered again as the user's guide advises.
 QString Ttour::setChangesAside() {
-  const int before = fileContent(list_, dataFile).count('\n');
+  const auto before = fileContent(list_, dataFile).count('\n');
   answerBox(
       QStringLiteral("unsaved-changes"), [this] { launch(); }, Qt::Key_Escape);
   expect(rows() == before, QStringLiteral("the list has changed"));
