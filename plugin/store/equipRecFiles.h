@@ -50,8 +50,8 @@ class TequipRecFiles {
   /// The changes since the load or the last save: the owner of the table adds each of them.
   TunsavedChanges& unsaved() { return unsaved_; }
 
-  /// Changes that killed programs left and that are not in `loaded`, the list as it was loaded; empty if there are none.
-  /// Nothing is looked for after a load that could not read the files.
+  /// Changes that killed programs left and that are not in `loaded`, the list as it was loaded; empty if there are
+  /// none. Nothing is looked for after a load that could not read the files.
   TlistEdits findUnsaved(const TequipRecTable& loaded) noexcept;
 
  private:

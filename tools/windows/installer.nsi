@@ -134,6 +134,7 @@ Section "Uninstall"
   !insertmacro refuseWhileRunning "qt484-host.exe"
   !insertmacro refuseWhileRunning "qt484-analyzer.exe"
   SetOutPath "$TEMP"  ; no folder of ours is in use
+  Delete "$INSTDIR\DATA\eq.lock"
   !insertmacro takeUnchanged list
   !insertmacro takeUnchanged sample
   !insertmacro takeUnchanged settings
