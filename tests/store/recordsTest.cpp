@@ -14,10 +14,6 @@ namespace {
 
 const QByteArrayList bothKept{"eq.dat.kept-1", "eqinfo.dat.kept-1"};
 
-QByteArray captionOf(const std::optional<TmessageText>& message) {
-  return message ? message->caption : "";
-}
-
 /// Loads, makes a change and saves it, with an operation that fails, makes another one and saves again. Looks for
 /// messages and kept copies; null for no file.
 void checkKept(const QByteArray& data, const QByteArray& info, const char* failing, const char* captions,
@@ -176,7 +172,7 @@ class TrecordsTest : public QObject {
 
   void statusHasItsMessages() {
     for (const TERStatus status : {ERSUCCESS, ERSUCCESSTOO}) QVERIFY(!loadMessage(status) && !saveMessage(status));
-    QCOMPARE(captionOf(loadMessage(5)) + exceptionMessage(5).caption, "UnknownUnknown Exception");
+    QCOMPARE(QByteArray(loadMessage(5)->caption) + exceptionMessage(5).caption, "UnknownUnknown Exception");
     QCOMPARE(QByteArray(saveMessage(ERDATAOVERFLOW)->text),
              QByteArray(loadMessage(ERDATAOVERFLOW)->text).replace("only accept", "only handle"));
   }

@@ -2,7 +2,6 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <fcntl.h>
 #include <grp.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
