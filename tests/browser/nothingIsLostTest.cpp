@@ -138,9 +138,9 @@ class TnothingIsLostTest : public QObject {
   }
 
   void endOfSessionSavesWhatCannotBeKept() {
+    TframeFixture f;
     const QString name = QCoreApplication::applicationName();
     QCoreApplication::setApplicationName(QString(300, QLatin1Char('x')));  // no folder can be called that
-    TframeFixture f;
     f.frame = std::make_unique<TEquipmentRecordPluginFrame>(
         TframeContext{f.folder / "DATA/eq.dat/none", f.folder.path(), {}});
     f.messages.answer = QMessageBox::Yes;
