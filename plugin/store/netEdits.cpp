@@ -10,7 +10,7 @@ using Tplaces = std::vector<std::size_t>;
 
 /// One content of records: how much more often the first list holds it than the list so far, and the net edits that
 /// lead to it. The latest comes last, because an undo takes back the latest.
-struct Tcontent {
+struct TcontentEdits {
   std::int64_t lost = 0;
   Tplaces present;      ///< those that became it
   Tplaces removedLast;  ///< removed ones that were it last; some may have been taken back
@@ -20,8 +20,8 @@ struct Tcontent {
 struct TnetEdit {
   TequipRec* was = nullptr;
   TequipRec* became = nullptr;
-  Tcontent* first = nullptr;  ///< null if added
-  Tcontent* last = nullptr;   ///< its content, or that before it was removed
+  TcontentEdits* first = nullptr;  ///< null if added
+  TcontentEdits* last = nullptr;   ///< its content, or that before it was removed
   std::uint32_t alike = 0;
   std::uint32_t sameNumber = 0;
   std::uint32_t sameContent = 0;
@@ -40,8 +40,8 @@ class Tcomposer {
   /// `edit` must outlive the composer.
   void add(TlistEdit& edit) {
     if (edit.was == edit.became) return;
-    Tcontent* before = edit.was ? &contents_[&*edit.was] : nullptr;
-    Tcontent* after = edit.became ? &contents_[&*edit.became] : nullptr;
+    TcontentEdits* before = edit.was ? &contents_[&*edit.was] : nullptr;
+    TcontentEdits* after = edit.became ? &contents_[&*edit.became] : nullptr;
     TnetEdit& net = edits_[before != nullptr ? changed(edit, *before) : added(*after)];
     net.became = edit.became ? &*edit.became : nullptr;
     net.last = after != nullptr ? after : before;
@@ -68,12 +68,12 @@ class Tcomposer {
   }
 
  private:
-  static std::uint32_t countAtFirst(std::uint32_t count, const Tcontent& content) {
+  static std::uint32_t countAtFirst(std::uint32_t count, const TcontentEdits& content) {
     return static_cast<std::uint32_t>(std::max<std::int64_t>(0, count + content.lost));
   }
 
   /// The net edit that goes on with a change or removal.
-  std::size_t changed(TlistEdit& edit, Tcontent& before) {
+  std::size_t changed(TlistEdit& edit, TcontentEdits& before) {
     if (!before.present.empty()) {
       const std::size_t place = before.present.back();
       before.present.pop_back();
@@ -88,7 +88,7 @@ class Tcomposer {
   }
 
   /// The net edit that goes on with an addition.
-  std::size_t added(Tcontent& after) {
+  std::size_t added(TcontentEdits& after) {
     for (Tplaces* removed : {&after.removedLast, &after.removedOnce}) {
       while (!removed->empty()) {
         const std::size_t place = removed->back();
@@ -113,7 +113,7 @@ class Tcomposer {
   }
 
   std::vector<TnetEdit> edits_;
-  std::unordered_map<const TequipRec*, Tcontent, TrecordHash, TrecordsEqual> contents_;
+  std::unordered_map<const TequipRec*, TcontentEdits, TrecordHash, TrecordsEqual> contents_;
 };
 
 }  // namespace
