@@ -60,7 +60,7 @@ TlockResult tryFileLock(const std::filesystem::path& path, bool create, const st
     struct stat named {};
     if (!file.file || !file.file.regularStatus(locked)) return unavailable(path, errno);
     if (!lockOpenFile(file)) {
-      const bool isBusy = errno == EAGAIN || errno == EACCES;
+      const bool isBusy = errno == EAGAIN;  // EACCES comes from the system's security rules
       return isBusy ? TlockResult{Tend::busy, nullptr, {}} : unavailable(path, errno);
     }
     const bool isThere = statusOfName(path, named);
