@@ -48,7 +48,7 @@ Toriginals originalsAt(TfileSystem& files, const std::filesystem::path& dataPath
   return {Toriginal{dataPath, bytesOf(files, dataPath)}, Toriginal{infoPath, bytesOf(files, infoPath)}};
 }
 
-std::set<std::string> namesIn(TfileSystem& files, const std::filesystem::path& folder) {
+std::set<std::string> entriesOf(TfileSystem& files, const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> names;
   require(files.list(folder, names));
   std::set<std::string> texts;
@@ -140,7 +140,7 @@ void writeDay(TfileSystem& files, const Toriginals& originals, const std::filesy
 /// Removes the oldest days, and what a killed program has left.
 void thinOut(TfileSystem& files, const std::filesystem::path& folder, const Toriginals& originals) {
   std::vector<std::string> days;
-  for (const std::string& name : namesIn(files, folder)) {
+  for (const std::string& name : entriesOf(files, folder)) {
     const std::string_view day(name.data(), std::min<std::size_t>(name.size(), 10));
     if (!isDay(day)) continue;
     if (name.size() == day.size()) days.push_back(name);
@@ -157,7 +157,7 @@ std::string keepCopies(TfileSystem& files, const std::filesystem::path& dataPath
   const Toriginals originals = originalsAt(files, dataPath, infoPath);
   if (!originals[0].bytes && !originals[1].bytes) return {};
   const auto folder = dataPath.parent_path();
-  const std::set<std::string> names = namesIn(files, folder);
+  const std::set<std::string> names = entriesOf(files, folder);
   const std::set<int> numbers = numbersIn(names, originals);
   for (const int number : numbers) {
     if (isKeptAs(files, originals, number, names)) return namesOf(originals, number);
@@ -182,7 +182,7 @@ void backUp(TfileSystem& files, const std::filesystem::path& dataPath, const std
             const TpairSums& sums, const std::string& today) noexcept {
   try {
     const auto folder = findPath(dataPath.parent_path(), "BACKUP");
-    if (namesIn(files, folder).contains(today)) return;
+    if (entriesOf(files, folder).contains(today)) return;
     const Toriginals originals = originalsAt(files, dataPath, infoPath);
     const auto& [data, info] = originals;
     if (!data.bytes && !info.bytes) return;

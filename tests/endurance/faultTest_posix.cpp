@@ -139,7 +139,8 @@ class TfaultTest : public QObject {
       end.wrong += model.wrong;
     }
     if ((start.told.isEmpty() || saved) && !isOnePair(folder)) end.wrong << "not one pair";
-    for (const QByteArray& content : contentsIn(folder, ".kept-") + contentsIn(folder, "BACKUP/" + todaysDate() + '/')) {
+    for (const QByteArray& content :
+         contentsIn(folder, ".kept-") + contentsIn(folder, "BACKUP/" + todaysDate() + '/')) {
       if (!known.contains(content)) end.wrong << "no whole copy: " + content;
     }
     end.names = namesIn(folder / "DATA");

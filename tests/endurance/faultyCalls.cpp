@@ -82,11 +82,11 @@ Tfault& fault() {
 
 #define SYSTEMS(function) reinterpret_cast<decltype(&(function))>(dlsym(RTLD_NEXT, #function))
 
-/// Defines a call that fails with `failure` when it is to fail.
-#define FAULTY(result, function, parameters, arguments, concerned, failure)    \
+/// Defines a call that fails with `failure` when it is to fail. The last arguments are those to pass on.
+#define FAULTY(result, function, parameters, concerned, failure, ...)          \
   result function parameters {                                                 \
     if (fault().hits(#function, fault().isBelow(concerned))) return (failure); \
-    return SYSTEMS(function) arguments;                                        \
+    return SYSTEMS(function)(__VA_ARGS__);                                     \
   }
 
 extern "C" {
@@ -117,22 +117,22 @@ int fcntl(int file, int command, ...) {
   if (fault().hits("fcntl", fault().isBelow(file))) return -1;
   return SYSTEMS(fcntl)(file, command, argument);
 }
-FAULTY(ssize_t, read, (int file, void* bytes, size_t count), (file, bytes, count), file, -1)
-FAULTY(ssize_t, write, (int file, const void* bytes, size_t count), (file, bytes, count), file, -1)
-FAULTY(int, fsync, (int file), (file), file, -1)
-FAULTY(int, fstat, (int file, struct stat* status) noexcept, (file, status), file, -1)
-FAULTY(int, stat, (const char* path, struct stat* status) noexcept, (path, status), path, -1)
-FAULTY(int, lstat, (const char* path, struct stat* status) noexcept, (path, status), path, -1)
-FAULTY(int, access, (const char* path, int mode) noexcept, (path, mode), path, -1)
-FAULTY(int, fchmod, (int file, mode_t mode) noexcept, (file, mode), file, -1)
-FAULTY(int, fchown, (int file, uid_t owner, gid_t group) noexcept, (file, owner, group), file, -1)
-FAULTY(int, rename, (const char* from, const char* to) noexcept, (from, to), from, -1)
-FAULTY(int, unlink, (const char* path) noexcept, (path), path, -1)
-FAULTY(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode), path, -1)
-FAULTY(int, rmdir, (const char* path) noexcept, (path), path, -1)
-FAULTY(ssize_t, readlink, (const char* path, char* text, size_t size) noexcept, (path, text, size), path, -1)
-FAULTY(char*, realpath, (const char* path, char* text) noexcept, (path, text), path, nullptr)
-FAULTY(DIR*, opendir, (const char* path), (path), path, nullptr)
-FAULTY(DIR*, fdopendir, (int file), (file), file, nullptr)
-FAULTY(dirent*, readdir, (DIR * folder), (folder), dirfd(folder), nullptr)
+FAULTY(ssize_t, read, (int file, void* bytes, size_t count), file, -1, file, bytes, count)
+FAULTY(ssize_t, write, (int file, const void* bytes, size_t count), file, -1, file, bytes, count)
+FAULTY(int, fsync, (int file), file, -1, file)
+FAULTY(int, fstat, (int file, struct stat* status) noexcept, file, -1, file, status)
+FAULTY(int, stat, (const char* path, struct stat* status) noexcept, path, -1, path, status)
+FAULTY(int, lstat, (const char* path, struct stat* status) noexcept, path, -1, path, status)
+FAULTY(int, access, (const char* path, int mode) noexcept, path, -1, path, mode)
+FAULTY(int, fchmod, (int file, mode_t mode) noexcept, file, -1, file, mode)
+FAULTY(int, fchown, (int file, uid_t owner, gid_t group) noexcept, file, -1, file, owner, group)
+FAULTY(int, rename, (const char* from, const char* to) noexcept, from, -1, from, to)
+FAULTY(int, unlink, (const char* path) noexcept, path, -1, path)
+FAULTY(int, mkdir, (const char* path, mode_t mode) noexcept, path, -1, path, mode)
+FAULTY(int, rmdir, (const char* path) noexcept, path, -1, path)
+FAULTY(ssize_t, readlink, (const char* path, char* text, size_t size) noexcept, path, -1, path, text, size)
+FAULTY(char*, realpath, (const char* path, char* text) noexcept, path, nullptr, path, text)
+FAULTY(DIR*, opendir, (const char* path), path, nullptr, path)
+FAULTY(DIR*, fdopendir, (int file), file, nullptr, file)
+FAULTY(dirent*, readdir, (DIR * folder), dirfd(folder), nullptr, folder)
 }

@@ -1,3 +1,4 @@
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +16,12 @@ void say(const std::string& line) {
   std::cout << line << std::endl;
 }
 
+int numberIn(std::string_view text) {
+  int number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
 /// The test procedure tells the version in eq.dat, the description the one in eqinfo.dat.
 void setVersion(TequipRec& record, int version) {
   record.setTestProc(static_cast<unsigned>(version % 500 + 1));
@@ -23,7 +30,7 @@ void setVersion(TequipRec& record, int version) {
 
 /// -1 where the two files do not belong together.
 int versionOf(const TequipRec& record) {
-  const int version = std::atoi(record.text(fieldDescription) + 1);
+  const int version = numberIn(record.text(fieldDescription) + 1);
   return version % 500 + 1 == static_cast<int>(record.testProc()) ? version : -1;
 }
 
@@ -35,7 +42,7 @@ std::string textOf(const TequipRecTable& table) {
     text += ' ' + number + ':' + std::to_string(versionOf(table.at(i)));
     for (const int field : {fieldCustom1, fieldCustom2, fieldCustom3}) {
       const std::string custom = table.at(i).text(field);
-      if (!custom.empty()) text += ' ' + number + '/' + custom;
+      if (!custom.empty()) text.append(" ").append(number).append("/").append(custom);
     }
   }
   return text;
@@ -49,17 +56,28 @@ class TlistUser {
 
   void step(char letter) {
     switch (letter) {
-      case 'l': return open();
-      case 'r': return restore();
-      case 's': return save();
-      case 'a': return add();
-      case 'c': return change();
-      case 'd': return remove();
-      case 'u': return undo();
-      case 'f': return changeCommon();
-      case 'p': return std::this_thread::sleep_for(std::chrono::microseconds(random_() % 3000));
-      case 'w': return wait();
-      default: std::abort();
+      case 'l':
+        return open();
+      case 'r':
+        return restore();
+      case 's':
+        return save();
+      case 'a':
+        return add();
+      case 'c':
+        return change();
+      case 'd':
+        return remove();
+      case 'u':
+        return undo();
+      case 'f':
+        return changeCommon();
+      case 'p':
+        return std::this_thread::sleep_for(std::chrono::microseconds(random_() % 3000));
+      case 'w':
+        return wait();
+      default:
+        std::abort();
     }
   }
 
@@ -115,7 +133,7 @@ class TlistUser {
     const int field = fieldCustom1 + name_[0] % 3;
     const std::string start = name_ + ':';
     const std::string was = list_->records().at(index).text(field);
-    const std::string version = std::to_string(was.empty() ? 1 : std::atoi(was.c_str() + start.size()) + 1);
+    const std::string version = std::to_string(was.empty() ? 1 : numberIn(was.c_str() + start.size()) + 1);
     say("doing " + std::string(list_->records().at(index).text(fieldControlNum)) + '/' + start + version);
     edit(*list_, index, [&](TequipRec& record) { record.setText(field, start + version); });
     sayDone();
@@ -159,6 +177,6 @@ class TlistUser {
 
 /// list-user FOLDER NAME SEED SCRIPT
 int main(int, char** argv) {
-  TlistUser user(argv[1], argv[2], static_cast<unsigned>(std::atoi(argv[3])));
+  TlistUser user(argv[1], argv[2], static_cast<unsigned>(numberIn(argv[3])));
   for (const char letter : std::string(argv[4])) user.step(letter);
 }

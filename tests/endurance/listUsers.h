@@ -37,6 +37,7 @@ class TlistUserProcess {
     process_.waitForStarted();
   }
 
+  void waitForOutput() { process_.waitForReadyRead(); }
   void killAfter(int milliseconds) {
     if (!process_.waitForFinished(milliseconds)) process_.kill();
   }
