@@ -159,7 +159,9 @@ TERResult TequipRecFiles::saveJoined(const TequipRecTable& table, TsavedPair& pa
   const std::string kept = keepCopies(files_, dataPath(), infoPath());
   TequipRecTable list;
   const TERResult loaded = loadTheirs(list, pair);
-  const bool readable = loaded.status == ERSUCCESS && loaded.complete;
+  // Where this window has read nothing, even a list with errors is more than its own.
+  const bool hasRecords = unread_ && (loaded.status == ERSUCCESS || loaded.status == ERINVALIDRECORDS);
+  const bool readable = hasRecords || (loaded.status == ERSUCCESS && loaded.complete);
   std::size_t fieldsInBoth = 0;
   if (readable) {
     Tjoined joined = joinLists(list, unsaved_.net());
