@@ -132,6 +132,8 @@ TERResult TequipRecFiles::loadFiles(TequipRecTable& table) {
 }
 
 TERResult TequipRecFiles::saveFiles(const TequipRecTable& table, TsaveReport& outcome) {
+  // After a load that failed, it must be enough to put a missing file back.
+  if (unread_ && unsaved_.net().empty() && !stamps().areAbsent()) return {};
   TsavedPair pair(files_, dataPath(), infoPath());
   if (TERResult prepared = prepareSave(pair); prepared.status != ERSUCCESS) return prepared;
   const Tstamps found = stamps();
