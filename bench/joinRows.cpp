@@ -6,9 +6,9 @@
 
 namespace {
 
-constexpr std::size_t fewRecords = 2000;
+constexpr std::size_t fewToJoin = 2000;
 constexpr std::size_t mostChanges = 5000;  // in the full list; in a shorter one in proportion
-constexpr double growthBound = 1.5 * equipRecLimit / fewRecords;
+constexpr double joinGrowthBound = 1.5 * equipRecLimit / fewToJoin;
 constexpr double mostForJoining = 200;  // milliseconds
 
 /// Two lists that were one, and what we did to ours.
@@ -71,7 +71,7 @@ std::vector<Trow> joinRows(const TbenchFolders& folders) {
   };
   const auto growth = [folders] {
     const TequipRecTable full = fullTable(folders);
-    return Tsides{joining(full, equipRecLimit), joining(full, fewRecords)};
+    return Tsides{joining(full, equipRecLimit), joining(full, fewToJoin)};
   };
-  return {{"join-18432", "ms", 1.0, 15, limit}, {"join-growth-2000-to-18432", "ms", growthBound, 15, growth}};
+  return {{"join-18432", "ms", 1.0, 15, limit}, {"join-growth-2000-to-18432", "ms", joinGrowthBound, 15, growth}};
 }
