@@ -8,6 +8,7 @@
 #include "store/unsavedFormat.h"
 #include "support/log.h"
 #include "support/paths.h"
+#include "support/randomName.h"
 
 namespace {
 
@@ -49,9 +50,8 @@ std::filesystem::path createFirstFree(TfileSystem& files, const std::filesystem:
     if (std::find(names.begin(), names.end(), name) != names.end()) continue;
     std::filesystem::path path = folder / name;
     if (files.create(path, {}, writer)) return path;
-    // Somebody else may have created it since.
-    if (!files.stamp(path).isFound()) return {};
-    ++attempts;
+    // Somebody else may have created it since. A deleted file may keep the name for a moment.
+    attempts += files.stamp(path).isFound() ? 1 : mostAttempts / 2;
   }
   return {};
 }
@@ -76,8 +76,11 @@ Ttaken take(TfileSystem& files, TunsavedFile& file, std::string_view header) {
   if (locked.end == busy || locked.end == absent) return Ttaken::byOthers;
   if (locked.end == unavailable) logInfo("no lock for " + pathText(file.path));
   std::string content;
-  if (files.read(file.path, content).end != TreadResult::Tend::done) return Ttaken::failed;
-  if (content != header) return Ttaken::byOthers;
+  const TreadResult::Tend read = files.read(file.path, content).end;
+  if (read == TreadResult::Tend::missing || (read == TreadResult::Tend::done && content != header)) {
+    return Ttaken::byOthers;
+  }
+  if (read != TreadResult::Tend::done) return Ttaken::failed;
   const TstampResult looked = files.stamp(file.path);
   file.stamp = looked.stamp;
   file.lock = std::move(locked.lock);
@@ -107,17 +110,16 @@ std::optional<TunsavedFile> createUnsavedFile(TfileSystem& files, const std::fil
                                               std::string_view listName) {
   for (int attempt = 0; attempt < mostAttempts; ++attempt) {
     TunsavedFile file;
-    file.id = newUnsavedId();
+    file.id = randomName();
     file.path = createFirstFree(files, folder, unsavedName, file.writer);
     if (file.path.empty() && attempt == 0 && makeFolders(files, folder)) continue;
     if (file.path.empty()) return std::nullopt;
     const Ttaken result = take(files, file, unsavedHeader(file.id, listName));
     if (result == Ttaken::taken) return file;
     file.writer.reset();
-    if (result == Ttaken::failed) {
-      files.remove(file.path);
-      return std::nullopt;
-    }
+    if (result == Ttaken::byOthers) continue;
+    files.remove(file.path);
+    attempt += mostAttempts / 2;  // it may be this name only, but a full disk stays full
   }
   return std::nullopt;
 }

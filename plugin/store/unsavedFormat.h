@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -12,11 +11,9 @@
 /// Changes, or the fingerprints of the record files that hold every change before.
 using TunsavedEntry = std::variant<TlistEdits, TpairSums>;
 
-inline constexpr std::size_t unsavedIdLength = 16;
-
 /// The content of a file `EquipmentRecord.unsaved`; docs/file-formats.md shows the format.
 struct TunsavedContent {
-  std::string id;  ///< 16 hexadecimal digits, different for each file
+  std::string id;  ///< a `randomName`
   std::string listName;
   std::vector<std::string> absorbed;   ///< ids of files whose changes this file holds, too
   std::vector<TunsavedEntry> entries;  ///< up to the first that is not whole
@@ -42,6 +39,3 @@ std::string editsEntry(const TlistEdits& edits);
 std::string savingEntry(const TpairSums& sums);
 /// An entry that replaces all entries before it by `entries`, and those of the files with the ids `absorbed`.
 std::string restartEntry(const std::vector<std::string>& absorbed, std::string_view entries);
-
-/// A new id.
-std::string newUnsavedId();

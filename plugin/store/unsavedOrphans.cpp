@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "store/unsavedFormat.h"
+#include "support/randomName.h"
 
 namespace {
 
@@ -102,7 +103,7 @@ class Tsearch {
   /// Whether the file has nothing behind its header yet. Its creator may be waiting for the lock, and must find it
   /// either unchanged or gone.
   bool isNew(const Tfound& found) const {
-    const std::size_t headerLength = unsavedHeader(std::string(unsavedIdLength, '0'), listName_).size();
+    const std::size_t headerLength = unsavedHeader(std::string(randomNameLength, '0'), listName_).size();
     return found.shape == TunsavedShape::torn ? found.length < headerLength
                                               : isOfList(found) && found.length == headerLength;
   }

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr DWORD readAndWrite = GENERIC_READ | GENERIC_WRITE;
+
 /// The lock is on one byte far behind the end of the file: it keeps nobody from reading and writing the others.
 OVERLAPPED lockedByte() {
   OVERLAPPED place{};
@@ -30,7 +32,8 @@ class TopenFileLock final : public TfileLock {
 
 TlockResult unlocked(const std::filesystem::path& path) {
   const DWORD error = GetLastError();
-  if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION) return {TlockResult::Tend::busy, nullptr, {}};
+  const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+  if (isHeld || isMissing()) return {TlockResult::Tend::busy, nullptr, {}};
   return {TlockResult::Tend::unavailable, nullptr, loggedFailure("lock", path, static_cast<int>(error))};
 }
 
@@ -39,17 +42,24 @@ struct TlockFile {
   DWORD lockType = LOCKFILE_EXCLUSIVE_LOCK;
 };
 
+/// Opens a file that could not be opened for writing: for reading, unless another program was only in the way for a
+/// moment. Whoever locks a file that others may write must not share the lock.
+TlockFile openProtected(const std::filesystem::path& path) {
+  const bool isProtected = GetLastError() == ERROR_ACCESS_DENIED || GetLastError() == ERROR_WRITE_PROTECT;
+  if (!isProtected) return {};
+  Tfile file = retrying([&] { return openNoLink(path, readAndWrite, shareAll); });
+  if (file || isMissing()) return {std::move(file)};
+  return {retrying([&] { return openNoLink(path, GENERIC_READ, shareAll); }), 0};
+}
+
 /// Opens the file with as many rights as this user has.
 TlockFile openToLock(const std::filesystem::path& path, bool create, const std::filesystem::path& like) {
   constexpr int attempts = 10;
-  constexpr DWORD readAndWrite = GENERIC_READ | GENERIC_WRITE;
   for (int i = 0; i < attempts; ++i) {
     Tfile file = openNoLink(path, readAndWrite, shareAll);
     if (file) return {std::move(file)};
-    if (GetLastError() == ERROR_ACCESS_DENIED || GetLastError() == ERROR_WRITE_PROTECT) {
-      return {retrying([&] { return openNoLink(path, GENERIC_READ, shareAll); }), 0};
-    }
-    if (!isMissing() || !create) break;
+    if (isMissing() && !create) break;
+    if (!isMissing()) return openProtected(path);
     file = createLike(path, readAndWrite, shareAll, like);
     // If it exists by now, somebody else has just created it.
     if (file || GetLastError() != ERROR_FILE_EXISTS) return {std::move(file)};

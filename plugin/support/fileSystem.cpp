@@ -1,20 +1,12 @@
 #include "support/fileSystem.h"
 
-#include <array>
-#include <charconv>
-#include <random>
-
 #include "support/log.h"
 #include "support/paths.h"
+#include "support/randomName.h"
 
 namespace {
 
 constexpr std::string_view ownEnding = ".new-";
-constexpr std::size_t digitsOfOwnName = 16;
-
-bool isHexadecimal(std::string_view digits) {
-  return digits.find_first_not_of("0123456789abcdef") == std::string_view::npos;
-}
 
 /// Removes what killed writers of `target` left behind: temporaries older than any living writer's. `now` is the time
 /// of the same file system.
@@ -45,20 +37,12 @@ bool isTemporaryOf(std::string_view name, std::string_view target) {
   if (!name.starts_with(target)) return false;
   name.remove_prefix(target.size());
   if (name == ".new") return true;
-  return name.size() == ownEnding.size() + digitsOfOwnName && name.starts_with(ownEnding) &&
-         isHexadecimal(name.substr(ownEnding.size()));
+  return name.starts_with(ownEnding) && isRandomName(name.substr(ownEnding.size()));
 }
 
 std::filesystem::path ownNameBeside(const std::filesystem::path& target) {
-  std::random_device random;
-  const std::uint64_t number = (std::uint64_t{random()} << 32U) | random();
-  std::array<char, digitsOfOwnName> digits{};
-  const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
-  const std::string_view text(digits.data(), static_cast<std::size_t>(end - digits.data()));
   auto name = target;
-  name += ownEnding;
-  name += std::string(digitsOfOwnName - text.size(), '0');
-  name += text;
+  name += std::string(ownEnding) + randomName();
   return name;
 }
 

@@ -3,6 +3,10 @@
 #include <aclapi.h>
 #include <algorithm>
 #include <array>
+#include <winternl.h>
+
+// The system's own name for the reason of the last failure; no header declares it.
+extern "C" NTSYSAPI NTSTATUS NTAPI RtlGetLastNtStatus();
 
 namespace {
 
@@ -22,6 +26,13 @@ void copyPermissions(std::wstring from, std::wstring to) {
   const DWORD inheritance = isProtected ? PROTECTED_DACL_SECURITY_INFORMATION : UNPROTECTED_DACL_SECURITY_INFORMATION;
   SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list,
                         nullptr);
+}
+
+/// Whether the last operation failed because the file is deleted, but not yet closed by all that had it open. Until
+/// then it keeps its name and cannot be opened any more.
+bool isBeingDeleted() {
+  constexpr auto deletePending = static_cast<NTSTATUS>(0xC0000056);  // STATUS_DELETE_PENDING
+  return GetLastError() == ERROR_ACCESS_DENIED && RtlGetLastNtStatus() == deletePending;
 }
 
 }  // namespace
@@ -56,7 +67,7 @@ Tfile createLike(const std::filesystem::path& path, DWORD access, DWORD share, c
 }
 
 bool isMissing() {
-  return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
+  return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND || isBeingDeleted();
 }
 
 bool isHeldOpen() {

@@ -25,7 +25,7 @@ Tfile openNoLink(const std::filesystem::path& path, DWORD access, DWORD share);
 /// Creates a file, which must not exist, with the access list of `like` if this user may give it that.
 Tfile createLike(const std::filesystem::path& path, DWORD access, DWORD share, const std::filesystem::path& like);
 
-/// Whether the last operation failed because nothing has that name.
+/// Whether the last operation failed because nothing has that name, or only a file that is being deleted.
 bool isMissing();
 
 /// Whether the last operation failed because another program has the file open.

@@ -1,12 +1,12 @@
 #include "testproc/autosequenceFileStructs.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <optional>
 #include <utility>
 
 #include "support/checksum.h"
 #include "support/fileSystem.h"
+#include "support/littleEndian.h"
 
 namespace {
 
@@ -15,17 +15,10 @@ constexpr std::size_t headerSize = 16;
 constexpr std::size_t entrySize = 44;
 constexpr std::size_t titleOffset = 2;
 
-/// Reads all of `bytes` as one little-endian number.
-std::uint32_t littleEndian(std::string_view bytes) {
-  std::uint32_t value = 0;
-  for (std::size_t i = bytes.size(); i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
-  return value;
-}
-
 /// The entries of a list; nothing if the header is damaged or does not match them.
 std::optional<std::string_view> checkedEntries(std::string_view content) {
   if (content.size() < headerSize || !content.starts_with(magic)) return std::nullopt;
-  const std::size_t count = littleEndian(content.substr(6, 2));
+  const std::uint64_t count = littleEndian(content.substr(6, 2));
   const std::string_view entries = content.substr(headerSize);
   const bool whole = littleEndian(content.substr(4, 2)) == entrySize && entries.size() == count * entrySize &&
                      littleEndian(content.substr(8, 4)) == crc32Of(entries) && littleEndian(content.substr(12, 4)) == 0;
@@ -34,7 +27,7 @@ std::optional<std::string_view> checkedEntries(std::string_view content) {
 
 /// Adds one entry to the table. False if its number is out of range or taken, or its title has no end.
 bool takeEntry(std::string_view entry, TtestProcTable& table) {
-  const std::uint32_t number = littleEndian(entry.substr(0, titleOffset));
+  const auto number = static_cast<unsigned>(littleEndian(entry.substr(0, titleOffset)));
   const std::string_view title = entry.substr(titleOffset);
   const std::size_t end = title.find('\0');
   if (number < 1 || number > maxTestProcNumber || table.hasEntry(number) || end == std::string_view::npos) return false;
