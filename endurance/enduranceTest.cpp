@@ -46,10 +46,10 @@ class TenduranceTest : public QObject {
       ++killedIn[output.trimmed().split('\n').last().split(' ').first()];
       // An orphan lies there at times when the next user comes.
       if (random() % 2 == 0) look(folder, {&user, &common});
-      QVERIFY2(user.wrong.isEmpty() && common.wrong.isEmpty(), report(seed, {&user, &common}, {output}));
+      QVERIFY2(user.wrong.isEmpty() && common.wrong.isEmpty(), report(folder, seed, {&user, &common}, {output}));
     }
     look(folder, {&user, &common});
-    QVERIFY2(user.wrong.isEmpty() && common.wrong.isEmpty(), report(rounds_, {&user, &common}, {}));
+    QVERIFY2(user.wrong.isEmpty() && common.wrong.isEmpty(), report(folder, rounds_, {&user, &common}, {}));
     for (const auto& [line, count] : killedIn) qInfo("killed after \"%s\": %d", line.constData(), count);
   }
 
@@ -89,7 +89,7 @@ class TenduranceTest : public QObject {
       for (const QByteArray& output : outputs) seeOnly(output, models);
       look(folder, {&models[0], &models[1], &models[2]});
       const bool isRight = std::ranges::all_of(models, [](const Tmodel& model) { return model.wrong.isEmpty(); });
-      QVERIFY2(isRight, report(seed, {&models[0], &models[1], &models[2]}, outputs));
+      QVERIFY2(isRight, report(folder, seed, {&models[0], &models[1], &models[2]}, outputs));
     }
     qInfo("%d saves in %d rounds", saves, rounds);
   }
@@ -115,10 +115,11 @@ class TenduranceTest : public QObject {
     if (!isOnePair(folder)) models[0]->wrong << "not one pair";
   }
 
-  static QByteArray report(int seed, const std::vector<Tmodel*>& models, const QByteArrayList& outputs) {
+  static QByteArray report(const TtestFolder& folder, int seed, const std::vector<Tmodel*>& models,
+                           const QByteArrayList& outputs) {
     QByteArray text = "seed " + QByteArray::number(seed) + '\n';
     for (const Tmodel* model : models) text += model->user + ": " + model->wrong.join('\n') + '\n';
-    return text + outputs.join("\n---\n");
+    return text + outputs.join("\n---\n") + "\n---\n" + bytesOf(folder.path() / "EquipmentRecord.log");
   }
 
   int rounds_ = numberIn("EQREC_ROUNDS", 15);

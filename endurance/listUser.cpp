@@ -8,12 +8,14 @@
 #include <set>
 #include <thread>
 
+#include "support/log.h"
 #include "tools/openList.h"
 
 namespace {
 
 void say(const std::string& line) {
   std::cout << line << std::endl;
+  logInfo(line);
 }
 
 int numberIn(std::string_view text) {
@@ -177,6 +179,8 @@ class TlistUser {
 
 /// list-user FOLDER NAME SEED SCRIPT
 int main(int, char** argv) {
+  // Its lines are not among the operations that are to fail.
+  if (std::getenv("EQREC_FAULT") == nullptr) openLog(argv[1]);
   TlistUser user(argv[1], argv[2], static_cast<unsigned>(numberIn(argv[3])));
   for (const char letter : std::string(argv[4])) user.step(letter);
 }
