@@ -17,6 +17,8 @@ TimportChoices TimportChoices::load(const TiniFile& ini) {
   choices.userDelimiter = ini.readString(optionsSection, "UserDelimiter", choices.userDelimiter);
   choices.startRow = ini.readInteger(optionsSection, "StartRow", choices.startRow);
   choices.quotes = ini.readFlag(optionsSection, "Quotes", choices.quotes);
+  choices.spreadsheet = ini.readFlag(optionsSection, "Spreadsheet", choices.spreadsheet);
+  choices.charset = ini.readInteger(optionsSection, "Charset", choices.charset);
   return choices;
 }
 
@@ -25,7 +27,13 @@ void TimportChoices::save(const TiniFile& ini) const {
                              {"Delimiter", std::to_string(delimiter)},
                              {"UserDelimiter", userDelimiter},
                              {"StartRow", std::to_string(startRow)},
-                             {"Quotes", quotes ? "1" : "0"}});
+                             {"Quotes", quotes ? "1" : "0"},
+                             {"Spreadsheet", spreadsheet ? "1" : "0"},
+                             {"Charset", std::to_string(charset)}});
+}
+
+Tcharset charsetOf(int index) {
+  return static_cast<Tcharset>(index > 0 && index < charsetCount ? index : 0);
 }
 
 char delimiterCharacter(int index, const std::string& userDelimiter) {
