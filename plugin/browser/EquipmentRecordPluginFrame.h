@@ -63,6 +63,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void showSteps();
   std::optional<TrowRange> selectedRows() const;
   void selectRows(const TrowRange& rows);
+  void showRows(const std::optional<TrowRange>& rows);
   void goToSearch();
   void clearSearchBoxes();
 

@@ -146,12 +146,7 @@ void TEquipmentRecordPluginFrame::goStep(TstepWay way) {
   if (shown.searchCleared) clearSearchBoxes();
   ui_->tblEqRec->setFocus();  // before a button with the focus is disabled, which would pass the focus to the next one
   fill();
-  const TrowRange rows = shown.rows.value_or(TrowRange{currentRow(), currentRow()});
-  if (rows.count() == 1) {
-    setCurrentRow(rows.top);
-  } else {
-    selectRows(rows);
-  }
+  showRows(shown.rows);
 }
 
 void TEquipmentRecordPluginFrame::btnExportClick() {
@@ -205,12 +200,23 @@ void TEquipmentRecordPluginFrame::BtnUploadClick() {
 /// Shows all records afterwards, so that the new ones are in sight whatever was searched for before.
 void TEquipmentRecordPluginFrame::btnImportClick() {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
+  const std::uint64_t before = list_.records().revision();
   TlistOwner& owner = *this;
   TmodalDialog<TEquipRecImportOptions> form(owner, ini_, this);
   if (form.exec() != QDialog::Accepted || self.isNull()) return;
   btnClearSearchClick();
-  setCurrentRow(currentRow());
+  const bool isChanged = list_.records().revision() != before;
+  showRows(isChanged ? list_.rowsOfNewestStep() : std::nullopt);
   ui_->tblEqRec->setFocus();
+}
+
+/// Selects rows, or the current one if there are none.
+void TEquipmentRecordPluginFrame::showRows(const std::optional<TrowRange>& rows) {
+  if (rows && rows->count() > 1) {
+    selectRows(*rows);
+  } else {
+    setCurrentRow(rows ? rows->top : currentRow());
+  }
 }
 
 void TEquipmentRecordPluginFrame::BtnHelpClick() {

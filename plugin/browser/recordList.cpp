@@ -72,6 +72,13 @@ TstepShown TrecordList::goStep(TstepWay way, TsortOrder& order) {
   return {removed ? std::optional(TrowRange{removed->top, removed->top}) : std::nullopt, false};
 }
 
+std::optional<TrowRange> TrecordList::rowsOfNewestStep() const {
+  TtouchedRecords touched = touchedBy(steps_.next(TstepWay::undo), records_.count());
+  std::transform(touched.removed.begin(), touched.removed.end(), touched.replaced.begin(), touched.removed.begin(),
+                 std::logical_or<>());
+  return rowsOf(touched.removed);
+}
+
 void TrecordList::changeColumns(const TbrowserSettings& settings, TsortOrder& order) {
   const TcolumnId sortedBy = columns_.id(order.column);
   columns_.build(settings);

@@ -53,6 +53,8 @@ class TrecordList {
   /// Undoes or redoes the next step, of which there must be one. Shows the records that the search in force finds, or
   /// all if it would hide those that the step left; then the search is cleared. Sorts the view.
   TstepShown goStep(TstepWay way, TsortOrder& order);
+  /// The rows of the records that the newest step has left, as `TstepShown::rows`. There must be a step.
+  std::optional<TrowRange> rowsOfNewestStep() const;
 
   TtestProcTable& titles() { return titles_; }
   const TtestProcTable& titles() const { return titles_; }

@@ -75,9 +75,13 @@ class Ttracker {
   void operator()(const TreplaceRecord& step) { places_.at(step.index).touched = true; }
 
   TtouchedRecords result() {
+    std::vector<bool> replaced(removed_.size());
     std::vector<bool> present;
-    for (const Tplace& place : places_) present.push_back(place.touched);
-    return {std::move(removed_), std::move(present)};
+    for (const Tplace& place : places_) {
+      present.push_back(place.touched);
+      if (place.touched && place.origin) replaced[*place.origin] = true;
+    }
+    return {std::move(removed_), std::move(replaced), std::move(present)};
   }
 
  private:

@@ -17,8 +17,9 @@ enum class TstepWay : std::uint8_t { undo, redo };
 
 /// The records that a change touches.
 struct TtouchedRecords {
-  std::vector<bool> removed;  ///< by index before the change: whether it removes the record
-  std::vector<bool> present;  ///< by index after the change: whether it inserts or replaces the record
+  std::vector<bool> removed;   ///< by index before the change: whether it removes the record
+  std::vector<bool> replaced;  ///< by index before the change: whether it replaces the record, and does not remove it
+  std::vector<bool> present;   ///< by index after the change: whether it inserts or replaces the record
 };
 
 /// What a change will do to a list of `count` records. Takes time linear in the list for each step that inserts or

@@ -36,6 +36,16 @@ void TcolumnMapping::save(const TiniFile& ini) const {
   ini.write(section, entries);
 }
 
+void TcolumnMapping::saveChanges(const TiniFile& ini, const TcolumnMapping& before) const {
+  TiniFile::Tentries entries;
+  for (std::size_t field = 0; field < importFieldCount; ++field) {
+    if (columns[field] != before.columns[field]) {
+      entries.emplace_back(importName(field), std::to_string(columns[field]));
+    }
+  }
+  if (!entries.empty()) ini.write(section, entries);
+}
+
 TcolumnMapping TcolumnMapping::fromHeadings(const TfieldList& headings, const Tcaptions& captions) {
   return {columnsByHeadings(headings, captions)};
 }

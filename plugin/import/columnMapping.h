@@ -15,6 +15,8 @@ struct TcolumnMapping {
   /// The mapping in section `Import`, without columns beyond `columnCount`; nothing when that has no Device ID.
   static std::optional<TcolumnMapping> load(const TiniFile& ini, int columnCount);
   void save(const TiniFile& ini) const;
+  /// Stores only the columns that are others than in `before`.
+  void saveChanges(const TiniFile& ini, const TcolumnMapping& before) const;
 
   /// Finds each field's column by its heading; see `columnsByHeadings`.
   static TcolumnMapping fromHeadings(const TfieldList& headings, const Tcaptions& captions);

@@ -11,7 +11,10 @@
 #include "support/iniFile.h"
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
+class QStandardItemModel;
+class TimportPreviewModel;
 class TlistOwner;
 namespace Ui {
 class TEquipRecImport;
@@ -24,11 +27,12 @@ enum class TimportResult {
   back = 2  ///< to choose other options
 };
 
-/// The second step of an import: the user chooses the column of each field, sees a preview of the first line, and
-/// starts the import.
+/// The second step of an import: the user chooses the column of each field, sees the first rows as they would arrive,
+/// and starts the import.
 ///
-/// The dialog keeps a copy of the sample lines; the import reads the file again. Only a finished import changes the
-/// list. If the host deletes the dialog during an import, the import ends and touches nothing more.
+/// The dialog keeps a copy of the first rows; the import reads the file again. Only a finished import changes the list.
+/// If the host deletes the dialog during an import, the import ends and touches nothing more. Back and Cancel store
+/// what the user has changed, and nothing else.
 class TEquipRecImport : public QDialog {
   Q_OBJECT
 
@@ -36,6 +40,8 @@ class TEquipRecImport : public QDialog {
   /// `list` and `result` belong to the caller and must outlive the dialog.
   TEquipRecImport(TimportOptions options, TlistOwner& list, TiniFile ini, TimportResult& result, QWidget* parent);
   ~TEquipRecImport() override;
+
+  void done(int result) override;
 
   /// False: the file could not be read, so that there is nothing to choose.
   bool hasSample() const { return sample_.has_value(); }
@@ -45,15 +51,21 @@ class TEquipRecImport : public QDialog {
   struct Trow {
     QComboBox* combo = nullptr;
     QLineEdit* preview = nullptr;
+    QLabel* heading = nullptr;
   };
 
-  void setUpForm();
   void setUpRow(std::size_t field);
   void nameCustomFields();
+  void readHeadings();
+  void setUpPreview();
+  QStandardItemModel* columnItems();
+  QString heading(std::size_t column) const;
   void showColumns();
-  TcolumnMapping startMapping() const;
+  void showField(std::size_t field);
+  void showPreview();
   TcolumnMapping mapping() const;
-  int columnCount() const { return static_cast<int>(fields_.size()) - 1; }
+  TknownChoice known() const;
+  void storeChanges() const;
 
   void cbChange(std::size_t field);
   void BtnImportClick();
@@ -64,8 +76,10 @@ class TEquipRecImport : public QDialog {
   TiniFile ini_;
   TimportResult& result_;
   std::optional<TimportSample> sample_;
-  TfieldList fields_;  ///< of the sample's line
   Tcaptions captions_;
+  TfieldList headings_;   ///< of the columns, as far as there are any
+  TcolumnMapping start_;  ///< before the user changes it
   std::unique_ptr<Ui::TEquipRecImport> ui_;
   std::array<Trow, importFieldCount> rows_;
+  std::unique_ptr<TimportPreviewModel> preview_;
 };

@@ -7,15 +7,18 @@
 #include "import/duplicateForm.h"
 #include "import/importFile.h"
 #include "import/importMessages.h"
+#include "import/importReportForm.h"
+#include "import/remarkText.h"
 #include "support/log.h"
 #include "support/messageBox.h"
 
 TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount,
-                               TlistOwner& list, QWidget* owner)
+                               TlistOwner& list, Tcaptions captions, QWidget* owner)
     : options_(std::move(options)),
       mapping_(mapping),
       columnCount_(columnCount),
       list_(list),
+      captions_(std::move(captions)),
       owner_(owner),
       progress_(owner) {}
 
@@ -32,8 +35,9 @@ void TimportDialogs::log(const TimportRun& result) const {
                         : result.end == TimportRun::Tend::cancelled ? "cancelled"
                                                                     : "file not readable";
   std::ostringstream line;
-  line << "import " << extensionOf(options_) << ": " << outcome << ", " << result.lines << " lines, "
+  line << "import " << extensionOf(options_) << ": " << outcome << ", " << result.rows << " lines, "
        << result.records.size() << " records, " << result.duplicates << " duplicates";
+  if (result.updated > 0) line << ", " << result.updated << " updated";
   if (result.limitReached) line << ", limit reached";
   if (result.malformed) line << ", malformed lines";
   if (result.truncated) line << ", Device IDs truncated";
@@ -69,7 +73,9 @@ TimportDialogs::Tend TimportDialogs::end(TimportRun& result) {
 
 /// Adds the records before it shows a message, so that they are kept whatever happens while a box is open.
 TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
-  list_.change(TlistChange::append(list_.records().count(), std::move(result.records)));
+  const QString summary = importSummary(result);
+  const bool isAnything = !result.records.empty() || result.updated > 0;
+  if (TlistChange change = changeOf(result, list_.records()); !change.isEmpty()) list_.change(std::move(change));
   const std::initializer_list<std::pair<bool, const TmessageText*>> messages = {
       {result.limitReached, &recordsExceeded},
       {result.malformed, &recordsMalformed},
@@ -77,9 +83,14 @@ TimportDialogs::Tend TimportDialogs::importAll(TimportRun& result) {
   for (const auto& [applies, message] : messages) {
     if (applies && tell(*message, Tend::imported) == Tend::ownerGone) return Tend::ownerGone;
   }
-  progress_->Finish();
+  QObject::connect(progress_.get(), &TImportProgress::detailsWanted, progress_.get(), [&] { showDetails(result); });
+  progress_->Finish(summary, isAnything, result.report.count() > 0);
   progress_.exec();
   return progress_.isGone() ? Tend::ownerGone : Tend::imported;
+}
+
+void TimportDialogs::showDetails(const TimportRun& result) const {
+  TmodalDialog<TfrmImportReport>(result.report, captions_, progress_.get()).exec();
 }
 
 /// Shows a message. Returns `end`, or `ownerGone` when the owner was deleted meanwhile.

@@ -26,7 +26,7 @@ class TimportDialogs : private TimportObserver {
   };
 
   TimportDialogs(TimportOptions options, const TcolumnMapping& mapping, std::size_t columnCount, TlistOwner& list,
-                 QWidget* owner);
+                 Tcaptions captions, QWidget* owner);
 
   Tend run();
 
@@ -37,12 +37,14 @@ class TimportDialogs : private TimportObserver {
   void log(const TimportRun& result) const;
   Tend end(TimportRun& result);
   Tend importAll(TimportRun& result);
+  void showDetails(const TimportRun& result) const;
   Tend tell(const TmessageText& message, Tend end);
 
   TimportOptions options_;
   TcolumnMapping mapping_;
   std::size_t columnCount_;
   TlistOwner& list_;
+  Tcaptions captions_;
   QPointer<QWidget> owner_;
   TmodalDialog<TImportProgress> progress_;  ///< gone when the owner is
 };

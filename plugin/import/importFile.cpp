@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include "import/lineReader.h"
 #include "support/failure.h"
 #include "support/log.h"
 #include "support/uninterrupted.h"
@@ -28,18 +27,34 @@ std::string extensionOf(const TimportOptions& options) {
   return {extension.begin(), extension.end()};
 }
 
-std::string skipToStartRow(TlineReader& reader, int startRow) {
-  std::string last;
-  for (int row = 1; row < startRow; ++row) last = reader.next().value_or(std::string_view());
-  return last;
+void skipToStartRow(TrowReader& reader, int startRow) {
+  TimportRow row;
+  for (int number = 1; number < startRow && reader.next(row);) ++number;
+}
+
+TsampleRow::TsampleRow(const TimportRow& row, std::size_t number)
+    : row_(row), texts_(row.fields.begin(), row.fields.end()), number_(number) {
+  row_.fields.clear();
+}
+
+TimportRow TsampleRow::row() const {
+  TimportRow row = row_;
+  row.fields.assign(texts_.begin(), texts_.end());
+  return row;
 }
 
 std::optional<TimportSample> TimportSample::read(const TimportOptions& options) {
   TimportFile file(options);
   if (!file.isOpen()) return std::nullopt;
-  TlineReader reader(file.stream());
+  TrowReader reader(file.stream(), options);
   TimportSample sample;
-  sample.headings = skipToStartRow(reader, options.startRow);
-  sample.line = reader.next().value_or(std::string_view());
-  return reader.failed() ? std::nullopt : std::optional(sample);
+  TimportRow row;
+  const auto start = static_cast<std::size_t>(options.startRow);
+  while (sample.rows.size() < mostRows && reader.next(row)) {
+    const TsampleRow read(row, reader.number());
+    if (read.number() == 1) sample.first = read;
+    if (read.number() + 1 == start) sample.headings = read;
+    if (read.number() >= start) sample.rows.push_back(read);
+  }
+  return reader.failed() ? std::nullopt : std::optional(std::move(sample));
 }

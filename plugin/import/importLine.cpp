@@ -1,47 +1,31 @@
 #include "import/importLine.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 #include "import/columnMapping.h"
 #include "support/recordText.h"
 
 namespace {
 
-/// The columns of a line as they enter a record.
-class TcolumnTexts {
- public:
-  explicit TcolumnTexts(const TfieldList& fields) : fields_(fields), plain_(isPlain(fields)) {}
-
-  /// The result is valid until the next call. Nearly always it is the line's own text.
-  std::string_view at(std::size_t column) {
-    const std::string_view field = column < fields_.size() ? fields_[column] : std::string_view();
-    if (plain_) return field;
-    const std::string_view text = field.substr(0, field.find('\0'));
-    if (text.size() < field.size()) cut_ = true;
-    if (!holds(text, '"')) return text;
-    return changed_ = withoutDoubleQuotes(text);
-  }
-
-  /// Whether a zero byte has cut any text so far.
-  bool cut() const { return cut_; }
-
- private:
-  static bool holds(std::string_view text, char c) { return text.find(c) != std::string_view::npos; }
-
-  /// Whether the line holds neither zero bytes nor double quotes. Looking at the whole line at once is faster.
-  static bool isPlain(const TfieldList& fields) {
-    if (fields.size() < 2) return true;
-    const char* begin = fields[1].data();
-    const std::string_view line(begin, static_cast<std::size_t>(fields.back().data() + fields.back().size() - begin));
-    return !holds(line, '\0') && !holds(line, '"');
-  }
-
-  const TfieldList& fields_;
-  bool plain_;
-  std::string changed_;
-  bool cut_ = false;
+/// A field of a row as it enters a record.
+struct TfieldText {
+  std::string_view text;
+  bool isCut = false;   ///< at a zero byte
+  std::string changed;  ///< what `text` shows if it is not the row's own
 };
+
+void makeText(TfieldText& made, std::string_view text, std::size_t field) {
+  const std::size_t length = std::min(text.find('\0'), text.size());
+  made.isCut = length < text.size();
+  made.text = text.substr(0, length);
+  if (field == fieldControlNum) made.text = withoutBlanks(made.text);
+  if (made.text.find('"') == std::string_view::npos) return;
+  made.changed = withoutDoubleQuotes(made.text);
+  made.text = made.changed;
+}
 
 bool setTestProc(TequipRec& record, std::string_view text) {
   text = trimmedText(text);
@@ -50,28 +34,99 @@ bool setTestProc(TequipRec& record, std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() && record.setTestProc(number);
 }
 
+/// Takes the fields of one row into a record, and notes what it finds.
+class TrecordMaker {
+ public:
+  TrecordMaker(const TimportRow& row, TimportedRow& made) : row_(row), made_(made) {}
+
+  bool takeDeviceId(std::size_t column) {
+    take(fieldControlNum, column);
+    if (made_.hasDeviceId()) return true;
+    made_.findings.clear();
+    if (row_.fields.size() > 1) add(TremarkKind::noDeviceId);
+    return false;
+  }
+
+  void take(std::size_t field, std::size_t column) {
+    const bool isThere = column > 0 && column < row_.fields.size();
+    made_.isGiven[field] = isThere;
+    if (!isThere) return;
+    makeText(text_, row_.fields[column], field);
+    if (text_.isCut) add(TremarkKind::cutAtZero, field, std::string(text_.text));
+    if (!row_.replaced.empty()) lookForReplaced(field, column);
+    field == importTestProc ? takeNumber() : takeText(field);
+  }
+
+  void lookAtRow(std::size_t columnCount) {
+    const std::size_t count = row_.fields.size() - 1;
+    if (row_.hasOtherBreak) add(TremarkKind::otherBreak);
+    if (row_.isCut) add(TremarkKind::rowCut);
+    if (row_.isQuoteOpen) add(TremarkKind::quoteNotClosed);
+    if (count == columnCount) return;
+    add(TremarkKind::otherFieldCount, importFieldCount,
+        std::to_string(count) + " instead of " + std::to_string(columnCount));
+  }
+
+ private:
+  void takeText(std::size_t field) {
+    const int id = static_cast<int>(field);
+    made_.record.setText(id, text_.text);
+    if (text_.text.size() < textField(id).size) return;
+    add(field == fieldControlNum ? TremarkKind::deviceIdCut : TremarkKind::fieldCut, field, std::string(text_.text));
+  }
+
+  void takeNumber() {
+    const bool isRead = setTestProc(made_.record, text_.text);
+    made_.isGiven[importTestProc] = isRead;
+    if (!isRead) add(TremarkKind::procedureUnreadable, importTestProc, std::string(text_.text));
+  }
+
+  void lookForReplaced(std::size_t field, std::size_t column) {
+    std::u32string characters;
+    for (const TreplacedCharacter& replaced : row_.replaced) {
+      const bool isNew = characters.find(replaced.character) == std::u32string::npos;
+      if (replaced.column == column && isNew) characters += replaced.character;
+    }
+    if (!characters.empty()) made_.findings.push_back({TremarkKind::characterReplaced, field, {}, characters});
+  }
+
+  void add(TremarkKind kind, std::size_t field = importFieldCount, std::string was = {}) {
+    made_.findings.push_back({kind, field, std::move(was), {}});
+  }
+
+  const TimportRow& row_;
+  TimportedRow& made_;
+  TfieldText text_;
+};
+
 }  // namespace
 
-std::string importedText(const TfieldList& fields, std::size_t column) {
-  return std::string(TcolumnTexts(fields).at(column));
+std::string_view withoutBlanks(std::string_view deviceId) {
+  constexpr std::string_view blanks = " \t";
+  deviceId.remove_prefix(std::min(deviceId.find_first_not_of(blanks), deviceId.size()));
+  return deviceId.substr(0, deviceId.find_last_not_of(blanks) + 1);
 }
 
-std::optional<TequipRec> recordInLine(const TfieldList& fields, const TcolumnMapping& mapping, std::size_t columnCount,
-                                      TlineFindings& findings) {
-  const auto columnOf = [&mapping](std::size_t field) { return static_cast<std::size_t>(mapping.columns[field]); };
-  TcolumnTexts texts(fields);
-  const std::string_view deviceId = texts.at(columnOf(fieldControlNum));
-  if (deviceId.empty()) return std::nullopt;
+std::string importedText(const TfieldList& fields, std::size_t column, std::size_t field) {
+  TfieldText made;
+  makeText(made, column < fields.size() ? fields[column] : std::string_view(), field);
+  return std::string(made.text);
+}
 
-  if (fields.size() - 1 != columnCount) findings.malformed = true;
-  if (deviceId.size() >= textField(fieldControlNum).size) findings.truncated = true;
-  TequipRec record;
-  record.setText(fieldControlNum, deviceId);
-  for (int field = fieldControlNum + 1; field < fieldCount; ++field) {
-    record.setText(field, texts.at(columnOf(static_cast<std::size_t>(field))));
+bool TimportedRow::has(TremarkKind kind) const {
+  return std::any_of(findings.begin(), findings.end(), [kind](auto& finding) { return finding.kind == kind; });
+}
+
+TimportedRow recordInRow(const TimportRow& row, const TcolumnMapping& mapping, std::size_t columnCount,
+                         TimportedRow used) {
+  const auto columnOf = [&mapping](std::size_t field) { return static_cast<std::size_t>(mapping.columns[field]); };
+  TimportedRow made{{}, {}, std::move(used.findings)};
+  made.findings.clear();
+  TrecordMaker maker(row, made);
+  if (!maker.takeDeviceId(columnOf(fieldControlNum))) return made;
+  for (std::size_t field = fieldControlNum + 1; field < importFieldCount; ++field) {
+    maker.take(field, columnOf(field));
   }
-  const std::size_t testProc = columnOf(importTestProc);
-  const bool numberTaken = testProc == 0 || setTestProc(record, texts.at(testProc));
-  if (!numberTaken || texts.cut()) findings.malformed = true;
-  return record;
+  maker.lookAtRow(columnCount);
+  return made;
 }

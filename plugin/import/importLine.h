@@ -1,25 +1,36 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
-#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
-#include "import/tokeniser.h"
+#include "import/importRemarks.h"
+#include "import/rowReader.h"
 #include "store/datastructs.h"
 
-struct TcolumnMapping;
+/// A Device ID without the blanks and tabs around it.
+std::string_view withoutBlanks(std::string_view deviceId);
 
-/// What was wrong with a line.
-struct TlineFindings {
-  bool malformed = false;  ///< an unexpected number of fields, or a field with unexpected content
-  bool truncated = false;  ///< the Device ID was too long
+/// A column of a row as it enters a field and as the preview shows it: without double quotes (see
+/// `withoutDoubleQuotes`) and cut at a zero byte; a Device ID also without blanks and tabs around it. Empty for column
+/// 0 and for a column that the row lacks.
+std::string importedText(const TfieldList& fields, std::size_t column, std::size_t field);
+
+/// A row as a record.
+struct TimportedRow {
+  TequipRec record;  ///< each text is cut to its field's longest length
+  /// Whether the row has something for the field: it has the field's column, and a test procedure number in it can be
+  /// read.
+  std::array<bool, importFieldCount> isGiven{};
+  std::vector<TimportFinding> findings;
+
+  bool hasDeviceId() const { return record.text(fieldControlNum)[0] != '\0'; }
+  bool has(TremarkKind kind) const;
 };
 
-/// A column of a line as it enters a record and as the preview shows it: without double quotes (see
-/// `withoutDoubleQuotes`) and cut at a zero byte. Empty for column 0 and for a column that the line lacks.
-std::string importedText(const TfieldList& fields, std::size_t column);
-
-/// The record in a line, with each text cut to its field's longest length. Nothing when the line has no Device ID; such
-/// a line adds no findings. `columnCount` is the number of fields that a line should have. Adds to `findings`.
-std::optional<TequipRec> recordInLine(const TfieldList& fields, const TcolumnMapping& mapping, std::size_t columnCount,
-                                      TlineFindings& findings);
+/// Makes a record of a row. `columnCount` is the number of fields that a row should have. A row without a Device ID has
+/// that as its only finding, and none if it is an empty line. `used` is no longer needed; the result reuses its memory.
+TimportedRow recordInRow(const TimportRow& row, const TcolumnMapping& mapping, std::size_t columnCount,
+                         TimportedRow used = {});

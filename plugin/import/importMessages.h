@@ -20,3 +20,5 @@ inline constexpr TmessageText deviceIdsTruncated = {
     TmessageIcon::warning};
 
 inline constexpr TmessageText importNotRead = {"Could not read import file.", "Error", TmessageIcon::error};
+
+inline constexpr TmessageText reportNotSaved = {"The import report could not be saved.", "Error", TmessageIcon::error};

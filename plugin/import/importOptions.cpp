@@ -7,6 +7,7 @@
 namespace {
 
 constexpr const char* optionsSection = "Import";
+constexpr const char* knownKey = "KnownDevices";
 
 }  // namespace
 
@@ -30,6 +31,15 @@ void TimportChoices::save(const TiniFile& ini) const {
                              {"Quotes", quotes ? "1" : "0"},
                              {"Spreadsheet", spreadsheet ? "1" : "0"},
                              {"Charset", std::to_string(charset)}});
+}
+
+TknownChoice loadKnownChoice(const TiniFile& ini) {
+  const int index = ini.readInteger(optionsSection, knownKey, 0);
+  return index == 1 ? TknownChoice::skip : index == 2 ? TknownChoice::update : TknownChoice::ask;
+}
+
+void saveKnownChoice(const TiniFile& ini, TknownChoice choice) {
+  ini.write(optionsSection, {{knownKey, std::to_string(static_cast<int>(choice))}});
 }
 
 Tcharset charsetOf(int index) {

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
 #include "import/charset.h"
 
 class TiniFile;
+
+/// What an import does with a Device ID that is in use: the choices of the dialog, by their index.
+enum class TknownChoice : std::uint8_t { ask, skip, update };
 
 /// Which file one import reads, and how.
 struct TimportOptions {
@@ -16,6 +20,7 @@ struct TimportOptions {
   /// Whether quotes are read as spreadsheets write them (RFC 4180). `quotes` does not count then.
   bool spreadsheet = false;
   Tcharset charset = Tcharset::automatic;
+  TknownChoice known = TknownChoice::ask;
 };
 
 /// The user's choices in the options dialog: section `Import` of the settings.
@@ -31,6 +36,9 @@ struct TimportChoices {
   static TimportChoices load(const TiniFile& ini);
   void save(const TiniFile& ini) const;
 };
+
+TknownChoice loadKnownChoice(const TiniFile& ini);
+void saveKnownChoice(const TiniFile& ini, TknownChoice choice);
 
 /// Index of the choice "Other" in the list of delimiters.
 inline constexpr int otherDelimiter = 5;

@@ -36,6 +36,7 @@ TEquipRecImportOptions::TEquipRecImportOptions(TlistOwner& list, TiniFile ini, Q
   connect(ui_->EditFilename, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
   connect(ui_->ComboBoxDelimiter, &QComboBox::currentIndexChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
   connect(ui_->EditDelimiter, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
+  connect(ui_->CheckBoxSpreadsheet, &QCheckBox::toggled, ui_->CheckBoxQuotes, &QCheckBox::setDisabled);
   connect(ui_->BtnBrowse, &QPushButton::clicked, this, &TEquipRecImportOptions::BtnBrowseClick);
   connect(ui_->BtnCancel, &QPushButton::clicked, this, &TEquipRecImportOptions::reject);
   connect(ui_->BtnContinue, &QPushButton::clicked, this, &TEquipRecImportOptions::BtnContinueClick);
@@ -70,18 +71,29 @@ void TEquipRecImportOptions::showChoices() {
   ui_->EditDelimiter->setText(fromRecordText(choices.userDelimiter));
   ui_->SpinEditStartRow->setValue(choices.startRow);
   ui_->CheckBoxQuotes->setChecked(choices.quotes);
+  ui_->CheckBoxSpreadsheet->setChecked(choices.spreadsheet);
+  ui_->ComboBoxCharset->setCurrentIndex(static_cast<int>(charsetOf(choices.charset)));
 }
 
 TimportChoices TEquipRecImportOptions::choices() const {
   const auto bytes = [](const QLineEdit* edit) { return toRecordText(edit->text()).value_or(std::string()); };
-  return {bytes(ui_->EditFilename), ui_->ComboBoxDelimiter->currentIndex(), bytes(ui_->EditDelimiter),
-          ui_->SpinEditStartRow->value(), ui_->CheckBoxQuotes->isChecked()};
+  return {bytes(ui_->EditFilename),
+          ui_->ComboBoxDelimiter->currentIndex(),
+          bytes(ui_->EditDelimiter),
+          ui_->SpinEditStartRow->value(),
+          ui_->CheckBoxQuotes->isChecked(),
+          ui_->CheckBoxSpreadsheet->isChecked(),
+          ui_->ComboBoxCharset->currentIndex()};
 }
 
 TimportOptions TEquipRecImportOptions::options() const {
   const TimportChoices chosen = choices();
-  return {ui_->EditFilename->text().toStdU16String(), delimiterCharacter(chosen.delimiter, chosen.userDelimiter),
-          chosen.startRow, chosen.quotes};
+  return {ui_->EditFilename->text().toStdU16String(),
+          delimiterCharacter(chosen.delimiter, chosen.userDelimiter),
+          chosen.startRow,
+          chosen.quotes,
+          chosen.spreadsheet,
+          charsetOf(chosen.charset)};
 }
 
 void TEquipRecImportOptions::EnableBtnContinue() {

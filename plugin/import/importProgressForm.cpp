@@ -9,6 +9,7 @@ TImportProgress::TImportProgress(QWidget* parent)
   setModal(true);
   connect(ui_->BtnOK, &QPushButton::clicked, this, &TImportProgress::BtnOKClick);
   connect(ui_->BtnCancel, &QPushButton::clicked, this, &TImportProgress::BtnCancelClick);
+  connect(ui_->btnDetails, &QPushButton::clicked, this, &TImportProgress::detailsWanted);
   ui_->BtnCancel->setFocus();
 }
 
@@ -22,8 +23,12 @@ void TImportProgress::stepTo(int percent) {
   while (ui_->pbImport->value() < percent) Step();
 }
 
-void TImportProgress::Finish() {
-  ui_->LabelDesc->setText(QStringLiteral("Equipment records imported successfully."));
+void TImportProgress::Finish(const QString& summary, bool isAnything, bool hasDetails) {
+  ui_->LabelDesc->setText(isAnything ? QStringLiteral("Equipment records imported successfully.")
+                                     : QStringLiteral("No equipment records were imported."));
+  ui_->lblSummary->setText(summary);
+  ui_->lblSummary->show();
+  ui_->btnDetails->setVisible(hasDetails);
   ui_->pbImport->setValue(ui_->pbImport->maximum());
   ui_->BtnOK->setEnabled(true);
   ui_->BtnOK->setFocus();

@@ -7,8 +7,8 @@ namespace Ui {
 class TImportProgress;
 }
 
-/// Shows the progress of an import run and lets the user cancel it. At the end it reports success and waits for OK. Use
-/// `show` during the run and `exec` at the end.
+/// Shows the progress of an import run and lets the user cancel it. At the end it reports the result and waits for OK.
+/// Use `show` during the run and `exec` at the end.
 class TImportProgress : public QDialog {
   Q_OBJECT
 
@@ -22,11 +22,14 @@ class TImportProgress : public QDialog {
   void stepTo(int percent);
   /// Whether the user pressed Cancel, which also hides the dialog.
   bool IsCancelled() const { return cancelled_; }
-  /// Call this when the run has ended.
-  void Finish();
+  /// Call this when the run has ended. `isAnything`: the list was changed.
+  void Finish(const QString& summary, bool isAnything, bool hasDetails);
 
   /// Esc and closing the window press Cancel while it is enabled, and OK afterwards.
   void reject() override;
+
+ signals:
+  void detailsWanted();
 
  private:
   void BtnCancelClick();

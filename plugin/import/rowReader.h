@@ -18,7 +18,7 @@ struct TreplacedCharacter {
 
 /// A row of the file to import: a line or, in a file as spreadsheets write it, what belongs together by its quotes.
 struct TimportRow {
-  TfieldList fields;  ///< Windows-1252; valid until the next row is read
+  TfieldList fields = TfieldList(1);  ///< Windows-1252; valid until the next row is read
   std::vector<TreplacedCharacter> replaced;
   bool isCut = false;          ///< it was longer than a row may be, and its end is missing
   bool isQuoteOpen = false;    ///< a quote was not closed; its field ends with the line

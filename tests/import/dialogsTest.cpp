@@ -91,7 +91,8 @@ class TdialogsTest : public QObject {
       QTest::keyClick(options, Qt::Key_Escape);
     };
     QCOMPARE(f.import("", whenOpen("TEquipRecImportOptions", choose)), int{QDialog::Rejected});
-    QVERIFY(linesOf(f.folder / "e.ini").endsWith("f.csv\nDelimiter=2\nUserDelimiter=#\nStartRow=2\nQuotes=0\n"));
+    QVERIFY(linesOf(f.folder / "e.ini")
+                .endsWith("f.csv\nDelimiter=2\nUserDelimiter=#\nStartRow=2\nQuotes=0\nSpreadsheet=0\nCharset=0\n"));
   }
 
   void importGoesThroughAllDialogs() {

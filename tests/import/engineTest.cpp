@@ -6,6 +6,7 @@
 #include "import/importLine.h"
 #include "import/importRun.h"
 #include "import/lineReader.h"
+#include "import/remarkText.h"
 #include "support/iniFile.h"
 #include "tools/recordChanges.h"
 #include "tools/testFiles.h"
@@ -26,11 +27,30 @@ QByteArray textsOf(const TequipRec& record) {
   return texts + QByteArray::number(record.testProc());
 }
 
+QByteArray textsOf(const std::vector<TimportFinding>& findings) {
+  QByteArray texts;
+  for (const TimportFinding& finding : findings) {
+    texts += QByteArray::number(int(finding.kind)) + '/' + QByteArray::number(qulonglong(finding.field)) + '/' +
+             QByteArray::fromStdString(finding.was) + QString::fromStdU32String(finding.characters).toUtf8() + '|';
+  }
+  return texts;
+}
+
 /// Imports `f.csv` and skips duplicates.
 struct TrunFixture : public TimportObserver {
-  TimportRun run(const QByteArray& file, int startRow = 1) {
+  TimportRun run(const QByteArray& file, int startRow = 1, TknownChoice known = TknownChoice::ask) {
     writeBytes(folder / "f.csv", file);
-    return runImport({folder / "f.csv", ',', startRow, false}, fourColumns, 4, table, *this);
+    TimportOptions options{folder / "f.csv", ',', startRow};
+    options.known = known;
+    return runImport(options, fourColumns, 4, table, *this);
+  }
+  /// "1 noDeviceId ..." would be long: the rows and kinds of all remarks, "3:0 5:1".
+  static QByteArray remarks(const TimportRun& run) {
+    QByteArrayList texts;
+    for (const TimportRemark& remark : run.report.kept()) {
+      texts << QByteArray::number(qulonglong(remark.row)) + ':' + QByteArray::number(int(remark.finding.kind));
+    }
+    return texts.join(' ');
   }
   static QByteArray ids(const TimportRun& run) {
     QByteArrayList ids;
@@ -94,21 +114,53 @@ class TengineTest : public QObject {
     }
   }
 
-  void lineBecomesRecord() {
-    // line (a zero byte is written 0x01), record, findings
-    for (const char* row :
-         {"i,d,m, 500 ~i|d||m||||500~", ",d,m,x,y~~", "i,d,m~i|d||m||||1~malformed", "i,d,m,7,x~i|d||m||||7~malformed",
-          "i,d,m,0~i|d||m||||1~malformed", "i,d,m,501~i|d||m||||1~malformed", "i,d,m,1x~i|d||m||||1~malformed",
-          "12345678901234567,d,m,1~12345678901234567|d||m||||1~", "i,d\1x,m,1~i|d||m||||1~malformed", "\1i,d,m,1~~",
-          "123456789012345678,d,m,1~12345678901234567|d||m||||1~truncated", "\"i\",d\",m,1~\x94i\x94|d\x94||m||||1~",
-          "i,d,1234567890123456789012,1~i|d||123456789012345678901||||1~"}) {
-      const QByteArrayList cells = QByteArray(row).split('~');
-      const QByteArray line = QByteArray(cells[0]).replace('\1', '\0');
-      TlineFindings found;
-      const auto taken = recordInLine(split(line), fourColumns, 4, found);
-      QCOMPARE(taken ? textsOf(*taken) : QByteArray(), cells[1]);
-      QCOMPARE(QByteArray(found.malformed ? "malformed" : "") + (found.truncated ? "truncated" : ""), cells[2]);
+  void rowBecomesRecord() {
+    using enum TremarkKind;
+    // line (a zero byte is written 0x01), record, findings: each kind with its field and what was there
+    const std::initializer_list<std::tuple<const char*, const char*, std::vector<TimportFinding>>> rows = {
+        {"i,d,m, 500 ", "i|d||m||||500", {}},
+        {"", "|||||||1", {}},
+        {" \t ,d,m,1", "|||||||1", {{noDeviceId, importFieldCount, {}, {}}}},
+        {"\1i,d,m,1", "|||||||1", {{noDeviceId, importFieldCount, {}, {}}}},
+        {"\t i j ,d,m,500,y", "i j|d||m||||500", {{otherFieldCount, importFieldCount, "5 instead of 4", {}}}},
+        {"i,d", "i|d||||||1", {{otherFieldCount, importFieldCount, "2 instead of 4", {}}}},
+        {"i,d,m,0", "i|d||m||||1", {{procedureUnreadable, importTestProc, "0", {}}}},
+        {"i,d,m,501", "i|d||m||||1", {{procedureUnreadable, importTestProc, "501", {}}}},
+        {"i,d,m,1x", "i|d||m||||1", {{procedureUnreadable, importTestProc, "1x", {}}}},
+        {"i,d\1x,m,1", "i|d||m||||1", {{cutAtZero, fieldDescription, "d", {}}}},
+        {" 12345678901234567 ,d,m,1", "12345678901234567|d||m||||1", {}},
+        {"123456789012345678,d,m,1", "12345678901234567|d||m||||1", {{deviceIdCut, 0, "123456789012345678", {}}}},
+        {"i,d,1234567890123456789012,1",
+         "i|d||123456789012345678901||||1",
+         {{fieldCut, fieldModel, "1234567890123456789012", {}}}},
+        {"\"i\",d\",m,1", "\x94i\x94|d\x94||m||||1", {}}};
+    for (const auto& [line, record, findings] : rows) {
+      const QByteArray bytes = QByteArray(line).replace('\1', '\0');
+      TimportRow row;
+      row.fields = split(bytes);
+      const TimportedRow made = recordInRow(row, fourColumns, 4);
+      QCOMPARE(textsOf(made.record), QByteArray(record));
+      QCOMPARE(textsOf(made.findings), textsOf(findings));
     }
+  }
+
+  void rowsAreDoubtedAndReplacementsFound() {
+    using enum TremarkKind;
+    TimportRow row;
+    row.fields = split("i,d,m,1");
+    row.replaced = {{2, U'\u03A9'}, {2, U'\u0142'}, {2, U'\u03A9'}, {3, U'x'}, {9, U'y'}};
+    row.isCut = row.isQuoteOpen = row.hasOtherBreak = true;
+    const std::vector<TimportFinding> findings = {{characterReplaced, fieldDescription, {}, U"\u03A9\u0142"},
+                                                  {otherBreak, importFieldCount, {}, {}},
+                                                  {rowCut, importFieldCount, {}, {}},
+                                                  {quoteNotClosed, importFieldCount, {}, {}}};
+    const TcolumnMapping withoutModel = {{1, 2, 0, 0, 0, 0, 0, 4}};
+    QCOMPARE(textsOf(recordInRow(row, withoutModel, 4).findings), textsOf(findings));
+    const QString text = remarkText(findings[0], defaultCaptions());
+    QCOMPARE(text, QStringLiteral("Device Description: the record cannot hold \u03A9 (U+03A9), \u0142 (U+0142). It was "
+                                  "replaced."));
+    const TimportFinding cut = {fieldCut, fieldCustom2, "100% %1", {}};
+    QCOMPARE(remarkText(cut, {"", "Ward", ""}), QStringLiteral("Ward cut to 63 characters, from \"100% %1\"."));
   }
 
   void mappingIsRemembered() {
@@ -151,7 +203,7 @@ class TengineTest : public QObject {
       TrunFixture f;
       const TimportOptions options{std::filesystem::path(SAMPLE_FOLDER) / name, delimiter, 2, quotes};
       const auto sample = TimportSample::read(options);
-      const TfieldList headings = tokenise(sample->headings, delimiter, quotes);
+      const TfieldList headings = sample->headings.fields();
       const TimportRun run = runImport(options, TcolumnMapping::fromHeadings(headings, {}), 5, f.table, f);
       // That program does not quote an empty cell, so it is no field, and the cells after it move up.
       const bool emptyCellLost = std::string_view(name) == "spreadsheet-quoted.csv";
@@ -175,12 +227,43 @@ class TengineTest : public QObject {
     }
   }
 
+  void knownDevicesAreSkippedOrUpdated() {
+    TrunFixture f;
+    const TequipRec known = makeRecord({"a", "old", "make", "model"}, 7);
+    for (const TequipRec& record : {known, makeRecord({" b\t"}), makeRecord({"c"}), makeRecord({"c"})}) {
+      append(f.table, record);
+    }
+    const QByteArray file = "a,new\n\"\"\n\nb,B,,x\nc,C,m,1\nd,D,m,2\nd,,m2,3\n ,none,m,3\n";
+    TimportRun run = f.run(file, 1, TknownChoice::skip);
+    QCOMPARE(TrunFixture::ids(run), "\x94\x94 d");
+    QCOMPARE(importSummary(run), QStringLiteral("2 added, 4 skipped, 1 without Device ID, 1 with remarks"));
+    run = f.run(file.mid(file.indexOf("\n\n") + 2).prepend("a,new\n"), 1, TknownChoice::update);
+    QCOMPARE(importSummary(run), QStringLiteral("1 added, 3 updated, 1 skipped, 1 without Device ID, 2 with remarks"));
+    QCOMPARE(TrunFixture::remarks(run), "1:7 2:12 3:2 6:0");
+    applyChange(f.table, changeOf(run, f.table));
+    QByteArrayList texts;
+    for (TrecordIndex i = 0; i < f.table.count(); ++i) texts << textsOf(f.table.at(i));
+    QCOMPARE(texts,
+             QByteArrayList({"a|new|make|model||||7", " b\t|B||||||1", "c|||||||1", "c|||||||1", "d|||m2||||3"}));
+    run = f.run("a,new\n", 1, TknownChoice::update);
+    QVERIFY(run.updated == 1 && changeOf(run, f.table).isEmpty());
+    QCOMPARE(importSummary(f.run(",x\n")), QStringLiteral("Nothing added, 1 without Device ID"));
+  }
+
+  void remarksAreKeptUpToALimit() {
+    TrunFixture f;
+    const TimportRun run = f.run(QByteArray(",x\n").repeated(20001) + "a,,,1\n");
+    QCOMPARE(run.report.kept().size(), std::size_t{20000});
+    QVERIFY(run.report.count() == 20001 && run.withoutDeviceId == 20001 && run.report.kept().back().row == 20000);
+  }
+
   void runStopsAtTheLimitAndWhenTold() {
     TrunFixture f;
     QByteArray lines;
     for (int i = 0; i < 18433; ++i) lines += QByteArray::number(i) + ",,,1\n";
     TimportRun run = f.run(lines);
     QVERIFY(run.limitReached && run.records.size() == 18432);
+    QCOMPARE(TrunFixture::remarks(run), "18433:3");
     QVERIFY(f.shares.first() == 0 && f.shares.last() < 100 && std::is_sorted(f.shares.begin(), f.shares.end()));
     f.pollsUntilStop = 1;
     run = f.run(lines);
@@ -191,6 +274,9 @@ class TengineTest : public QObject {
     append(f.table, TequipRec());
     run = f.run("a,,,1\n");
     QVERIFY(run.limitReached && run.records.empty() && run.end == TimportRun::Tend::done);
+    QVERIFY(!f.run("\n", 1, TknownChoice::update).limitReached);
+    run = f.run("a,,,1\nb,,,1\n", 1, TknownChoice::update);
+    QVERIFY(run.limitReached && TrunFixture::remarks(run) == "1:3 2:3");
   }
 };
 EQREC_TEST(TengineTest);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <unordered_map>
+
+#include "store/datastructs.h"
+
+/// The records that a Device ID names: those of the list, and those that an import has read so far.
+class TknownDevices {
+ public:
+  /// What is known of one Device ID.
+  struct Tdevice {
+    TrecordIndex index = 0;  ///< of the first record that has it: in the list or, if `isNew`, among those read
+    bool isNew = false;
+    bool isSeveral = false;  ///< more than one record has it
+  };
+
+  /// Blanks and tabs around a Device ID do not count. The texts of the records must outlive this object.
+  explicit TknownDevices(const TequipRecTable& table);
+
+  /// Null if no record has this Device ID. Valid until the next call of `add`.
+  const Tdevice* find(std::string_view deviceId) const;
+  /// Adds a record that was read.
+  void add(const TequipRec& record, TrecordIndex index) { add(record, index, true); }
+
+ private:
+  void add(const TequipRec& record, TrecordIndex index, bool isNew);
+
+  std::unordered_map<std::string_view, Tdevice> devices_;
+};
