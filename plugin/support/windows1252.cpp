@@ -1,5 +1,6 @@
 #include "support/windows1252.h"
 
+#include <algorithm>
 #include <array>
 
 #include "support/recordText.h"
@@ -17,15 +18,14 @@ char16_t toCharacter(unsigned char byte) {
   return byte >= 0x80 && byte < 0xA0 ? upperControls[byte - 0x80U] : char16_t{byte};
 }
 
-std::optional<char> toByte(char16_t character) {
-  for (std::size_t i = 0; i < upperControls.size(); ++i) {
-    if (upperControls[i] == character) return static_cast<char>(0x80 + i);
-  }
-  const bool ownValue = character < 0x80 || (character >= 0xA0 && character <= 0xFF);
-  return ownValue ? std::optional(static_cast<char>(character)) : std::nullopt;
-}
-
 }  // namespace
+
+std::optional<char> toRecordByte(char32_t character) {
+  if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<char>(character);
+  const auto* const found = std::find(upperControls.begin(), upperControls.end(), character);
+  if (found == upperControls.end()) return std::nullopt;
+  return static_cast<char>(0x80 + (found - upperControls.begin()));
+}
 
 QString fromRecordText(std::string_view bytes) {
   QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
@@ -38,7 +38,7 @@ std::optional<std::string> toRecordText(const QString& text) {
   std::string bytes;
   bytes.reserve(static_cast<std::size_t>(text.size()));
   for (const QChar character : text) {
-    const std::optional<char> byte = toByte(character.unicode());
+    const std::optional<char> byte = toRecordByte(character.unicode());
     if (!byte) return std::nullopt;
     bytes.push_back(*byte);
   }
