@@ -21,10 +21,9 @@ TdecodedFile::TdecodedFile(std::istream& file, Tcharset charset)
 
 std::uint64_t TdecodedFile::sourcePosition(std::uint64_t position) const {
   const bool isWide = encoding_ == Tencoding::utf16Little || encoding_ == Tencoding::utf16Big;
-  const std::uint64_t done = read_ - (chunkSize_ - used_);
-  const std::uint64_t ahead =
-      (decoded_ + text_.size() - std::min(position, decoded_ + text_.size())) * (isWide ? 2 : 1);
-  return done - std::min(ahead, done);
+  const std::uint64_t end = decoded_ + text_.size() - laterEndMarks_;
+  const std::uint64_t done = read_ - undecoded().size();
+  return done - std::min((end - std::min(position, end)) * (isWide ? 2 : 1), done);
 }
 
 std::optional<Treplacement> TdecodedFile::takeReplaced(std::uint64_t before) {
