@@ -16,8 +16,8 @@
 #include "support/paths.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 
-// Construction and destruction of the frame, and its grid. Loading and saving are in frameFiles.cpp, the commands
-// behind the buttons in frameCommands.cpp.
+// Construction and destruction of the frame, and its grid. Loading and saving are in frameFiles.cpp, the exports in
+// frameExport.cpp, the other commands in frameCommands.cpp.
 
 namespace {
 
@@ -120,6 +120,7 @@ void TEquipmentRecordPluginFrame::setUpKeys() {
   shortcuts->addOutsideEdits(Qt::CTRL | Qt::Key_Y, ui_->btnRedo);
   shortcuts->addOutsideEdits(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, ui_->btnRedo);
   shortcuts->add(Qt::CTRL | Qt::Key_E, ui_->btnExport);
+  shortcuts->add(Qt::CTRL | Qt::SHIFT | Qt::Key_E, this, [this] { exportAs(); });
   shortcuts->add(Qt::CTRL | Qt::Key_I, ui_->btnImport);
   shortcuts->add(Qt::CTRL | Qt::Key_U, ui_->BtnUpload);
   shortcuts->add(Qt::CTRL | Qt::Key_P, ui_->btnPrint);

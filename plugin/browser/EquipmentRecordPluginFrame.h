@@ -62,6 +62,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void fill();
   void showSteps();
   std::optional<TrowRange> selectedRows() const;
+  std::optional<TrowRange> rowsToExport();
   void selectRows(const TrowRange& rows);
   void showRows(const std::optional<TrowRange>& rows);
   void goToSearch();
@@ -92,6 +93,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void btnDeleteClick();
   void goStep(TstepWay way);
   void btnExportClick();
+  void exportAs();
   void btnOptionsClick();
   void BtnUploadClick();
   void btnPrintClick();

@@ -22,6 +22,11 @@ inline constexpr TmessageText exportNotOpened = {"Could not open export file.", 
 inline constexpr TmessageText nothingToExport = {"There is no information to export", "No Data",
                                                  TmessageIcon::information};
 
+inline constexpr TmessageText exportSelected = {"Do you want to export only the selected records?", "Export Records?",
+                                                TmessageIcon::question};
+
+inline constexpr TmessageText exportNotWritten = {"Could not write the export file.", "Error", TmessageIcon::error};
+
 inline constexpr TmessageText unsavedChangesFound = {
     "The program ended before the last changes were saved.\n\nDo you want to restore them?", "Unsaved Changes Found",
     TmessageIcon::question};

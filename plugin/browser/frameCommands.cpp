@@ -4,7 +4,6 @@
 
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "browser/browserMessages.h"
-#include "browser/csvExport.h"
 #include "browser/gridModel.h"
 #include "browser/optionsForm.h"
 #include "editor/eqEditForm.h"
@@ -20,7 +19,7 @@
 #include "ui_EquipmentRecordPluginFrame.h"
 #include "upload/uploadCommand.h"
 
-// The commands behind the frame's buttons, keys and clicks. Their rules are in TrecordList.
+// The commands behind the frame's buttons, keys and clicks, but for the exports. Their rules are in TrecordList.
 
 namespace {
 
@@ -29,12 +28,6 @@ std::string searchText(const QLineEdit* edit) {
   const auto text = toRecordText(edit->text());
   const std::string foundNowhere("x\0x", 3);
   return text ? std::string(trimmedText(*text)) : foundNowhere;
-}
-
-std::vector<TrecordIndex> recordsOf(const Tview& view, const TrowRange& rows) {
-  std::vector<TrecordIndex> records;
-  for (std::size_t row = rows.top; row <= rows.bottom; ++row) records.push_back(view.at(row));
-  return records;
 }
 
 }  // namespace
@@ -149,19 +142,6 @@ void TEquipmentRecordPluginFrame::goStep(TstepWay way) {
   showRows(shown.rows);
 }
 
-void TEquipmentRecordPluginFrame::btnExportClick() {
-  switch (exportRecords(list_.view(), list_.titles(), findPath(context_.programFolder, "export.csv"))) {
-    case TexportResult::notOpened:
-      showMessage(this, exportNotOpened);
-      break;
-    case TexportResult::nothingShown:
-      showMessage(this, nothingToExport);
-      break;
-    case TexportResult::done:
-      break;
-  }
-}
-
 void TEquipmentRecordPluginFrame::btnOptionsClick() {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
   TmodalDialog<TfrmOptions> form(ini_, this);
@@ -180,8 +160,8 @@ void TEquipmentRecordPluginFrame::btnPrintClick() {
     return;
   }
   const auto rows = selectedRows();
-  TprintJob job{list_.records(), list_.titles(), recordsOf(view, {0, view.count() - 1}),
-                rows ? recordsOf(view, *rows) : std::vector<TrecordIndex>(), settings_.captions};
+  TprintJob job{list_.records(), list_.titles(), list_.recordsIn({0, view.count() - 1}),
+                rows ? list_.recordsIn(*rows) : std::vector<TrecordIndex>(), settings_.captions};
   TmodalDialog<TEquipRecPrint>(std::move(job), ini_, this).exec();
 }
 

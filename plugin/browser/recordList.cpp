@@ -122,6 +122,12 @@ std::optional<TrowRange> TrecordList::rowsOf(const std::vector<bool>& chosen) co
   return rows;
 }
 
+std::vector<TrecordIndex> TrecordList::recordsIn(const TrowRange& rows) const {
+  std::vector<TrecordIndex> records;
+  for (std::size_t row = rows.top; row <= rows.bottom; ++row) records.push_back(view_.at(row));
+  return records;
+}
+
 bool TrecordList::hasRoomFor(std::size_t count) const {
   return records_.count() + count <= equipRecLimit;
 }

@@ -60,6 +60,8 @@ class TrecordList {
   const TtestProcTable& titles() const { return titles_; }
   const Tview& view() const { return view_; }
   const TcolumnLayout& columns() const { return columns_; }
+  /// The records in these rows, from top to bottom.
+  std::vector<TrecordIndex> recordsIn(const TrowRange& rows) const;
 
   /// Builds the columns that the settings ask for.
   void buildColumns(const TbrowserSettings& settings) { columns_.build(settings); }

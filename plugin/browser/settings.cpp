@@ -7,7 +7,18 @@ namespace {
 constexpr const char* displaySection = "DISPLAY";
 constexpr const char* promptSection = "PROMPTS";
 
+constexpr const char* exportSection = "EXPORT";
+constexpr const char* exportKey = "FILENAME";
+
 }  // namespace
+
+std::string lastExportFile(const TiniFile& ini) {
+  return ini.readString(exportSection, exportKey, {});
+}
+
+void saveLastExportFile(const TiniFile& ini, const std::string& name) {
+  ini.write(exportSection, {{exportKey, name}});
+}
 
 std::array<bool, allColumns.size()> TbrowserSettings::shownAtFirst() {
   std::array<bool, allColumns.size()> shown{};

@@ -1,10 +1,15 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include "store/columns.h"
 
 class TiniFile;
+
+/// The file that the user exported to last, under a name of his own (Windows-1252): section `EXPORT`. Empty at first.
+std::string lastExportFile(const TiniFile& ini);
+void saveLastExportFile(const TiniFile& ini, const std::string& name);
 
 /// Whether the user wants to be asked before deleting: section `PROMPTS`. Read, but the question is always asked.
 struct TpromptFlags {
