@@ -4,9 +4,9 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QSaveFile>
-#include <QShortcut>
 #include <utility>
 
 #include "import/importMessages.h"
@@ -66,12 +66,20 @@ TfrmImportReport::TfrmImportReport(const TimportReport& report, Tcaptions captio
   ui_->tblReport->setColumnWidth(1, 24 * character);
   ui_->tblReport->horizontalHeader()->setStretchLastSection(true);
   ui_->tblReport->selectRow(0);
-  connect(new QShortcut(QKeySequence::Copy, this), &QShortcut::activated, this, &TfrmImportReport::copyRows);
+  ui_->tblReport->installEventFilter(this);
   connect(ui_->btnSave, &QPushButton::clicked, this, &TfrmImportReport::btnSaveClick);
   connect(ui_->btnClose, &QPushButton::clicked, this, &TfrmImportReport::accept);
 }
 
 TfrmImportReport::~TfrmImportReport() = default;
+
+/// The table itself would copy the current cell.
+bool TfrmImportReport::eventFilter(QObject* watched, QEvent* event) {
+  const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+  if (key == nullptr || !key->matches(QKeySequence::Copy)) return QDialog::eventFilter(watched, event);
+  copyRows();
+  return true;
+}
 
 void TfrmImportReport::copyRows() const {
   const QItemSelectionModel* selection = ui_->tblReport->selectionModel();

@@ -21,6 +21,9 @@ class TfrmImportReport : public QDialog {
   TfrmImportReport(const TimportReport& report, Tcaptions captions, QWidget* parent);
   ~TfrmImportReport() override;
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void copyRows() const;
   void btnSaveClick();

@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QFileDialog>
 #include <QTest>
 
@@ -11,7 +12,8 @@ namespace {
 /// Confirms the dialog with that name in the fixture's folder.
 TdialogSteps saveAs(const TframeFixture& f, const QString& name) {
   return whenOpen("SaveDialogExport", [&f, name](QWidget* dialog) {
-    control(dialog, "fileNameEdit")->setFocus();  // otherwise a file selected in the list goes first
+    // What is selected in the list goes before what was typed.
+    control<QAbstractItemView>(dialog, "listView")->selectionModel()->clear();
     control(dialog, "fileNameEdit")->setProperty("text", nameOf(f.folder / name.toStdString()));
     QMetaObject::invokeMethod(dialog, "accept");
   });

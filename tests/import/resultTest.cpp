@@ -131,7 +131,7 @@ class TresultTest : public QObject {
     const auto copyAndSave = [](QWidget* report) {
       QCOMPARE(rowOf(report, "tblReport", 2),
                "4|12345678901234567|Device ID cut to 17 characters, from \"123456789012345678\".");
-      QTest::keyClick(report, Qt::Key_C, Qt::ControlModifier);
+      QTest::keyClick(control(report, "tblReport"), Qt::Key_C, Qt::ControlModifier);
       QCOMPARE(QApplication::clipboard()->text(),
                QStringLiteral("Row\tDevice ID\tRemark\n1\ta\tThis Device ID is in use. The row was skipped.\n"));
       click(report, "btnSave");
