@@ -4,17 +4,14 @@
 #include <QPushButton>
 #include <QTimer>
 #include <algorithm>
-#include <fstream>
 #include <memory>
+#include <string>
+#include <vector>
 
+#include "bench/bareImport.h"
 #include "bench/program.h"
 #include "bench/rows.h"
-#include "import/columnMapping.h"
 #include "import/columnMappingForm.h"
-#include "import/importOptions.h"
-#include "import/importRun.h"
-#include "store/datastructs.h"
-#include "store/listChange.h"
 #include "support/iniFile.h"
 #include "tools/recordChanges.h"
 
@@ -22,45 +19,7 @@ namespace {
 
 constexpr std::size_t almostFull = equipRecLimit - 1;  // avoids the message about the limit
 constexpr std::size_t manyLines = 1'000'000;
-constexpr std::size_t columnCount = 8;
-constexpr TcolumnMapping eachColumn = {{1, 2, 3, 4, 5, 6, 7, 8}};
 constexpr double longestGap = 100;  // milliseconds
-
-/// Repeats the records of the full list up to `count` lines, each with a Device ID of its own.
-std::filesystem::path makeFile(const TbenchFolders& folders, std::size_t lineCount) {
-  const TequipRecTable records = fullTable(folders);
-  auto path = folders.scratch / (std::to_string(lineCount) + ".txt");
-  std::ofstream file(path, std::ios::binary);
-  for (std::size_t i = 0; i < lineCount; ++i) {
-    const TequipRec& record = records.at(static_cast<TrecordIndex>(i % records.count()));
-    file << "EQ-" << i;
-    for (int field = fieldDescription; field < fieldCount; ++field) file << '\t' << record.text(field);
-    file << '\t' << record.testProc() << '\n';
-  }
-  require(file.good(), "the file to import cannot be written");
-  return path;
-}
-
-TimportOptions optionsOf(const std::filesystem::path& path) {
-  return {path, '\t', 1, false};
-}
-
-class TeverOnward : public TimportObserver {
- public:
-  bool goOn(int /*percent*/) override { return true; }
-  Tduplicate duplicate(std::string& /*deviceId*/) override { return Tduplicate::stop; }
-};
-
-/// An import without windows, including adding the records to the table.
-double importBare(const std::filesystem::path& path, std::size_t expected = equipRecLimit) {
-  TequipRecTable records;
-  TeverOnward observer;
-  return millisecondsOf([&] {
-    TimportRun run = runImport(optionsOf(path), eachColumn, columnCount, records, observer);
-    applyChange(records, TlistChange::append(records.count(), std::move(run.records)));
-    require(records.count() == expected, "not all records were imported");
-  });
-}
 
 /// The same import as the user experiences it.
 struct TseenImport {
@@ -102,7 +61,7 @@ TseenImport importSeen(const TbenchFolders& folders, const std::filesystem::path
   eachColumn.save(ini);
   TtestList list;
   auto result = TimportResult::cancelled;
-  TEquipRecImport form(optionsOf(path), list, ini, result, nullptr);
+  TEquipRecImport form(optionsOfLines(path), list, ini, result, nullptr);
   form.show();
   QApplication::processEvents();
   const Twatcher watcher;
@@ -111,38 +70,61 @@ TseenImport importSeen(const TbenchFolders& folders, const std::filesystem::path
   return watcher.seen();
 }
 
+/// Without the start of the program.
+double importBySqlite(const std::filesystem::path& path, const std::vector<std::string>& settings,
+                      const std::filesystem::path& output) {
+  std::vector<std::string> command = {"sqlite3", ":memory:"};
+  command.insert(command.end(), settings.begin(), settings.end());
+  const double start = runProgram(command, "/dev/null", output);
+  command.push_back(".import \"" + path.string() + "\" t");
+  return runProgram(command, "/dev/null", output) - start;
+}
+
 Tsides prepareEngine(const TbenchFolders& folders) {
-  const auto path = makeFile(folders, equipRecLimit);
+  const auto path = makeLines(folders, equipRecLimit);
   const auto output = folders.scratch / "sqlite.txt";
-  // The start of the program is not counted.
-  const auto sqlite = [=] {
-    const std::string import = ".import \"" + path.string() + "\" t";
-    const double whole = runProgram({"sqlite3", ":memory:", ".mode tabs", import}, "/dev/null", output);
-    return whole - runProgram({"sqlite3", ":memory:", ".mode tabs"}, "/dev/null", output);
-  };
-  return {[=] { return importBare(path); }, sqlite};
+  return {[=] { return importBare(optionsOfLines(path)); },
+          [=] { return importBySqlite(path, {".mode tabs"}, output); }};
+}
+
+Tsides prepareSpreadsheet(const TbenchFolders& folders) {
+  const auto path = makeSpreadsheet(folders, equipRecLimit);
+  const auto lines = makeLines(folders, equipRecLimit);
+  return {[=] { return importBare(optionsOfSpreadsheet(path)); }, [=] { return importBare(optionsOfLines(lines)); }};
+}
+
+Tsides prepareSpreadsheetEngine(const TbenchFolders& folders) {
+  const auto path = makeSpreadsheet(folders, equipRecLimit);
+  const auto output = folders.scratch / "sqlite.txt";
+  return {[=] { return importBare(optionsOfSpreadsheet(path)); },
+          [=] {
+            return importBySqlite(path, {".mode csv", ".separator ;"}, output);
+          }};
 }
 
 Tsides prepareSeen(const TbenchFolders& folders) {
-  const auto path = makeFile(folders, almostFull);
-  return {[=] { return importSeen(folders, path).milliseconds; }, [=] { return importBare(path, almostFull); }};
+  const auto path = makeLines(folders, almostFull);
+  return {[=] { return importSeen(folders, path).milliseconds; },
+          [=] { return importBare(optionsOfLines(path), almostFull); }};
 }
 
 Tsides prepareGap(const TbenchFolders& folders) {
-  const auto path = makeFile(folders, almostFull);
+  const auto path = makeLines(folders, almostFull);
   return {[=] { return importSeen(folders, path).longestGap; }, [] { return longestGap; }};
 }
 
 Tsides prepareLimit(const TbenchFolders& folders) {
-  const auto full = makeFile(folders, equipRecLimit);
-  const auto many = makeFile(folders, manyLines);
-  return {[=] { return importBare(many); }, [=] { return importBare(full); }};
+  const auto full = makeLines(folders, equipRecLimit);
+  const auto many = makeLines(folders, manyLines);
+  return {[=] { return importBare(optionsOfLines(many)); }, [=] { return importBare(optionsOfLines(full)); }};
 }
 
 }  // namespace
 
 std::vector<Trow> importRows(const TbenchFolders& folders) {
   return {{"import", "ms", 1.0 / 3, 15, [folders] { return prepareEngine(folders); }},
+          {"import-spreadsheet", "ms", 1.0 / 3, 15, [folders] { return prepareSpreadsheetEngine(folders); }},
+          {"import-spreadsheet-to-lines", "ms", 2.0, 15, [folders] { return prepareSpreadsheet(folders); }},
           {"import-dialogs", "ms", 3.0, 15, [folders] { return prepareSeen(folders); }},
           {"import-dialogs-gap", "ms", 1.0, 15, [folders] { return prepareGap(folders); }},
           {"import-million-lines", "ms", 1.5, 15, [folders] { return prepareLimit(folders); }}};

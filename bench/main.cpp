@@ -16,7 +16,7 @@ constexpr int wrongArguments = 2;
 std::vector<Trow> allRows(const TbenchFolders& folders) {
   std::vector<Trow> rows;
   for (const auto rowsOf : {loadRows, sortRows, saveRows, unsavedRows, firstPaintRows, pageRows, commandRows, joinRows,
-                            importRows, printRows, uploadRows}) {
+                            importRows, bigFileRows, printRows, uploadRows}) {
     for (Trow& row : rowsOf(folders)) rows.push_back(std::move(row));
   }
   return rows;

@@ -18,3 +18,4 @@ std::vector<Trow> joinRows(const TbenchFolders& folders);
 std::vector<Trow> printRows(const TbenchFolders& folders);
 std::vector<Trow> uploadRows(const TbenchFolders& folders);
 std::vector<Trow> importRows(const TbenchFolders& folders);
+std::vector<Trow> bigFileRows(const TbenchFolders& folders);
