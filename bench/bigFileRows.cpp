@@ -8,13 +8,11 @@
 #include "bench/program.h"
 #include "bench/rows.h"
 #include "import/importFile.h"
-#include "import/rowReader.h"
 
 namespace {
 
 constexpr std::size_t bigFileSize = 500'000'000;
-constexpr std::size_t repeatedLines = 10'000;  // fewer than the table holds, so that an import reads all of the file
-constexpr std::size_t previewRows = 20;
+constexpr std::size_t repeatedLines = 10'000;    // fewer than the table holds, so that an import reads all of the file
 constexpr double mostForPreviewOfBigFile = 100;  // milliseconds
 constexpr double mostMemory = 64;                // megabytes
 
@@ -45,16 +43,15 @@ class TbigFile {
   std::size_t lines_ = 0;
 };
 
-/// What the dialogs read of a file before they show it: its character set, and the first rows.
+/// What the dialogs read of a file before they show it.
 double measureSample(const TbigFile& big) {
   return millisecondsOf([&] {
     const TimportOptions options = optionsOfSpreadsheet(big.path());
     TimportFile file(options);
     require(detectCharset(file.stream()) == Tcharset::utf8, "the character set was not detected");
-    TrowReader reader(file.stream(), options);
-    TimportRow row;
-    while (reader.number() < previewRows && reader.next(row)) require(row.fields.size() == 9, "a row was misread");
-    require(reader.number() == previewRows, "rows are missing");
+    const auto sample = TimportSample::read(options);
+    require(sample && sample->rows.size() == TimportSample::mostRows, "rows are missing");
+    require(sample->columnCount() == importColumns, "the first row was misread");
   });
 }
 

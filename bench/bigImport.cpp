@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {
     constexpr std::string_view name = "VmHWM:";
-    if (line.starts_with(name)) std::printf("%zu %ld\n", run.lines, std::stol(line.substr(name.size())));
+    if (line.starts_with(name)) std::printf("%zu %ld\n", run.rows, std::stol(line.substr(name.size())));
   }
   return 0;
 }

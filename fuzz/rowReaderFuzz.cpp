@@ -139,6 +139,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (Tseen& row : expected) cutRow(row);
     mustHold(rows == expected);
   }
-  if (data[1] / 16 == 0 && !text.empty() && canFollow(text, options)) compareBehindPadding(text, options, rows);
+  // It takes long, so that few inputs have it.
+  if (size % 16 == 0 && !text.empty() && canFollow(text, options)) compareBehindPadding(text, options, rows);
   return 0;
 }
