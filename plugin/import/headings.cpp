@@ -1,6 +1,9 @@
 #include "import/headings.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -13,58 +16,29 @@ using Tnames = std::vector<std::string>;
 /// What our dialogs, our export and other programs call a field, the surest name first.
 struct TknownNames {
   std::size_t field;
-  Tnames names;
+  const char* names;  ///< each followed by a blank
 };
 
-const std::vector<TknownNames>& knownNames() {
-  static const std::vector<TknownNames> known = {
-      {fieldControlNum, {"deviceid",
-                         "controlnumber",
-                         "controlnun",
-                         "controlnum",
-                         "controlno",
-                         "equipmentid",
-                         "equipmentnumber",
-                         "equipmentno",
-                         "geraeteid",
-                         "geraetenummer",
-                         "geraetenr",
-                         "assetid",
-                         "assetnumber",
-                         "assetno",
-                         "assettag",
-                         "inventorynumber",
-                         "inventoryno",
-                         "inventarnummer",
-                         "inventarnr",
-                         "invnr",
-                         "equipmentnummer",
-                         "equipmentnr",
-                         "anlagennummer",
-                         "anlagennr",
-                         "kontrollnummer",
-                         "kontrollnr",
-                         "tagnumber",
-                         "tag",
-                         "id"}},
-      {fieldDescription,
-       {"devicedescription", "geraetebezeichnung", "geraetebeschreibung", "description", "bezeichnung", "beschreibung",
-        "desc", "devicename", "equipmentname", "geraetename", "devicetype", "equipmenttype", "geraeteart", "device",
-        "geraet", "benennung", "name"}},
-      {fieldManufacturer,
-       {"devicemanufacturer", "manufacturer", "manufacturername", "geraetehersteller", "hersteller", "herstellername",
-        "make", "mfr", "mfg", "brand", "vendor", "fabrikat", "marke"}},
-      {fieldModel,
-       {"devicemodel", "model", "modelnumber", "modelno", "modelname", "modell", "modellnummer", "modellnr",
-        "modellbezeichnung", "typ", "typbezeichnung", "typenbezeichnung", "geraetetyp"}},
-      {importTestProc,
-       {"testprocedurenumber", "testprocedure",       "testprocedurenum", "testprocedureno",   "testproc",
-        "procedurenumber",     "procedure",           "autosequence",     "pruefablaufnummer", "pruefablaufnr",
-        "pruefablauf",         "pruefprozedurnummer", "pruefprozedurnr",  "pruefprozedur",     "testprozedurnummer",
-        "testprozedurnr",      "testprozedur",        "testablaufnummer", "testablaufnr",      "testablauf"}},
-  };
-  return known;
-}
+constexpr auto knownNames = std::to_array<TknownNames>({
+    {fieldControlNum,
+     "deviceid controlnumber controlnun controlnum controlno equipmentid equipmentnumber equipmentno geraeteid "
+     "geraetenummer geraetenr assetid assetnumber assetno assettag inventorynumber inventoryno inventarnummer "
+     "inventarnr invnr equipmentnummer equipmentnr anlagennummer anlagennr kontrollnummer kontrollnr tagnumber "
+     "tag id "},
+    {fieldDescription,
+     "devicedescription geraetebezeichnung geraetebeschreibung description bezeichnung beschreibung desc "
+     "devicename equipmentname geraetename devicetype equipmenttype geraeteart device geraet benennung name "},
+    {fieldManufacturer,
+     "devicemanufacturer manufacturer manufacturername geraetehersteller hersteller herstellername make mfr mfg "
+     "brand vendor fabrikat marke "},
+    {fieldModel,
+     "devicemodel model modelnumber modelno modelname modell modellnummer modellnr modellbezeichnung typ "
+     "typbezeichnung typenbezeichnung geraetetyp "},
+    {importTestProc,
+     "testprocedurenumber testprocedure testprocedurenum testprocedureno testproc procedurenumber procedure "
+     "autosequence pruefablaufnummer pruefablaufnr pruefablauf pruefprozedurnummer pruefprozedurnr "
+     "pruefprozedur testprozedurnummer testprozedurnr testprozedur testablaufnummer testablaufnr testablauf "},
+});
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
@@ -104,8 +78,10 @@ bool isCustom(std::size_t field) {
 /// The names by which a field's heading is recognised. A field without known names has those of the table of fields;
 /// a custom field is also called "custom field" and its number.
 Tnames namesOf(std::size_t field) {
-  for (const TknownNames& known : knownNames()) {
-    if (known.field == field) return known.names;
+  for (const TknownNames& known : knownNames) {
+    if (known.field != field) continue;
+    std::istringstream names(known.names);
+    return {std::istream_iterator<std::string>(names), {}};
   }
   const TtextField& unknown = textFields.at(field);
   Tnames names = {core(unknown.heading), core(unknown.exportName), core(unknown.importName)};
