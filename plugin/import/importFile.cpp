@@ -22,6 +22,14 @@ TimportFile::TimportFile(const TimportOptions& options) {
   logFailure(Tfailure{"open", "import file " + extensionOf(options), reason}.text());
 }
 
+std::string startOf(const std::filesystem::path& fileName) {
+  TimportFile file(TimportOptions{fileName});
+  std::string start(fileStartSize, '\0');
+  file.stream().read(start.data(), static_cast<std::streamsize>(start.size()));
+  start.resize(file.isOpen() ? static_cast<std::size_t>(file.stream().gcount()) : 0);
+  return start;
+}
+
 std::string extensionOf(const TimportOptions& options) {
   const std::u8string extension = options.fileName.extension().u8string();
   return {extension.begin(), extension.end()};

@@ -24,6 +24,9 @@ class TimportFile {
   std::uint64_t size_ = 0;
 };
 
+/// The first 64 KB of a file, or all of a shorter one; nothing if it cannot be read.
+std::string startOf(const std::filesystem::path& fileName);
+
 /// The file's extension, as the log names the file: ".csv".
 std::string extensionOf(const TimportOptions& options);
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "import/columnMappingForm.h"
+#include "import/importFile.h"
 #include "import/importMessages.h"
 #include "support/formControl.h"
 #include "support/messageBox.h"
@@ -34,13 +35,17 @@ TEquipRecImportOptions::TEquipRecImportOptions(TlistOwner& list, TiniFile ini, Q
   ui_->EditDelimiter->setValidator(new TdelimiterValidator(this));
   formControl<QLineEdit>(*ui_->SpinEditStartRow, QStringLiteral("qt_spinbox_lineedit")).setReadOnly(true);
   connect(ui_->EditFilename, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
+  connect(ui_->EditFilename, &QLineEdit::textChanged, this, &TEquipRecImportOptions::lookAtFile);
   connect(ui_->ComboBoxDelimiter, &QComboBox::currentIndexChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
   connect(ui_->EditDelimiter, &QLineEdit::textChanged, this, &TEquipRecImportOptions::EnableBtnContinue);
   connect(ui_->CheckBoxSpreadsheet, &QCheckBox::toggled, ui_->CheckBoxQuotes, &QCheckBox::setDisabled);
   connect(ui_->BtnBrowse, &QPushButton::clicked, this, &TEquipRecImportOptions::BtnBrowseClick);
   connect(ui_->BtnCancel, &QPushButton::clicked, this, &TEquipRecImportOptions::reject);
   connect(ui_->BtnContinue, &QPushButton::clicked, this, &TEquipRecImportOptions::BtnContinueClick);
-  showChoices();
+  connect(ui_->btnSuggestion, &QPushButton::clicked, this, &TEquipRecImportOptions::btnSuggestionClick);
+  showChoices(TimportChoices::load(ini_));
+  lookAtFile();
+  followChoices();
   EnableBtnContinue();
   if (ui_->BtnContinue->isEnabled()) ui_->BtnContinue->setFocus();
 }
@@ -64,8 +69,7 @@ void TEquipRecImportOptions::done(int result) {
   QDialog::done(result);
 }
 
-void TEquipRecImportOptions::showChoices() {
-  const TimportChoices choices = TimportChoices::load(ini_);
+void TEquipRecImportOptions::showChoices(const TimportChoices& choices) {
   ui_->EditFilename->setText(fromRecordText(choices.fileName));
   ui_->ComboBoxDelimiter->setCurrentIndex(choices.delimiter);
   ui_->EditDelimiter->setText(fromRecordText(choices.userDelimiter));
@@ -73,6 +77,44 @@ void TEquipRecImportOptions::showChoices() {
   ui_->CheckBoxQuotes->setChecked(choices.quotes);
   ui_->CheckBoxSpreadsheet->setChecked(choices.spreadsheet);
   ui_->ComboBoxCharset->setCurrentIndex(static_cast<int>(charsetOf(choices.charset)));
+}
+
+void TEquipRecImportOptions::followChoices() {
+  const auto follow = [this] { showSuggestion(); };
+  for (QComboBox* box : {ui_->ComboBoxDelimiter, ui_->ComboBoxCharset}) {
+    connect(box, &QComboBox::currentIndexChanged, this, follow);
+  }
+  for (QCheckBox* box : {ui_->CheckBoxQuotes, ui_->CheckBoxSpreadsheet}) {
+    connect(box, &QCheckBox::toggled, this, follow);
+  }
+  connect(ui_->SpinEditStartRow, &QSpinBox::valueChanged, this, follow);
+  connect(ui_->EditDelimiter, &QLineEdit::textChanged, this, follow);
+}
+
+void TEquipRecImportOptions::lookAtFile() {
+  suggestion_.reset();
+  const QString name = ui_->EditFilename->text();
+  if (QFileInfo(name).isFile()) {
+    suggestion_ = TimportSuggestion::of(startOf(name.toStdU16String()), loadCaptions(ini_));
+  }
+  showSuggestion();
+}
+
+void TEquipRecImportOptions::showSuggestion() {
+  const bool isOffered = suggestion_ && !suggestion_->isSetIn(choices());
+  ui_->lblSuggestion->setText(isOffered ? fromRecordText(suggestion_->text()) : QString());
+  for (QWidget* widget : {static_cast<QWidget*>(ui_->lblSuggestionTitle), static_cast<QWidget*>(ui_->lblSuggestion),
+                          static_cast<QWidget*>(ui_->btnSuggestion)}) {
+    widget->setVisible(isOffered);
+  }
+}
+
+void TEquipRecImportOptions::btnSuggestionClick() {
+  if (!suggestion_) return;
+  TimportChoices suggested = choices();
+  suggestion_->setIn(suggested);
+  showChoices(suggested);
+  ui_->BtnContinue->setFocus();
 }
 
 TimportChoices TEquipRecImportOptions::choices() const {

@@ -2,8 +2,10 @@
 
 #include <QDialog>
 #include <memory>
+#include <optional>
 
 #include "import/importOptions.h"
+#include "import/suggestion.h"
 #include "support/iniFile.h"
 
 class TlistOwner;
@@ -28,15 +30,20 @@ class TEquipRecImportOptions : public QDialog {
   void done(int result) override;
 
  private:
-  void showChoices();
+  void showChoices(const TimportChoices& choices);
+  void followChoices();
+  void lookAtFile();
+  void showSuggestion();
   TimportChoices choices() const;
   TimportOptions options() const;
 
   void EnableBtnContinue();
   void BtnBrowseClick();
   void BtnContinueClick();
+  void btnSuggestionClick();
 
   TlistOwner& list_;
   TiniFile ini_;
+  std::optional<TimportSuggestion> suggestion_;  ///< for the file that is named
   std::unique_ptr<Ui::TEquipRecImportOptions> ui_;
 };

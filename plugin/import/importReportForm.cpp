@@ -34,7 +34,7 @@ QStringList headingsOf(const QAbstractItemModel& model) {
 
 std::string csvLine(const QStringList& cells) {
   std::string line;
-  for (qsizetype i = 0; i < cells.size(); ++i) addCsvField(line, cells[i].toStdString(), i == 0);
+  for (qsizetype i = 0; i < cells.size(); ++i) addCsvCell(line, cells[i].toStdString(), i == 0);
   return line + "\r\n";
 }
 

@@ -110,6 +110,6 @@ void TimportSuggestion::setIn(TimportChoices& choices) const {
   if (delimiter == otherDelimiter) choices.userDelimiter = userDelimiter;
   choices.quotes = quotes;
   choices.spreadsheet = spreadsheet;
-  choices.charset = static_cast<int>(Tcharset::automatic);
+  if (charsetOf(choices.charset) != Tcharset::automatic) choices.charset = static_cast<int>(charset);
   choices.startRow = startRow;
 }

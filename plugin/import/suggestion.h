@@ -30,7 +30,6 @@ struct TimportSuggestion {
   /// any start row will do.
   bool isSetIn(const TimportChoices& choices) const;
 
-  /// Sets everything but the name of the file. The character set becomes automatic, which is right for the next file,
-  /// too.
+  /// Sets everything but the name of the file. An automatic character set stays, which is right for the next file, too.
   void setIn(TimportChoices& choices) const;
 };

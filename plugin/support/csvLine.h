@@ -3,18 +3,19 @@
 #include <string>
 #include <string_view>
 
-/// Adds a field to a line of comma-separated values (RFC 4180). It is put in quotes where a reader would otherwise
-/// change it: with a comma, a quote, a line break, or blanks at its ends.
-inline void addCsvField(std::string& line, std::string_view text, bool isFirst) {
-  if (!isFirst) line += ',';
-  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
-  const bool isPlain = text.find_first_of(",\"\r\n") == std::string_view::npos &&
-                       (text.empty() || (!isBlank(text.front()) && !isBlank(text.back())));
+#include "support/recordText.h"
+
+/// Adds a cell to a row of comma-separated values (RFC 4180). It is put in quotes where a reader would otherwise change
+/// it: with a comma, a quote, a line break, or blanks at its ends.
+inline void addCsvCell(std::string& row, std::string_view text, bool isFirst) {
+  if (!isFirst) row += ',';
+  const bool isPlain =
+      text.find_first_of(",\"\r\n") == std::string_view::npos && trimmedText(text).size() == text.size();
   if (isPlain) {
-    line += text;
+    row += text;
     return;
   }
-  line += '"';
-  for (const char c : text) line.append(c == '"' ? 2 : 1, c);
-  line += '"';
+  row += '"';
+  for (const char c : text) row.append(c == '"' ? 2 : 1, c);
+  row += '"';
 }

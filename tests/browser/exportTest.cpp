@@ -40,14 +40,14 @@ class TexportTest : public QObject {
     TequipRecTable table;
     append(table, makeRecord({"not exported"}));
     append(table, makeRecord({"a,b", " 5\" \x80\x81\xE9", "\x93q\x94", "tab\tin", "x\ry", "", "end "}));
-    append(table, makeRecord({"c"}));
+    append(table, makeRecord({"", "c"}));
     const auto file = folder / "list.csv";
     Toutcome outcome = writeSpreadsheet(diskFileSystem(), file, table, {2, 1}, {"Room", "MODEL", "5\" & more"});
     QVERIFY(outcome);
     QCOMPARE(bytesOf(file).constData(),
              "\xEF\xBB\xBF"
              "Control Number,Description,Manufacturer,Model,Test Procedure,Room,Custom 2,\"5\"\" & more\"\r\n"
-             "c,,,,1,,,\r\n"
+             ",c,,,1,,,\r\n"
              "\"a,b\",\" 5\"\" \u20AC\u0081\u00E9\",\u201Cq\u201D,tab\tin,1,\"x\ry\",,\"end \"\r\n");
     outcome = writeSpreadsheet(diskFileSystem(), folder / "none/list.csv", table, {0}, {});
     QVERIFY(!outcome && !outcome.failure().reason.empty());

@@ -70,8 +70,8 @@ class TsuggestionTest : public QObject {
     QCOMPARE(choices.startRow, 2);
     choices.charset = static_cast<int>(Tcharset::windows1252);
     QVERIFY(!suggestion->isSetIn(choices));
-    choices.charset = static_cast<int>(Tcharset::utf8);
-    QVERIFY(suggestion->isSetIn(choices));
+    suggestion->setIn(choices);
+    QVERIFY(suggestion->isSetIn(choices) && charsetOf(choices.charset) == Tcharset::utf8);
     choices.startRow = 1;
     QVERIFY(!suggestion->isSetIn(choices));
   }
