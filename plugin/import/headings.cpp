@@ -35,7 +35,8 @@ constexpr auto knownNames = std::to_array<TknownNames>({
      "devicemodel model modelnumber modelno modelname modell modellnummer modellnr modellbezeichnung typ "
      "typbezeichnung typenbezeichnung geraetetyp "},
     {importTestProc,
-     "testprocedurenumber testprocedure testprocedurenum testprocedureno testproc procedurenumber procedure "
+     "testprocedurenumber testprocedure testprocedurenum testprocedureno testproc procedurenumber procedureno "
+     "procedure "
      "autosequence pruefablaufnummer pruefablaufnr pruefablauf pruefprozedurnummer pruefprozedurnr "
      "pruefprozedur testprozedurnummer testprozedurnr testprozedur testablaufnummer testablaufnr testablauf "},
 });

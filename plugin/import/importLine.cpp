@@ -43,7 +43,7 @@ class TrecordMaker {
     take(fieldControlNum, column);
     if (made_.hasDeviceId()) return true;
     made_.findings.clear();
-    if (row_.fields.size() > 1) add(TremarkKind::noDeviceId);
+    if (!isBlank()) add(TremarkKind::noDeviceId);
     return false;
   }
 
@@ -68,6 +68,13 @@ class TrecordMaker {
   }
 
  private:
+  /// Whether the row holds nothing, as those that spreadsheets write for formatted cells.
+  bool isBlank() const {
+    const bool isWhole = !row_.isCut && !row_.isQuoteOpen;
+    return isWhole && std::all_of(row_.fields.begin(), row_.fields.end(),
+                                  [](std::string_view field) { return withoutBlanks(field).empty(); });
+  }
+
   void takeText(std::size_t field) {
     const int id = static_cast<int>(field);
     made_.record.setText(id, text_.text);
