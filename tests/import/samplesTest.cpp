@@ -88,7 +88,7 @@ class TsamplesTest : public QObject {
                name);
       ++count;
     }
-    QCOMPARE(count, 9);
+    QCOMPARE(count, 17);
   }
 
   void exportsComeBack() {
