@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <memory>
+#include <vector>
 #include <windows.h>
 
 #include "support/bufferedWriter.h"
@@ -95,6 +97,28 @@ bool isFolder(const std::filesystem::path& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+/// Gives an open file another name in its folder.
+bool renameOpen(const Tfile& file, const std::filesystem::path& to) {
+  const std::wstring name = std::filesystem::absolute(to).native();
+  const std::size_t nameBytes = name.size() * sizeof(wchar_t);
+  std::vector<char> buffer(sizeof(FILE_RENAME_INFO) + nameBytes);
+  auto* information = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
+  information->FileNameLength = static_cast<DWORD>(nameBytes);
+  std::memcpy(information->FileName, name.data(), nameBytes);
+  const auto size = static_cast<DWORD>(buffer.size());
+  return SetFileInformationByHandle(file.get(), FileRenameInfo, information, size) != 0;
+}
+
+/// Deletes a file so that its name is free at once. Otherwise it keeps the name for as long as another program has it
+/// open, and may even be opened, locked and written to by it, only to vanish later.
+bool removeFile(const std::filesystem::path& path) {
+  if (isFolder(path)) return DeleteFileW(path.c_str()) != 0;
+  constexpr DWORD flags = FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT;
+  const Tfile file = openOnce(path, DELETE, OPEN_EXISTING, shareAll, flags);
+  if (file) renameOpen(file, ownNameBeside(path));
+  return file != nullptr;
+}
+
 class TdiskFileSystem final : public TfileSystem {
  public:
   TreadResult read(const std::filesystem::path& path, std::string& content, std::uint64_t most) override {
@@ -158,8 +182,7 @@ class TdiskFileSystem final : public TfileSystem {
   }
 
   Toutcome remove(const std::filesystem::path& path) override {
-    const bool removed = retrying([&] { return DeleteFileW(path.c_str()) != 0; }) || isMissing();
-    return check(removed, "remove", path);
+    return check(retrying([&] { return removeFile(path); }) || isMissing(), "remove", path);
   }
 
   Toutcome list(const std::filesystem::path& folder, std::vector<std::filesystem::path>& names) override {
