@@ -55,7 +55,7 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
   settings_ = TbrowserSettings::load(ini_);
   list_.buildColumns(settings_);
   loadData();
-  btnClearSearchClick();
+  showAll();
   sort();  // a second time: this restores the table order of ties in a descending order
   ui_->tblEqRec->setColumnWidths(layout_);
   selectRows({0, 0});
@@ -110,6 +110,7 @@ void TEquipmentRecordPluginFrame::setUpGrid() {
   connect(grid, &TheadedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
   connect(grid, &TheadedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
   connect(grid, &TheadedGrid::deleteReleased, this, &Tframe::btnDeleteClick);
+  connect(grid->selectionModel(), &QItemSelectionModel::selectionChanged, this, &Tframe::showStatus);
 }
 
 void TEquipmentRecordPluginFrame::setUpKeys() {
@@ -142,6 +143,7 @@ void TEquipmentRecordPluginFrame::fill() {
   model_->refill();
   ui_->tblEqRec->showSort(layout_.sort);
   showSteps();
+  showStatus();
 }
 
 /// Says on the two buttons what can be undone and redone.

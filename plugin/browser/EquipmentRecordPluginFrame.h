@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 #include <filesystem>
 #include <functional>
@@ -67,6 +68,11 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void showRows(const std::optional<TrowRange>& rows);
   void goToSearch();
   void clearSearchBoxes();
+  void showAll();
+
+  // The status line
+  void say(const QString& event);
+  void showStatus();
 
   // What the editor needs
   const TequipRecTable& records() const override { return list_.records(); }
@@ -94,6 +100,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void goStep(TstepWay way);
   void btnExportClick();
   void exportAs();
+  void sayExported(std::size_t count, const std::filesystem::path& path);
   void btnOptionsClick();
   void BtnUploadClick();
   void btnPrintClick();
@@ -111,6 +118,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   enum class TexitSave { none, done, failed };
   TexitSave exitSave_ = TexitSave::none;
   bool uploading_ = false;
+  QString lastEvent_;  ///< what the status line tells of it
   std::unique_ptr<ThelpViewer> help_;
   // Destroyed before the data it displays. The grid, which outlives it, then has an empty model of its own.
   std::unique_ptr<TgridModel> model_;

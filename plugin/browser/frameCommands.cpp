@@ -1,11 +1,13 @@
 #include <QApplication>
 #include <QPointer>
 #include <QPushButton>
+#include <QTime>
 
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "browser/browserMessages.h"
 #include "browser/gridModel.h"
 #include "browser/optionsForm.h"
+#include "browser/statusText.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
 #include "import/importOptionsForm.h"
@@ -65,7 +67,9 @@ std::optional<bool> TEquipmentRecordPluginFrame::editRecord(TrecordIndex index) 
 void TEquipmentRecordPluginFrame::btnSearchClick() {
   const TsearchTexts texts = {searchText(ui_->txtDescSearch), searchText(ui_->txtManufacturerSearch),
                               searchText(ui_->txtModelSearch), searchText(ui_->txtGeneralSearch)};
-  if (list_.search(texts)) sort();
+  if (!list_.search(texts)) return;
+  lastEvent_.clear();
+  sort();
 }
 
 void TEquipmentRecordPluginFrame::clearSearchBoxes() {
@@ -75,6 +79,11 @@ void TEquipmentRecordPluginFrame::clearSearchBoxes() {
 }
 
 void TEquipmentRecordPluginFrame::btnClearSearchClick() {
+  lastEvent_.clear();
+  showAll();
+}
+
+void TEquipmentRecordPluginFrame::showAll() {
   clearSearchBoxes();
   list_.clearSearch();
   sort();
@@ -98,6 +107,7 @@ void TEquipmentRecordPluginFrame::btnAddClick() {
   } else {
     list_.keepAdded(added);
     showSteps();
+    say(QStringLiteral("1 record added"));
   }
 }
 
@@ -112,34 +122,39 @@ void TEquipmentRecordPluginFrame::btnCopyClick() {
   fill();
   selectRows(copies);
   ui_->tblEqRec->setFocus();
+  say(recordCountText(rows->count()) + QStringLiteral(" copied"));
 }
 
 void TEquipmentRecordPluginFrame::btnDeleteClick() {
   const auto rows = selectedRows();
   if (!rows) return;
   const QPointer<TEquipmentRecordPluginFrame> self(this);
-  const QString count =
-      rows->count() == 1 ? QStringLiteral("1 record") : QStringLiteral("%1 records").arg(rows->count());
+  const QString count = recordCountText(rows->count());
   const auto answer = showMessage(this, deleteRecords, QMessageBox::Yes | QMessageBox::No, count);
   if (answer != QMessageBox::Yes || self.isNull()) return;
   list_.remove(*rows);
   sort();
   // Selects a single row, so that a second press of the key cannot delete more than that.
   setCurrentRow(rows->top);
+  say(count + QStringLiteral(" deleted"));
 }
 
 /// Called by the editor and the import. Their dialogs are modal, so a change while no editor is open is an import's.
 void TEquipmentRecordPluginFrame::change(TlistChange change) {
+  const auto* stored = change.steps().empty() ? nullptr : std::get_if<TreplaceRecord>(&change.steps().front());
+  if (editor_ && stored != nullptr) lastEvent_ = QStringLiteral("Record %1 changed").arg(stored->index + 1);
   list_.makeStep(editor_ ? TstepKind::change : TstepKind::import, std::move(change));
 }
 
 void TEquipmentRecordPluginFrame::goStep(TstepWay way) {
   if (QApplication::activeModalWidget() != nullptr || !list_.steps().can(way)) return;
+  const QString step = list_.steps().text(way);
   const TstepShown shown = list_.goStep(way, layout_.sort);
   if (shown.searchCleared) clearSearchBoxes();
   ui_->tblEqRec->setFocus();  // before a button with the focus is disabled, which would pass the focus to the next one
   fill();
   showRows(shown.rows);
+  say((way == TstepWay::undo ? QStringLiteral("Undone: ") : QStringLiteral("Redone: ")) + step);
 }
 
 void TEquipmentRecordPluginFrame::btnOptionsClick() {
@@ -173,8 +188,14 @@ void TEquipmentRecordPluginFrame::BtnUploadClick() {
   }
   const QPointer<TEquipmentRecordPluginFrame> self(this);
   uploading_ = true;
-  uploadRecords(this, list_.records(), TiniFile(findPath(context_.programFolder, "QT484pc.ini")));
-  if (!self.isNull()) uploading_ = false;
+  const QString count = recordCountText(list_.records().count());
+  const bool sent = uploadRecords(this, list_.records(), TiniFile(findPath(context_.programFolder, "QT484pc.ini")));
+  if (self.isNull()) return;
+  uploading_ = false;
+  if (sent) {
+    say(QStringLiteral("%1 sent to the analyzer at %2")
+            .arg(count, QTime::currentTime().toString(QStringLiteral("HH:mm"))));
+  }
 }
 
 /// Shows all records afterwards, so that the new ones are in sight whatever was searched for before.
@@ -188,6 +209,7 @@ void TEquipmentRecordPluginFrame::btnImportClick() {
   const bool isChanged = list_.records().revision() != before;
   showRows(isChanged ? list_.rowsOfNewestStep() : std::nullopt);
   ui_->tblEqRec->setFocus();
+  if (isChanged) say(recordCountText(list_.steps().count(TstepWay::undo)) + QStringLiteral(" imported"));
 }
 
 /// Selects rows, or the current one if there are none.

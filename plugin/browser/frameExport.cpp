@@ -8,6 +8,7 @@
 #include "browser/browserMessages.h"
 #include "browser/csvExport.h"
 #include "browser/spreadsheetExport.h"
+#include "browser/statusText.h"
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
 #include "support/paths.h"
@@ -35,7 +36,8 @@ QString askForFile(QWidget* owner, const QString& last) {
 }  // namespace
 
 void TEquipmentRecordPluginFrame::btnExportClick() {
-  switch (exportRecords(list_.view(), list_.titles(), findPath(context_.programFolder, "export.csv"))) {
+  const std::filesystem::path path = findPath(context_.programFolder, "export.csv");
+  switch (exportRecords(list_.view(), list_.titles(), path)) {
     case TexportResult::notOpened:
       showMessage(this, exportNotOpened);
       break;
@@ -43,6 +45,7 @@ void TEquipmentRecordPluginFrame::btnExportClick() {
       showMessage(this, nothingToExport);
       break;
     case TexportResult::done:
+      sayExported(list_.view().count(), path);
       break;
   }
 }
@@ -65,6 +68,13 @@ void TEquipmentRecordPluginFrame::exportAs() {
     return;
   }
   if (const auto name = toRecordText(QDir::toNativeSeparators(file))) saveLastExportFile(ini_, *name);
+  sayExported(rows->count(), file.toStdU16String());
+}
+
+void TEquipmentRecordPluginFrame::sayExported(std::size_t count, const std::filesystem::path& path) {
+  // With the separators of the system.
+  const auto name = QString::fromStdU16String(std::filesystem::path(path).make_preferred().u16string());
+  say(QStringLiteral("Exported %1 to %2").arg(recordCountText(count), name));
 }
 
 /// The selected rows or all, as the user wants it where that is a question; nothing if the user cancelled.

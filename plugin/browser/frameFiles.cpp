@@ -6,6 +6,7 @@
 
 #include "browser/EquipmentRecordPluginFrame.h"
 #include "browser/browserMessages.h"
+#include "browser/statusText.h"
 #include "help/helpViewer.h"
 #include "store/joinLists.h"
 #include "support/headedGrid.h"
@@ -72,6 +73,7 @@ void TEquipmentRecordPluginFrame::restore(const TlistEdits& unsaved) {
     return;
   }
   files_.unsaved().adopt(list_.restore(std::move(joined.change)));
+  lastEvent_ = QStringLiteral("Restored: ") + textOf(unsaved);
 }
 
 /// The user's session ends, and the program may end at once: what is not on the disk as unsaved changes is saved.
@@ -85,7 +87,7 @@ TsaveReport TEquipmentRecordPluginFrame::saveRecords() {
   TsaveReport report = files_.save(list_.records());
   if (report.joined) {
     list_.setRecords(std::move(*report.joined));
-    btnClearSearchClick();
+    showAll();
   }
   return report;
 }
@@ -100,6 +102,8 @@ void TEquipmentRecordPluginFrame::BtnExitClick() {
   hide();
   const TsaveReport report = saveRecords();
   exitSave_ = report.succeeded ? TexitSave::done : TexitSave::failed;
+  say(report.succeeded ? recordCountText(list_.records().count()) + QStringLiteral(" saved")
+                       : QStringLiteral("The records could not be saved"));
   showReport(report);
   if (self.isNull()) return;  // deleted while the message box was open
   saveLayout();

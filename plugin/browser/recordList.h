@@ -75,6 +75,8 @@ class TrecordList {
   /// Searches all records, shows those found and remembers the texts. If the view is empty, does nothing and returns
   /// false. If all texts are empty, the view stays.
   bool search(const TsearchTexts& texts);
+  /// Whether a search decides which records are shown.
+  bool isSearchInForce() const { return searchActive_ && !searchTexts_.isEmpty(); }
   /// Shows all records and forgets the search.
   void clearSearch();
 
@@ -97,7 +99,6 @@ class TrecordList {
   void remove(const TrowRange& rows);
 
  private:
-  bool isSearchInForce() const { return searchActive_ && !searchTexts_.isEmpty(); }
   void showFound();
   void addEdits(const TlistStep& step, TlistEdits& edits);
   TlistChange change(TlistChange change, const TeditListener& listener);

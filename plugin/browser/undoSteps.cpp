@@ -33,6 +33,12 @@ std::size_t touchedCount(const TlistStep& step) {
   return inserted != nullptr ? inserted->indices.size() : std::get<TremoveRecords>(step).indices.size();
 }
 
+std::size_t touchedCount(const TlistChange& change) {
+  std::size_t count = 0;
+  for (const TlistStep& step : change.steps()) count += touchedCount(step);
+  return count;
+}
+
 QString stepText(TstepKind kind, std::size_t count) {
   constexpr std::array names = {"addition", "copying", "deletion", "change", "import", "restoration"};
   const auto name = QString::fromLatin1(names.at(static_cast<std::size_t>(kind)));
@@ -103,16 +109,18 @@ TtouchedRecords touchedBy(const TlistChange& change, std::size_t count) {
 }
 
 void TundoSteps::add(TstepKind kind, TlistChange inverse) {
-  std::size_t count = 0;
-  for (const TlistStep& step : inverse.steps()) count += touchedCount(step);
+  const std::size_t count = touchedCount(inverse);
   if (count > 0) stack_.push(new TundoStep(stepText(kind, count), makeChange_, std::move(inverse)));
 }
 
 QString TundoSteps::toolTip(TstepWay way) const {
   const bool undo = way == TstepWay::undo;
   if (!can(way)) return undo ? QStringLiteral("Nothing to undo (Ctrl+Z)") : QStringLiteral("Nothing to redo (Ctrl+Y)");
-  return undo ? QStringLiteral("Undo %1 (Ctrl+Z)").arg(stack_.undoText())
-              : QStringLiteral("Redo %1 (Ctrl+Y)").arg(stack_.redoText());
+  return undo ? QStringLiteral("Undo %1 (Ctrl+Z)").arg(text(way)) : QStringLiteral("Redo %1 (Ctrl+Y)").arg(text(way));
+}
+
+std::size_t TundoSteps::count(TstepWay way) const {
+  return touchedCount(next(way));
 }
 
 const TlistChange& TundoSteps::next(TstepWay way) const {

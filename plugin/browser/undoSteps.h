@@ -43,6 +43,9 @@ class TundoSteps {
   bool can(TstepWay way) const { return way == TstepWay::undo ? stack_.canUndo() : stack_.canRedo(); }
   /// What a button's tooltip says: "Undo the deletion of 12 records (Ctrl+Z)".
   QString toolTip(TstepWay way) const;
+  /// What the step did, and to how many records: "the deletion of 12 records". There must be a step that way.
+  QString text(TstepWay way) const { return way == TstepWay::undo ? stack_.undoText() : stack_.redoText(); }
+  std::size_t count(TstepWay way) const;
   /// The change that `go` will make. There must be a step that way.
   const TlistChange& next(TstepWay way) const;
   void go(TstepWay way) { way == TstepWay::undo ? stack_.undo() : stack_.redo(); }

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
@@ -149,6 +150,7 @@ TheadedGrid::TheadedGrid(QWidget* parent) : QTableView(parent), header_(new Tgri
   setTabKeyNavigation(false);
   setWordWrap(false);
   setHorizontalScrollMode(ScrollPerPixel);
+  connect(horizontalScrollBar(), &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
   connect(header_, &QHeaderView::sectionPressed, this, &TheadedGrid::headerPressed);
 }
 
@@ -160,6 +162,18 @@ void TheadedGrid::setPixelsPerRow(int pixels) {
 
 void TheadedGrid::showSort(const TsortOrder& order) {
   header_->showSort(order.column, order.ascending);
+}
+
+void TheadedGrid::setEmptyText(const QString& text) {
+  if (std::exchange(emptyText_, text) != text) viewport()->update();
+}
+
+void TheadedGrid::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (emptyText_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::Text));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 void TheadedGrid::setColumnWidths(const TgridLayout& layout) {

@@ -23,6 +23,9 @@ class TheadedGrid : public QTableView {
   /// Shows the sort arrow in the heading of the sort column.
   void showSort(const TsortOrder& order);
 
+  /// What stands in the middle of a grid that shows nothing; an empty text for none.
+  void setEmptyText(const QString& text);
+
   /// Applies the stored widths to the present columns, within the limits of what the user can see and reach.
   void setColumnWidths(const TgridLayout& layout);
   /// Copies the present columns' widths into `layout`.
@@ -43,6 +46,7 @@ class TheadedGrid : public QTableView {
   void cellDoubleClicked(const QModelIndex& index);
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -53,4 +57,5 @@ class TheadedGrid : public QTableView {
 
   TgridHeader* header_;
   int pressedKey_ = 0;
+  QString emptyText_;
 };

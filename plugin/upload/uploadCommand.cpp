@@ -48,10 +48,11 @@ TcommOutcome greetOverTransport(const TuploadCommStruct& upload, TcommStruct& re
   return greet(transport, resources, TgreetingView(owner));
 }
 
-void transferWithProgress(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
+bool transferWithProgress(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
   TmodalDialog<TfrmProgress> dialog(&upload, &resources, owner);
-  dialog.exec();
+  const bool completed = dialog.exec() == QDialog::Accepted;
   if (!dialog.isGone()) dialog->awaitWorker();
+  return completed;
 }
 
 void logStart(const TuploadCommStruct& upload) {
@@ -62,24 +63,22 @@ void logStart(const TuploadCommStruct& upload) {
 
 }  // namespace
 
-void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings) {
+bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings) {
   const QPointer<QWidget> self(owner);
   try {
     const auto choice = chooseConnection(owner, hostSettings);
-    if (!choice) return;
+    if (!choice) return false;
     const auto entries = makeUploadEntries(records);
     const TuploadCommStruct upload(choice->method, serialPortNumber(choice->portText), choice->octets, entries);
     logStart(upload);
     TcommStruct resources;
     const TcommOutcome failure = greetOverTransport(upload, resources, owner);
-    if (self.isNull()) return;
-    if (failure) {
-      showMessage(owner, *failure);
-    } else {
-      transferWithProgress(upload, resources, owner);
-    }
+    if (self.isNull()) return false;
+    if (!failure) return transferWithProgress(upload, resources, owner);
+    showMessage(owner, *failure);
   } catch (...) {
     logCaught("upload");
     if (!self.isNull()) showMessage(owner, internalError);
   }
+  return false;
 }

@@ -5,8 +5,9 @@ class TequipRecTable;
 class TiniFile;
 
 /// Runs the whole upload: lets the user choose the connection, exchanges the handshake with the analyzer, and sends a
-/// snapshot of all records behind the progress dialog. Every failure ends in one message box.
+/// snapshot of all records behind the progress dialog. Every failure ends in one message box. Returns whether the
+/// analyzer has acknowledged everything.
 ///
 /// `owner` may be destroyed at any time: the upload then ends without a message, its thread has ended when this
 /// function returns, and nothing of the owner is touched any more. `hostSettings` is the host's INI file.
-void uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings);
+bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings);

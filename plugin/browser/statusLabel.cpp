@@ -1,0 +1,35 @@
+#include "browser/statusLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+#include "support/plainToolTip.h"
+
+TstatusLabel::TstatusLabel(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+void TstatusLabel::setStatus(const QString& text) {
+  if (text == this->text()) return;
+  setText(text);
+  setAccessibleName(text);  // sends the event that makes screen readers say it
+  showToolTip();
+}
+
+void TstatusLabel::showToolTip() {
+  const bool fits = fontMetrics().horizontalAdvance(text()) <= contentsRect().width();
+  setToolTip(fits ? QString() : plainToolTip(text()));
+}
+
+/// Cut in the middle: the counts at the beginning and the file name at the end matter most.
+void TstatusLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+  style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), shown,
+                        foregroundRole());
+}
+
+void TstatusLabel::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  showToolTip();
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QLabel>
+
+/// A line that tells what happens: plain text, with an ellipsis and the whole as its tooltip where it does not fit. It
+/// never widens its window. Screen readers hear of each new text.
+class TstatusLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  explicit TstatusLabel(QWidget* parent);
+
+  void setStatus(const QString& text);
+
+  QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void showToolTip();
+};
