@@ -17,7 +17,7 @@
 #include "ui_EquipmentRecordPluginFrame.h"
 
 // Construction and destruction of the frame, and its grid. Loading and saving are in frameFiles.cpp, the exports in
-// frameExport.cpp, the other commands in frameCommands.cpp.
+// frameExport.cpp, the search in frameSearch.cpp, the other commands in frameCommands.cpp.
 
 namespace {
 
@@ -167,6 +167,11 @@ std::optional<TrowRange> TEquipmentRecordPluginFrame::selectedRows() const {
   return TrowRange{static_cast<std::size_t>(top), static_cast<std::size_t>(bottom)};
 }
 
+std::vector<TrecordIndex> TEquipmentRecordPluginFrame::selectedRecords() const {
+  const auto rows = selectedRows();
+  return rows ? list_.recordsIn(*rows) : std::vector<TrecordIndex>();
+}
+
 /// Selects rows, makes the last one current and scrolls it to the bottom of the grid.
 void TEquipmentRecordPluginFrame::selectRows(const TrowRange& rows) {
   const QModelIndex first = model_->index(static_cast<int>(rows.top), 0);
@@ -187,9 +192,4 @@ void TEquipmentRecordPluginFrame::setCurrentRow(std::size_t row) {
   ui_->tblEqRec->selectionModel()->setCurrentIndex(index,
                                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   ui_->tblEqRec->scrollTo(index);
-}
-
-void TEquipmentRecordPluginFrame::goToSearch() {
-  ui_->txtGeneralSearch->setFocus(Qt::ShortcutFocusReason);
-  ui_->txtGeneralSearch->selectAll();
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "browser/recordList.h"
 #include "browser/settings.h"
@@ -64,9 +65,12 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void showSteps();
   std::optional<TrowRange> selectedRows() const;
   std::optional<TrowRange> rowsToExport();
+  std::vector<TrecordIndex> selectedRecords() const;
   void selectRows(const TrowRange& rows);
   void showRows(const std::optional<TrowRange>& rows);
   void goToSearch();
+  void selectSearchText();
+  QString searchRemark() const;
   void clearSearchBoxes();
   void showAll();
 

@@ -16,23 +16,10 @@
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
 #include "support/paths.h"
-#include "support/recordText.h"
-#include "support/windows1252.h"
 #include "ui_EquipmentRecordPluginFrame.h"
 #include "upload/uploadCommand.h"
 
 // The commands behind the frame's buttons, keys and clicks, but for the exports. Their rules are in TrecordList.
-
-namespace {
-
-/// The text to search for. A text with a character that no record can hold becomes one that finds nothing.
-std::string searchText(const QLineEdit* edit) {
-  const auto text = toRecordText(edit->text());
-  const std::string foundNowhere("x\0x", 3);
-  return text ? std::string(trimmedText(*text)) : foundNowhere;
-}
-
-}  // namespace
 
 void TEquipmentRecordPluginFrame::tblEqRecHeaderPressed(int column) {
   layout_.sort.press(column);
@@ -62,31 +49,6 @@ std::optional<bool> TEquipmentRecordPluginFrame::editRecord(TrecordIndex index) 
   fill();  // also after Cancel, because Next and Previous may have stored something
   ui_->tblEqRec->setFocus();
   return editor->isCancelled();
-}
-
-void TEquipmentRecordPluginFrame::btnSearchClick() {
-  const TsearchTexts texts = {searchText(ui_->txtDescSearch), searchText(ui_->txtManufacturerSearch),
-                              searchText(ui_->txtModelSearch), searchText(ui_->txtGeneralSearch)};
-  if (!list_.search(texts)) return;
-  lastEvent_.clear();
-  sort();
-}
-
-void TEquipmentRecordPluginFrame::clearSearchBoxes() {
-  for (QLineEdit* edit : {ui_->txtDescSearch, ui_->txtManufacturerSearch, ui_->txtModelSearch, ui_->txtGeneralSearch}) {
-    edit->clear();
-  }
-}
-
-void TEquipmentRecordPluginFrame::btnClearSearchClick() {
-  lastEvent_.clear();
-  showAll();
-}
-
-void TEquipmentRecordPluginFrame::showAll() {
-  clearSearchBoxes();
-  list_.clearSearch();
-  sort();
 }
 
 void TEquipmentRecordPluginFrame::btnAddClick() {
@@ -174,9 +136,8 @@ void TEquipmentRecordPluginFrame::btnPrintClick() {
     showMessage(this, nothingToPrint);
     return;
   }
-  const auto rows = selectedRows();
-  TprintJob job{list_.records(), list_.titles(), list_.recordsIn({0, view.count() - 1}),
-                rows ? list_.recordsIn(*rows) : std::vector<TrecordIndex>(), settings_.captions};
+  TprintJob job{list_.records(), list_.titles(), list_.recordsIn({0, view.count() - 1}), selectedRecords(),
+                settings_.captions};
   TmodalDialog<TEquipRecPrint>(std::move(job), ini_, this).exec();
 }
 
@@ -205,7 +166,7 @@ void TEquipmentRecordPluginFrame::btnImportClick() {
   TlistOwner& owner = *this;
   TmodalDialog<TEquipRecImportOptions> form(owner, ini_, this);
   if (form.exec() != QDialog::Accepted || self.isNull()) return;
-  btnClearSearchClick();
+  showAll();
   const bool isChanged = list_.records().revision() != before;
   showRows(isChanged ? list_.rowsOfNewestStep() : std::nullopt);
   ui_->tblEqRec->setFocus();

@@ -98,6 +98,13 @@ bool TrecordList::search(const TsearchTexts& texts) {
   return true;
 }
 
+std::optional<TcolumnId> TrecordList::hiddenColumnFound() const {
+  if (!isSearchInForce() || view_.isEmpty()) return std::nullopt;
+  const std::vector<TcolumnId> found = columnsFound(searchTexts_, view_.recordAt(0));
+  const bool isSeen = std::any_of(found.begin(), found.end(), [this](TcolumnId id) { return columns_.index(id) >= 0; });
+  return isSeen || found.empty() ? std::nullopt : std::optional(found.front());
+}
+
 void TrecordList::clearSearch() {
   searchActive_ = false;
   view_.showAll();
@@ -120,6 +127,12 @@ std::optional<TrowRange> TrecordList::rowsOf(const std::vector<bool>& chosen) co
   }
   if (rows && rows->count() != found) rows->bottom = rows->top;
   return rows;
+}
+
+std::optional<TrowRange> TrecordList::rowsOf(const std::vector<TrecordIndex>& records) const {
+  std::vector<bool> chosen(records_.count());
+  for (const TrecordIndex index : records) chosen[index] = true;
+  return rowsOf(chosen);
 }
 
 std::vector<TrecordIndex> TrecordList::recordsIn(const TrowRange& rows) const {
@@ -175,8 +188,7 @@ TrowRange TrecordList::copy(const TrowRange& rows) {
 }
 
 void TrecordList::remove(const TrowRange& rows) {
-  std::vector<TrecordIndex> indices;
-  for (std::size_t row = rows.top; row <= rows.bottom; ++row) indices.push_back(view_.at(row));
+  std::vector<TrecordIndex> indices = recordsIn(rows);
   std::sort(indices.begin(), indices.end());
   makeStep(TstepKind::deletion, TlistChange(TremoveRecords{std::move(indices)}));
   showFound();

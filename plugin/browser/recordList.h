@@ -77,6 +77,11 @@ class TrecordList {
   bool search(const TsearchTexts& texts);
   /// Whether a search decides which records are shown.
   bool isSearchInForce() const { return searchActive_ && !searchTexts_.isEmpty(); }
+  /// A column that the grid does not have, in which the search in force has found the first record shown; nothing if a
+  /// column of the grid shows why it was found.
+  std::optional<TcolumnId> hiddenColumnFound() const;
+  /// The rows of these records, or the first of them if others lie between; nothing if none is shown.
+  std::optional<TrowRange> rowsOf(const std::vector<TrecordIndex>& records) const;
   /// Shows all records and forgets the search.
   void clearSearch();
 

@@ -4,7 +4,6 @@
 #include <functional>
 #include <utility>
 
-#include "store/columns.h"
 #include "support/recordText.h"
 #include "testproc/autosequenceFileStructs.h"
 
@@ -18,7 +17,7 @@ struct TcolumnSearch {
 
 /// The searches to make, in the order in which their results are shown: first the fields with a search box of their
 /// own, then all others.
-std::vector<TcolumnSearch> searchesFor(const TsearchTexts& texts) {
+std::vector<TcolumnSearch> plainSearchesFor(const TsearchTexts& texts) {
   const std::array<std::pair<TcolumnId, const std::string*>, 3> own = {
       {{fieldDescription, &texts.description}, {fieldManufacturer, &texts.manufacturer}, {fieldModel, &texts.model}}};
   std::vector<TcolumnSearch> searches;
@@ -38,7 +37,27 @@ std::vector<TcolumnSearch> searchesFor(const TsearchTexts& texts) {
   return searches;
 }
 
+/// Searches for a double quote also as the typographic one.
+std::vector<TcolumnSearch> searchesFor(const TsearchTexts& texts) {
+  std::vector<TcolumnSearch> searches;
+  for (TcolumnSearch& search : plainSearchesFor(texts)) {
+    std::string stored = withoutDoubleQuotes(search.needle);
+    if (stored != search.needle) searches.push_back({search.column, std::move(stored)});
+    searches.push_back(std::move(search));
+  }
+  return searches;
+}
+
 }  // namespace
+
+std::vector<TcolumnId> columnsFound(const TsearchTexts& texts, const TrecordView& record) {
+  std::vector<TcolumnId> columns;
+  for (const TcolumnSearch& search : searchesFor(texts)) {
+    const bool occurs = lowerCased(columnText(search.column, record)).find(search.needle) != std::string::npos;
+    if (occurs) columns.push_back(search.column);
+  }
+  return columns;
+}
 
 bool TsearchTexts::isEmpty() const {
   return description.empty() && manufacturer.empty() && model.empty() && general.empty();

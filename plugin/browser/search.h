@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "store/datastructs.h"
+#include "store/columns.h"
 
 class TtestProcTable;
 
@@ -20,6 +20,9 @@ struct TsearchTexts {
   bool isEmpty() const;
 };
 
+/// The columns in which the texts occur in one record, in the order in which the search looks at them.
+std::vector<TcolumnId> columnsFound(const TsearchTexts& texts, const TrecordView& record);
+
 /// Finds texts in the records of one table, without regard to case.
 ///
 /// Keeps all texts in lower case, field by field in one piece of memory, so that a search runs straight through them.
@@ -30,7 +33,8 @@ class TrecordSearch {
 
   /// The records that any of the searches matches, each once: first the hits of the first search in table order, then
   /// those that the next one adds, and so on. A field matches if the text occurs in it; an empty field never matches.
-  /// The title of the test procedure is searched, its number is not.
+  /// The title of the test procedure is searched, its number is not. A double quote finds the typographic one, too,
+  /// which the editor stores in its place.
   std::vector<TrecordIndex> find(const TsearchTexts& texts);
 
  private:

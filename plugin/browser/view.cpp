@@ -16,8 +16,12 @@ void Tview::showAll() {
   std::iota(indices_.begin(), indices_.end(), TrecordIndex{0});
 }
 
-std::string Tview::cellText(std::size_t position, TcolumnId column) const {
+TrecordView Tview::recordAt(std::size_t position) const {
   const TrecordIndex index = indices_[position];
   const TequipRec& record = records_.at(index);
-  return columnText(column, {index, record, titles_.title(record.testProc())});
+  return {index, record, titles_.title(record.testProc())};
+}
+
+std::string Tview::cellText(std::size_t position, TcolumnId column) const {
+  return columnText(column, recordAt(position));
 }

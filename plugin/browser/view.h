@@ -38,6 +38,8 @@ class Tview {
   /// Sorts as `sortRecords` does.
   void sort(TcolumnId column, bool ascending) { sortRecords(indices_, {column, ascending}, records_, titles_); }
 
+  /// The record at a position.
+  TrecordView recordAt(std::size_t position) const;
   /// What a column shows of the record at a position: `columnText`.
   std::string cellText(std::size_t position, TcolumnId column) const;
 

@@ -46,6 +46,35 @@ class TstatusTest : public QObject {
     QCOMPARE(status(), QStringLiteral("1 of 5 records match \u00B7 Record 3 changed"));
   }
 
+  void searchSelectsItsFirstHit() {
+    TopenFrame f;
+    f.pressHeading(1);
+    QTest::keyClicks(f.control("txtDescSearch"), QStringLiteral("same"));
+    f.control("txtDescSearch")->setFocus();
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.column(1), QStringLiteral("a c"));
+    QCOMPARE(f.selectedRows(), QList<int>({0}));
+    QCOMPARE(f.control("txtDescSearch")->selectedText(), QStringLiteral("same"));
+    f.grid()->setFocus();
+    f.press(Qt::Key_Down);
+    f.click("btnClearSearch");
+    QCOMPARE(f.column(1), QStringLiteral("a b c"));
+    QCOMPARE(f.selectedRows(), QList<int>({2}));
+  }
+
+  void hiddenColumnIsNamed() {
+    TframeFixture f;
+    f.writeIni("[CUSTOMFIELDS]\nFIELD2NAME=Ward\n");
+    writeRecords(f.folder.path(), {"c"}, {"x"});
+    writeBytes(f.folder / "DATA/eqinfo.dat", "\"c\",\"x\",\"\",\"\",\"\",\"x 24\x94\",\"\"\n");
+    f.open();
+    f.search("txtGeneralSearch", QStringLiteral("24\""));
+    QCOMPARE(f.control<QLabel>("lblStatus")->text(),
+             QStringLiteral("1 of 1 record matches \u00B7 Found in Ward, which is not shown"));
+    f.search("txtGeneralSearch", QStringLiteral("x"));  // also in the description
+    QCOMPARE(f.control<QLabel>("lblStatus")->text(), QStringLiteral("1 of 1 record matches"));
+  }
+
   void longTextDoesNotWidenTheFrame() {
     TopenFrame f;
     f.search("txtDescSearch", QStringLiteral("nowhere"));

@@ -1,0 +1,77 @@
+#include <QLineEdit>
+#include <algorithm>
+#include <array>
+
+#include "browser/EquipmentRecordPluginFrame.h"
+#include "support/headedGrid.h"
+#include "support/recordText.h"
+#include "support/windows1252.h"
+#include "ui_EquipmentRecordPluginFrame.h"
+
+// The search: its boxes, and what is selected after it.
+
+namespace {
+
+/// The text to search for. A text with a character that no record can hold becomes one that finds nothing.
+std::string searchText(const QLineEdit* edit) {
+  const auto text = toRecordText(edit->text());
+  const std::string foundNowhere("x\0x", 3);
+  return text ? std::string(trimmedText(*text)) : foundNowhere;
+}
+
+std::array<QLineEdit*, 4> boxesOf(const Ui::TEquipmentRecordPluginFrame& ui) {
+  return {ui.txtDescSearch, ui.txtManufacturerSearch, ui.txtModelSearch, ui.txtGeneralSearch};
+}
+
+}  // namespace
+
+void TEquipmentRecordPluginFrame::btnSearchClick() {
+  const TsearchTexts texts = {searchText(ui_->txtDescSearch), searchText(ui_->txtManufacturerSearch),
+                              searchText(ui_->txtModelSearch), searchText(ui_->txtGeneralSearch)};
+  selectSearchText();
+  if (!list_.search(texts)) return;
+  lastEvent_.clear();
+  sort();
+  setCurrentRow(0);
+  say(searchRemark());
+}
+
+/// So that the next scan or word replaces it: in the box with the focus, or else in the first one with a text.
+void TEquipmentRecordPluginFrame::selectSearchText() {
+  const auto boxes = boxesOf(*ui_);
+  auto box = std::find_if(boxes.begin(), boxes.end(), [](const QLineEdit* edit) { return edit->hasFocus(); });
+  if (box == boxes.end()) {
+    box = std::find_if(boxes.begin(), boxes.end(), [](const QLineEdit* edit) { return !edit->text().isEmpty(); });
+  }
+  if (box != boxes.end()) (*box)->selectAll();
+}
+
+/// What a user wonders about who sees the first hit and not what was sought.
+QString TEquipmentRecordPluginFrame::searchRemark() const {
+  const auto column = list_.hiddenColumnFound();
+  if (!column) return {};
+  const QString heading = fromRecordText(list_.columns().header(*column));
+  return QStringLiteral("Found in %1, which is not shown").arg(heading.isEmpty() ? QStringLiteral("a field") : heading);
+}
+
+void TEquipmentRecordPluginFrame::clearSearchBoxes() {
+  for (QLineEdit* edit : boxesOf(*ui_)) edit->clear();
+}
+
+void TEquipmentRecordPluginFrame::btnClearSearchClick() {
+  const auto selected = selectedRecords();
+  lastEvent_.clear();
+  showAll();
+  showRows(list_.rowsOf(selected));
+}
+
+void TEquipmentRecordPluginFrame::showAll() {
+  clearSearchBoxes();
+  list_.clearSearch();
+  sort();
+}
+
+void TEquipmentRecordPluginFrame::goToSearch() {
+  ui_->txtGeneralSearch->setFocus(Qt::ShortcutFocusReason);
+  ui_->txtGeneralSearch->selectAll();
+}
