@@ -1,6 +1,7 @@
 #include "browser/EquipmentRecordPluginFrame.h"
 
 #include <QItemSelectionModel>
+#include <QLabel>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QSysInfo>
@@ -44,7 +45,8 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
       ini_(findPath(context_.programFolder, "EquipmentRecord.ini")),
       files_(placesOf(context_)),
       help_(makeHelpViewer()),
-      model_(std::make_unique<TgridModel>(list_.view(), list_.columns())),
+      model_(std::make_unique<TgridModel>(list_.view(), list_.columns(),
+                                          [this](TrecordIndex index) { return list_.attention().reason(index); })),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {
   beginLog(context_);
   setUpForm();
@@ -81,6 +83,7 @@ void TEquipmentRecordPluginFrame::setUpForm() {
   ui_->setupUi(this);
   ui_->BtnUpload->setText(QStringLiteral("Upload To\nQT484"));
   ui_->BtnExit->setText(QStringLiteral("Return To\nMain Window"));
+  connect(ui_->lblAttention, &QLabel::linkActivated, this, &Tframe::lblAttentionClick);
   connect(ui_->btnSearch, &QPushButton::clicked, this, &Tframe::btnSearchClick);
   connect(ui_->btnClearSearch, &QPushButton::clicked, this, &Tframe::btnClearSearchClick);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &Tframe::btnAddClick);

@@ -70,6 +70,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void showRows(const std::optional<TrowRange>& rows);
   void goToSearch();
   void selectSearchText();
+  void selectFirstRow();
   QString searchRemark() const;
   void clearSearchBoxes();
   void showAll();
@@ -98,6 +99,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void tblEqRecEnterReleased();
   void btnSearchClick();
   void btnClearSearchClick();
+  void lblAttentionClick();
   void btnAddClick();
   void btnCopyClick();
   void btnDeleteClick();

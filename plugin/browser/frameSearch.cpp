@@ -32,7 +32,7 @@ void TEquipmentRecordPluginFrame::btnSearchClick() {
   if (!list_.search(texts)) return;
   lastEvent_.clear();
   sort();
-  setCurrentRow(0);
+  selectFirstRow();
   say(searchRemark());
 }
 
@@ -44,6 +44,11 @@ void TEquipmentRecordPluginFrame::selectSearchText() {
     box = std::find_if(boxes.begin(), boxes.end(), [](const QLineEdit* edit) { return !edit->text().isEmpty(); });
   }
   if (box != boxes.end()) (*box)->selectAll();
+}
+
+void TEquipmentRecordPluginFrame::selectFirstRow() {
+  setCurrentRow(0);
+  if (list_.view().isEmpty()) ui_->tblEqRec->clearSelection();
 }
 
 /// What a user wonders about who sees the first hit and not what was sought.
@@ -63,6 +68,16 @@ void TEquipmentRecordPluginFrame::btnClearSearchClick() {
   lastEvent_.clear();
   showAll();
   showRows(list_.rowsOf(selected));
+}
+
+/// What the boxes hold does not count for this search, so they become empty.
+void TEquipmentRecordPluginFrame::lblAttentionClick() {
+  lastEvent_.clear();
+  clearSearchBoxes();
+  list_.searchAttention();
+  sort();
+  selectFirstRow();
+  ui_->tblEqRec->setFocus();
 }
 
 void TEquipmentRecordPluginFrame::showAll() {

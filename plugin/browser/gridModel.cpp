@@ -1,12 +1,14 @@
 #include "browser/gridModel.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "browser/columnLayout.h"
 #include "browser/view.h"
 #include "support/windows1252.h"
 
-TgridModel::TgridModel(const Tview& view, const TcolumnLayout& columns) : view_(view), columns_(columns) {}
+TgridModel::TgridModel(const Tview& view, const TcolumnLayout& columns, TremarkOf remarkOf)
+    : view_(view), columns_(columns), remarkOf_(std::move(remarkOf)) {}
 
 int TgridModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rowCount_;
@@ -17,9 +19,10 @@ int TgridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant TgridModel::data(const QModelIndex& index, int role) const {
-  if (role != Qt::DisplayRole || !index.isValid()) return {};
+  if ((role != Qt::DisplayRole && role != Qt::ToolTipRole) || !index.isValid()) return {};
   const auto position = static_cast<std::size_t>(index.row());
   if (position >= view_.count()) return QString();
+  if (role == Qt::ToolTipRole) return remarkOf_(view_.at(position));
   return fromRecordText(view_.cellText(position, columns_.id(index.column())));
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <functional>
+
+#include "store/datastructs.h"
 
 class TcolumnLayout;
 class Tview;
@@ -11,8 +14,11 @@ class TgridModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
+  /// What a row's tooltip says of its record.
+  using TremarkOf = std::function<QString(TrecordIndex index)>;
+
   /// View and columns must outlive the model.
-  TgridModel(const Tview& view, const TcolumnLayout& columns);
+  TgridModel(const Tview& view, const TcolumnLayout& columns, TremarkOf remarkOf);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -29,6 +35,7 @@ class TgridModel : public QAbstractTableModel {
 
   const Tview& view_;
   const TcolumnLayout& columns_;
+  TremarkOf remarkOf_;
   int rowCount_ = 0;
   int columnCount_ = 0;
 };

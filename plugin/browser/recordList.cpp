@@ -94,12 +94,25 @@ bool TrecordList::search(const TsearchTexts& texts) {
   if (view_.isEmpty()) return false;
   searchTexts_ = texts;
   searchActive_ = true;
-  if (!texts.isEmpty()) view_.show(search_.find(texts));
+  if (texts.isEmpty()) return true;
+  attentionSought_ = false;
+  view_.show(found());
   return true;
 }
 
+void TrecordList::searchAttention() {
+  searchTexts_ = {};
+  searchActive_ = true;
+  attentionSought_ = true;
+  view_.show(found());
+}
+
+std::vector<TrecordIndex> TrecordList::found() {
+  return attentionSought_ ? attention_.records() : search_.find(searchTexts_);
+}
+
 std::optional<TcolumnId> TrecordList::hiddenColumnFound() const {
-  if (!isSearchInForce() || view_.isEmpty()) return std::nullopt;
+  if (!isSearchInForce() || attentionSought_ || view_.isEmpty()) return std::nullopt;
   const std::vector<TcolumnId> found = columnsFound(searchTexts_, view_.recordAt(0));
   const bool isSeen = std::any_of(found.begin(), found.end(), [this](TcolumnId id) { return columns_.index(id) >= 0; });
   return isSeen || found.empty() ? std::nullopt : std::optional(found.front());
@@ -107,12 +120,13 @@ std::optional<TcolumnId> TrecordList::hiddenColumnFound() const {
 
 void TrecordList::clearSearch() {
   searchActive_ = false;
+  attentionSought_ = false;
   view_.showAll();
 }
 
 void TrecordList::showFound() {
   view_.showAll();
-  if (isSearchInForce() && !view_.isEmpty()) view_.show(search_.find(searchTexts_));
+  if (isSearchInForce() && !view_.isEmpty()) view_.show(found());
 }
 
 /// The rows of the chosen records; the first of them alone if the rows are not adjacent.

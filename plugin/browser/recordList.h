@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "browser/attention.h"
 #include "browser/columnLayout.h"
 #include "browser/search.h"
 #include "browser/undoSteps.h"
@@ -60,6 +61,7 @@ class TrecordList {
   const TtestProcTable& titles() const { return titles_; }
   const Tview& view() const { return view_; }
   const TcolumnLayout& columns() const { return columns_; }
+  Tattention& attention() { return attention_; }
   /// The records in these rows, from top to bottom.
   std::vector<TrecordIndex> recordsIn(const TrowRange& rows) const;
 
@@ -75,8 +77,10 @@ class TrecordList {
   /// Searches all records, shows those found and remembers the texts. If the view is empty, does nothing and returns
   /// false. If all texts are empty, the view stays.
   bool search(const TsearchTexts& texts);
+  /// Shows the records that need attention, as a search shows those that it finds.
+  void searchAttention();
   /// Whether a search decides which records are shown.
-  bool isSearchInForce() const { return searchActive_ && !searchTexts_.isEmpty(); }
+  bool isSearchInForce() const { return searchActive_ && (attentionSought_ || !searchTexts_.isEmpty()); }
   /// A column that the grid does not have, in which the search in force has found the first record shown; nothing if a
   /// column of the grid shows why it was found.
   std::optional<TcolumnId> hiddenColumnFound() const;
@@ -105,6 +109,7 @@ class TrecordList {
 
  private:
   void showFound();
+  std::vector<TrecordIndex> found();
   void addEdits(const TlistStep& step, TlistEdits& edits);
   TlistChange change(TlistChange change, const TeditListener& listener);
   std::optional<TrowRange> rowsOf(const std::vector<bool>& chosen) const;
@@ -114,8 +119,10 @@ class TrecordList {
   Tview view_{records_, titles_};
   TcolumnLayout columns_;
   TrecordSearch search_{records_, titles_};
+  Tattention attention_{records_, titles_};
   TsearchTexts searchTexts_;
   bool searchActive_ = false;
+  bool attentionSought_ = false;         ///< the search is for what needs attention, not for texts
   std::optional<TrecordIndex> added_;    ///< the record that is being added
   bool isAddedStored_ = false;           ///< the user has stored something in it
   std::optional<TrecordCounts> counts_;  ///< of all records but an added one that is not stored; made when needed

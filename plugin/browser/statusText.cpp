@@ -24,6 +24,11 @@ QString statusText(const Tstatus& status) {
   return parts.join(QStringLiteral(" \u00B7 "));
 }
 
+QString attentionText(std::size_t count) {
+  if (count == 0) return {};
+  return recordCountText(count) + (count == 1 ? QStringLiteral(" needs attention") : QStringLiteral(" need attention"));
+}
+
 QString emptyGridText(const Tstatus& status) {
   if (status.shown > 0) return {};
   if (status.total > 0) return countsText(status);

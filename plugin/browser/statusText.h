@@ -18,5 +18,8 @@ QString recordCountText(std::size_t count);
 /// The status line: "51 of 240 records match · 3 selected · 12 records deleted".
 QString statusText(const Tstatus& status);
 
+/// The link at the end of the status line: "12 records need attention"; empty for none.
+QString attentionText(std::size_t count);
+
 /// What stands in the middle of a grid without a record; empty for a grid with one.
 QString emptyGridText(const Tstatus& status);

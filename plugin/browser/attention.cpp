@@ -1,0 +1,107 @@
+#include "browser/attention.h"
+
+#include <QStringList>
+#include <bit>
+#include <functional>
+#include <string_view>
+#include <utility>
+
+#include "support/recordText.h"
+#include "testproc/autosequenceFileStructs.h"
+
+namespace {
+
+// Bits of a record's reasons.
+constexpr std::uint8_t noControlNum = 1;
+constexpr std::uint8_t sharedControlNum = 2;
+constexpr std::uint8_t unusedTestProc = 4;
+constexpr std::uint8_t untitledTestProc = 8;
+
+constexpr std::pair<std::uint8_t, const char*> reasonTexts[] = {
+    {noControlNum, "No control number."},
+    {sharedControlNum, "Another record has this control number."},
+    {unusedTestProc, "The test procedure is not in use."},
+    {untitledTestProc, "The test procedure has no title."}};
+
+std::uint8_t titleReason(std::string_view title) {
+  if (trimmedText(title).empty()) return untitledTestProc;
+  return trimmedText(title) == "(UNUSED)" ? unusedTestProc : 0;
+}
+
+std::string_view controlNumOf(const TequipRec& record) {
+  return trimmedText(record.text(fieldControlNum));
+}
+
+/// The first record with each control number. A hash table in one piece of memory, several times as fast as the
+/// standard library's with its node for each entry.
+class TfirstRecords {
+ public:
+  explicit TfirstRecords(const TequipRecTable& records)
+      : records_(records), slots_(std::bit_ceil(2 * records.count() + 1), none) {}
+
+  /// The first record added with this control number, which may be the one added now.
+  TrecordIndex add(std::string_view controlNum, TrecordIndex index) {
+    std::size_t slot = std::hash<std::string_view>()(controlNum) & (slots_.size() - 1);
+    while (slots_[slot] != none && controlNumOf(records_.at(slots_[slot])) != controlNum) {
+      slot = (slot + 1) & (slots_.size() - 1);
+    }
+    if (slots_[slot] == none) slots_[slot] = index;
+    return slots_[slot];
+  }
+
+ private:
+  static constexpr auto none = static_cast<TrecordIndex>(-1);
+
+  const TequipRecTable& records_;
+  std::vector<TrecordIndex> slots_;  ///< at most half full
+};
+
+}  // namespace
+
+const std::vector<TrecordIndex>& Tattention::records() {
+  refresh();
+  return found_;
+}
+
+QString Tattention::reason(TrecordIndex index) {
+  refresh();
+  QStringList reasons;
+  for (const auto& [bit, text] : reasonTexts) {
+    if ((reasons_.at(index) & bit) != 0) reasons << QString::fromLatin1(text);
+  }
+  return reasons.join(u' ');
+}
+
+void Tattention::refresh() {
+  if (revision_ == records_.revision()) return;
+  reasons_.assign(records_.count(), 0);
+  markControlNums();
+  markTestProcs();
+  found_.clear();
+  for (TrecordIndex i = 0; i < records_.count(); ++i) {
+    if (reasons_[i] != 0) found_.push_back(i);
+  }
+  revision_ = records_.revision();
+}
+
+void Tattention::markControlNums() {
+  TfirstRecords firstWith(records_);
+  for (TrecordIndex i = 0; i < records_.count(); ++i) {
+    const std::string_view controlNum = controlNumOf(records_.at(i));
+    if (controlNum.empty()) {
+      reasons_[i] |= noControlNum;
+      continue;
+    }
+    const TrecordIndex first = firstWith.add(controlNum, i);
+    if (first == i) continue;
+    reasons_[i] |= sharedControlNum;
+    reasons_[first] |= sharedControlNum;
+  }
+}
+
+void Tattention::markTestProcs() {
+  if (titles_.count() == 0) return;
+  std::vector<std::uint8_t> byNumber;
+  for (unsigned number = 0; number <= maxTestProc; ++number) byNumber.push_back(titleReason(titles_.title(number)));
+  for (TrecordIndex i = 0; i < records_.count(); ++i) reasons_[i] |= byNumber[records_.at(i).testProc()];
+}
