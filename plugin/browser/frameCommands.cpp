@@ -136,8 +136,12 @@ void TEquipmentRecordPluginFrame::btnPrintClick() {
     showMessage(this, nothingToPrint);
     return;
   }
-  TprintJob job{list_.records(), list_.titles(), list_.recordsIn({0, view.count() - 1}), selectedRecords(),
-                settings_.captions};
+  TprintJob job{list_.records(),
+                list_.titles(),
+                list_.recordsIn({0, view.count() - 1}),
+                selectedRecords(),
+                settings_.captions,
+                list_.searchInWords()};
   TmodalDialog<TEquipRecPrint>(std::move(job), ini_, this).exec();
 }
 

@@ -118,6 +118,11 @@ std::optional<TcolumnId> TrecordList::hiddenColumnFound() const {
   return isSeen || found.empty() ? std::nullopt : std::optional(found.front());
 }
 
+std::string TrecordList::searchInWords() const {
+  if (!isSearchInForce()) return {};
+  return attentionSought_ ? "records that need attention" : inWords(searchTexts_);
+}
+
 void TrecordList::clearSearch() {
   searchActive_ = false;
   attentionSought_ = false;

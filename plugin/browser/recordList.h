@@ -86,6 +86,8 @@ class TrecordList {
   std::optional<TcolumnId> hiddenColumnFound() const;
   /// The rows of these records, or the first of them if others lie between; nothing if none is shown.
   std::optional<TrowRange> rowsOf(const std::vector<TrecordIndex>& records) const;
+  /// What decides which records are shown, in words; empty if all are.
+  std::string searchInWords() const;
   /// Shows all records and forgets the search.
   void clearSearch();
 

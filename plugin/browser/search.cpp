@@ -59,6 +59,18 @@ std::vector<TcolumnId> columnsFound(const TsearchTexts& texts, const TrecordView
   return columns;
 }
 
+std::string inWords(const TsearchTexts& texts) {
+  const std::array<std::pair<const char*, const std::string*>, 4> boxes = {{{"Description", &texts.description},
+                                                                            {"Manufacturer", &texts.manufacturer},
+                                                                            {"Model", &texts.model},
+                                                                            {"General", &texts.general}}};
+  std::string words;
+  for (const auto& [name, text] : boxes) {
+    if (!text->empty()) words += (words.empty() ? "" : ", ") + std::string(name) + " \"" + *text + '"';
+  }
+  return words;
+}
+
 bool TsearchTexts::isEmpty() const {
   return description.empty() && manufacturer.empty() && model.empty() && general.empty();
 }

@@ -23,6 +23,9 @@ struct TsearchTexts {
 /// The columns in which the texts occur in one record, in the order in which the search looks at them.
 std::vector<TcolumnId> columnsFound(const TsearchTexts& texts, const TrecordView& record);
 
+/// What was searched for, as in `Description "pump", General "3M"`; empty if all texts are.
+std::string inWords(const TsearchTexts& texts);
+
 /// Finds texts in the records of one table, without regard to case.
 ///
 /// Keeps all texts in lower case, field by field in one piece of memory, so that a search runs straight through them.

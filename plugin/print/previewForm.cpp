@@ -43,6 +43,8 @@ TfrmPrintPreview::TfrmPrintPreview(const Treport& report, QWidget* parent)
   connect(ui_->btnZoomIn, &QToolButton::clicked, this, [this] { zoomBy(zoomStep); });
   connect(ui_->btnPageWidth, &QToolButton::clicked, this, [this] { fit(Tfit::width); });
   connect(ui_->btnWholePage, &QToolButton::clicked, this, [this] { fit(Tfit::page); });
+  connect(ui_->btnPrint, &QPushButton::clicked, this, &TfrmPrintPreview::printAsked);
+  connect(ui_->btnPdf, &QPushButton::clicked, this, &TfrmPrintPreview::pdfAsked);
   connect(ui_->btnClose, &QPushButton::clicked, this, &TfrmPrintPreview::reject);
   setUpKeys();
   edtPageValueChanged(1);
@@ -60,6 +62,8 @@ void TfrmPrintPreview::setUpKeys() {
   addKeys(ui_->btnZoomIn, Qt::CTRL | Qt::Key_Plus);
   addKeys(ui_->btnPageWidth, Qt::CTRL | Qt::Key_1);
   addKeys(ui_->btnWholePage, Qt::CTRL | Qt::Key_0);
+  addKeys(ui_->btnPrint, Qt::CTRL | Qt::Key_P);
+  addKeys(ui_->btnPdf, Qt::CTRL | Qt::Key_S);
 }
 
 void TfrmPrintPreview::edtPageValueChanged(int number) {

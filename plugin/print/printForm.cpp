@@ -1,33 +1,15 @@
 #include "print/printForm.h"
 
-#include <QFileDialog>
-#include <QPrintDialog>
-#include <QPrinter>
-#include <QPrinterInfo>
-#include <QStandardPaths>
-#include <algorithm>
 #include <utility>
 
+#include "print/paper.h"
 #include "print/previewForm.h"
-#include "print/printMessages.h"
-#include "print/printProgress.h"
 #include "print/report.h"
+#include "print/reportDialogs.h"
 #include "support/formControl.h"
-#include "support/messageBox.h"
 #include "support/modalDialog.h"
 #include "support/windows1252.h"
 #include "ui_printForm.h"
-
-namespace {
-
-/// The pages that the user chose in the printer's dialog.
-TpageRange chosenPages(const QPrinter& printer, std::size_t pageCount) {
-  const auto from = static_cast<std::size_t>(std::max(printer.fromPage(), 1));
-  const auto to = printer.toPage() > 0 ? static_cast<std::size_t>(printer.toPage()) : pageCount;
-  return {std::min(from, pageCount) - 1, std::min(to, pageCount)};
-}
-
-}  // namespace
 
 TEquipRecPrint::TEquipRecPrint(TprintJob job, TiniFile ini, QWidget* parent)
     : QDialog(parent), job_(std::move(job)), ini_(std::move(ini)), ui_(std::make_unique<Ui::TEquipRecPrint>()) {
@@ -37,8 +19,8 @@ TEquipRecPrint::TEquipRecPrint(TprintJob job, TiniFile ini, QWidget* parent)
     connect(boxes_[i], &QCheckBox::toggled, this, &TEquipRecPrint::enableButtons);
   }
   connect(ui_->btnPreview, &QPushButton::clicked, this, &TEquipRecPrint::btnPreviewClick);
-  connect(ui_->btnPrint, &QPushButton::clicked, this, &TEquipRecPrint::btnPrintClick);
-  connect(ui_->btnPdf, &QPushButton::clicked, this, &TEquipRecPrint::btnPdfClick);
+  connect(ui_->btnPrint, &QPushButton::clicked, this, [this] { print(*this); });
+  connect(ui_->btnPdf, &QPushButton::clicked, this, [this] { savePdf(*this); });
   connect(ui_->btnCancel, &QPushButton::clicked, this, &TEquipRecPrint::reject);
   showCaptions();
   showSettings(TprintSettings::load(ini_));
@@ -67,6 +49,8 @@ void TEquipRecPrint::showCaptions() {
 void TEquipRecPrint::showSettings(const TprintSettings& settings) {
   for (std::size_t i = 0; i < boxes_.size(); ++i) boxes_[i]->setChecked(settings.printed[i]);
   (settings.landscape ? ui_->radLandscape : ui_->radPortrait)->setChecked(true);
+  ui_->ComboBoxPaper->setPaper(paperOfKey(settings.paper));
+  pdfFolder_ = settings.pdfFolder;
   (job_.selected.size() > 1 ? ui_->radSelected : ui_->radAll)->setChecked(true);
   ui_->radSelected->setEnabled(!job_.selected.empty());
 }
@@ -80,6 +64,8 @@ TprintSettings TEquipRecPrint::settings() const {
   TprintSettings settings;
   for (std::size_t i = 0; i < boxes_.size(); ++i) settings.printed[i] = boxes_[i]->isChecked();
   settings.landscape = ui_->radLandscape->isChecked();
+  settings.paper = paperKey(ui_->ComboBoxPaper->paper());
+  settings.pdfFolder = pdfFolder_;
   return settings;
 }
 
@@ -87,62 +73,30 @@ TreportTable TEquipRecPrint::table() const {
   return {job_, ui_->radSelected->isChecked() ? job_.selected : job_.shown, settings()};
 }
 
+TreportDialogs TEquipRecPrint::dialogs(QWidget* owner) const {
+  return {table(), settings(), owner};
+}
+
 void TEquipRecPrint::btnPreviewClick() {
-  const Treport report(table(), reportPageLayout(usualPaper(), settings().landscape));
-  TmodalDialog<TfrmPrintPreview>(report, this).exec();
+  const Treport report(table(), reportPageLayout(ui_->ComboBoxPaper->paper(), settings().landscape));
+  TmodalDialog<TfrmPrintPreview> preview(report, this);
+  connect(preview.get(), &TfrmPrintPreview::printAsked, this, [this, &preview] { print(*preview.get()); });
+  connect(preview.get(), &TfrmPrintPreview::pdfAsked, this, [this, &preview] { savePdf(*preview.get()); });
+  if (preview.exec() == Accepted) accept();
 }
 
-void TEquipRecPrint::btnPrintClick() {
-  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-    showMessage(this, noPrinter);
-    return;
-  }
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(QStringLiteral("Equipment Records"));
-  printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), settings().landscape));
-  if (!askForPrinter(printer)) return;
-  // The user may have chosen another printer, which has its own margins and paper.
-  const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
-  printer.setPageLayout(reportPageLayout(printer.pageLayout().pageSize(), landscape));
-  write(printer.pageLayout(), printFailed, [&](const Treport& report, const TpageStart& start) {
-    return printReport(report, printer, chosenPages(printer, report.pageCount()), start);
-  });
+void TEquipRecPrint::print(QDialog& from) {
+  TreportDialogs dialogs = this->dialogs(&from);
+  if (dialogs.print()) finish(from, dialogs.settings());
 }
 
-void TEquipRecPrint::btnPdfClick() {
-  const auto path = askForPdfPath();
-  if (!path) return;
-  write(reportPageLayout(usualPaper(), settings().landscape), pdfNotWritten,
-        [&](const Treport& report, const TpageStart& start) { return savePdf(report, *path, start); });
+void TEquipRecPrint::savePdf(QDialog& from) {
+  TreportDialogs dialogs = this->dialogs(&from);
+  if (dialogs.savePdf()) finish(from, dialogs.settings());
 }
 
-bool TEquipRecPrint::askForPrinter(QPrinter& printer) {
-  TmodalDialog<QPrintDialog> dialog(&printer, this);
-  dialog->setOptions(QAbstractPrintDialog::PrintShowPageSize | QAbstractPrintDialog::PrintPageRange);
-  return dialog.exec() == Accepted;
-}
-
-std::optional<QString> TEquipRecPrint::askForPdfPath() {
-  TmodalDialog<QFileDialog> dialog(this, QStringLiteral("Save as PDF"),
-                                   QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-  dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setNameFilter(QStringLiteral("PDF files (*.pdf)"));
-  dialog->setDefaultSuffix(QStringLiteral("pdf"));
-  dialog->selectFile(QStringLiteral("Equipment Records.pdf"));
-  if (dialog.exec() != Accepted) return std::nullopt;
-  return dialog->selectedFiles().constFirst();
-}
-
-std::optional<ToutputResult> TEquipRecPrint::writeWithProgress(const Treport& report, const Twrite& write) {
-  TmodalDialog<TfrmPrintProgress> progress(report.pageCount(), this);
-  const ToutputResult result = write(report, [&](std::size_t page) { return progress->startPage(page); });
-  return progress.isGone() ? std::nullopt : std::optional(result);
-}
-
-void TEquipRecPrint::write(const QPageLayout& paper, const TmessageText& failure, const Twrite& write) {
-  const Treport report(table(), paper);
-  const auto result = writeWithProgress(report, write);
-  if (!result) return;
-  if (*result == ToutputResult::failed) showMessage(this, failure);
-  if (*result == ToutputResult::done) accept();
+void TEquipRecPrint::finish(QDialog& from, const TprintSettings& chosen) {
+  ui_->ComboBoxPaper->setPaper(paperOfKey(chosen.paper));
+  pdfFolder_ = chosen.pdfFolder;
+  from.accept();
 }

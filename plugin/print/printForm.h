@@ -1,24 +1,22 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
+#include <array>
 #include <memory>
-#include <optional>
+#include <string>
 
 #include "print/printSettings.h"
-#include "print/reportOutput.h"
 #include "print/reportTable.h"
 #include "support/iniFile.h"
 
-class QPageLayout;
-class QPrinter;
 class TcaptionCheckBox;
-struct TmessageText;
+class TreportDialogs;
 namespace Ui {
 class TEquipRecPrint;
 }
 
-/// The print dialog: the user chooses columns and records, and prints them on the screen, a printer or a PDF file.
+/// The print dialog: the user chooses columns, records and paper, and prints them on the screen, a printer or a PDF
+/// file.
 ///
 /// Print and Save as PDF close the dialog when everything is printed. It stays open when the user cancels or printing
 /// fails. The constructor reads the choices from the settings, and closing the dialog in any way writes them.
@@ -32,26 +30,23 @@ class TEquipRecPrint : public QDialog {
   void done(int result) override;
 
  private:
-  using Twrite = std::function<ToutputResult(const Treport&, const TpageStart&)>;
-
   void showCaptions();
   void showSettings(const TprintSettings& settings);
   void enableButtons();
   TprintSettings settings() const;
   TreportTable table() const;
 
+  TreportDialogs dialogs(QWidget* owner) const;
+
   void btnPreviewClick();
-  void btnPrintClick();
-  void btnPdfClick();
-  bool askForPrinter(QPrinter& printer);
-  std::optional<QString> askForPdfPath();
-  /// Shows the progress while it writes. Nothing: this dialog was destroyed meanwhile.
-  std::optional<ToutputResult> writeWithProgress(const Treport& report, const Twrite& write);
-  /// Writes the report with its progress, and shows `failure` when that fails.
-  void write(const QPageLayout& paper, const TmessageText& failure, const Twrite& write);
+  /// Both let the user print in front of `from`, this dialog or its preview, and accept `from` when that is done.
+  void print(QDialog& from);
+  void savePdf(QDialog& from);
+  void finish(QDialog& from, const TprintSettings& chosen);
 
   const TprintJob job_;
   const TiniFile ini_;
   std::unique_ptr<Ui::TEquipRecPrint> ui_;
   std::array<TcaptionCheckBox*, printColumnCount> boxes_{};  ///< of `printColumns`
+  std::string pdfFolder_;
 };

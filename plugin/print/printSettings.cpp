@@ -8,6 +8,8 @@ namespace {
 
 constexpr const char* section = "PRINT";
 constexpr const char* landscapeKey = "LANDSCAPE";
+constexpr const char* paperSizeKey = "PAPER";
+constexpr const char* pdfFolderKey = "PDFFOLDER";
 
 std::string flagText(bool flag) {
   return flag ? "1" : "0";
@@ -31,6 +33,8 @@ TprintSettings TprintSettings::load(const TiniFile& ini) {
     settings.printed[i] = ini.readFlag(section, printColumns[i].settingsKey(), settings.printed[i]);
   }
   settings.landscape = ini.readFlag(section, landscapeKey, settings.landscape);
+  settings.paper = ini.readString(section, paperSizeKey, {});
+  settings.pdfFolder = ini.readString(section, pdfFolderKey, {});
   return settings;
 }
 
@@ -40,5 +44,7 @@ void TprintSettings::save(const TiniFile& ini) const {
     entries.emplace_back(printColumns[i].settingsKey(), flagText(printed[i]));
   }
   entries.emplace_back(landscapeKey, flagText(landscape));
+  entries.emplace_back(paperSizeKey, paper);
+  entries.emplace_back(pdfFolderKey, pdfFolder);
   ini.write(section, entries);
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <string>
 
 #include "store/columns.h"
 
@@ -18,6 +19,8 @@ struct TprintSettings {
   /// Which of `printColumns` are printed. The default is what the grid shows by default.
   std::array<bool, printColumnCount> printed = printedAtFirst();
   bool landscape = false;
+  std::string paper;      ///< its key (see `paperKey`); empty: the usual one
+  std::string pdfFolder;  ///< of the last PDF file, Windows-1252; empty: the user's documents
 
   bool printsAny() const;
 

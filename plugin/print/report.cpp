@@ -19,6 +19,7 @@ constexpr int smallTextSize = 7 * unitsPerPoint;
 constexpr int padding = 4 * unitsPerPoint;
 constexpr int smallPadding = 5 * unitsPerPoint / 2;
 constexpr int titleSize = 15 * unitsPerPoint;
+constexpr int searchLift = 3 * unitsPerPoint;  ///< into the space below the title
 constexpr int hairLine = unitsPerPoint / 2;
 constexpr int strongLine = unitsPerPoint;
 const QColor headingShade(0xDC, 0xDC, 0xDC);
@@ -83,11 +84,6 @@ QPageLayout reportPageLayout(const QPageSize& paper, bool landscape) {
   return {paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, landscape ? lying : upright};
 }
 
-QPageSize usualPaper() {
-  const bool metric = QLocale().measurementSystem() == QLocale::MetricSystem;
-  return {metric ? QPageSize::A4 : QPageSize::Letter};
-}
-
 Treport::Tfonts::Tfonts(std::size_t columnCount)
     : title(reportFont(titleSize, QFont::Bold)),
       heading(reportFont(columnCount < manyColumns ? textSize : smallTextSize, QFont::Bold)),
@@ -113,6 +109,7 @@ void Treport::paintPage(QPainter& painter, std::size_t page, double dotsPerInch)
   painter.scale(scale, scale);
   painter.setPen(Qt::black);
   paintTitle(painter);
+  paintSearch(painter);
   paintHeadings(painter);
   paintRows(painter, page);
   paintFooter(painter, page);
@@ -127,6 +124,16 @@ void Treport::paintTitle(QPainter& painter) const {
   painter.drawText(title, Qt::AlignRight | Qt::AlignTop, QStringLiteral("QT484"));
   painter.setFont(fonts_.text);
   painter.drawText(title, Qt::AlignRight | Qt::AlignBottom, date_);
+}
+
+void Treport::paintSearch(QPainter& painter) const {
+  painter.setFont(fonts_.text);
+  const QFontMetricsF metrics(painter.font());
+  double baseline = TreportLayout::titleHeight - searchLift + metrics.ascent();
+  for (const std::string& line : layout_.search()) {
+    painter.drawText(QPointF(0, baseline), printable(line));
+    baseline += metrics.height();
+  }
 }
 
 void Treport::paintHeadings(QPainter& painter) const {

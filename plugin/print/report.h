@@ -16,9 +16,6 @@ class QPainter;
 /// the top one in landscape.
 QPageLayout reportPageLayout(const QPageSize& paper, bool landscape);
 
-/// The usual paper in the user's country: A4 or Letter.
-QPageSize usualPaper();
-
 /// The equipment record report: a table, laid out for one paper and painted page by page. It is painted in its own
 /// units, so that preview, printer and PDF differ only in scale.
 class Treport {
@@ -45,6 +42,7 @@ class Treport {
   };
 
   void paintTitle(QPainter& painter) const;
+  void paintSearch(QPainter& painter) const;
   void paintHeadings(QPainter& painter) const;
   void paintRows(QPainter& painter, std::size_t page) const;
   void paintCells(QPainter& painter, const TreportRow& row, int top) const;

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::size_t mostHeadingLines = 12;
+constexpr std::size_t mostSearchLines = 3;
 constexpr int longWord = 16;  ///< characters; a longer word may be broken
 constexpr double usualPart = 0.97;
 
@@ -35,16 +36,20 @@ TcolumnNeed needOf(const TreportTable& table, std::size_t column, const TreportM
   return {std::max(headingWord, std::min(usualOf(words), mostOfWord)), usual, most, false};
 }
 
+/// At most so many lines, the last one with an ellipsis where lines are left out.
+TcellLines firstLines(std::string_view text, const TcharWidths& widths, int width, std::size_t most) {
+  const char ellipsis = '\x85';
+  const auto lines = wrappedLines(text, widths, width);
+  TcellLines first(lines.begin(), lines.begin() + std::ptrdiff_t(std::min(lines.size(), most)));
+  if (first.size() < lines.size()) first.back().back() = ellipsis;
+  return first;
+}
+
 std::vector<TcellLines> headingLines(const TreportTable& table, const std::vector<TreportColumn>& columns,
                                      const TcharWidths& widths) {
-  const char ellipsis = '\x85';
   std::vector<TcellLines> cells;
   for (std::size_t column = 0; column < columns.size(); ++column) {
-    const std::string heading = table.heading(column);
-    const auto lines = wrappedLines(heading, widths, columns[column].width);
-    TcellLines cell(lines.begin(), lines.begin() + std::ptrdiff_t(std::min(lines.size(), mostHeadingLines)));
-    if (cell.size() < lines.size()) cell.back().back() = ellipsis;
-    cells.push_back(std::move(cell));
+    cells.push_back(firstLines(table.heading(column), widths, columns[column].width, mostHeadingLines));
   }
   return cells;
 }
@@ -60,6 +65,7 @@ std::size_t mostLines(const std::vector<TcellLines>& cells) {
 TreportLayout::TreportLayout(const TreportTable& table, const TreportMetrics& metrics, QSize area)
     : table_(table), metrics_(metrics), area_(area) {
   makeColumns();
+  makeSearch();
   makeHeadings();
   makePages();
 }
@@ -77,9 +83,15 @@ void TreportLayout::makeColumns() {
   }
 }
 
+void TreportLayout::makeSearch() {
+  if (table_.search().empty()) return;
+  const std::string text = "Search: " + table_.search();
+  search_ = firstLines(text, metrics_.text, area_.width(), mostSearchLines);
+}
+
 void TreportLayout::makeHeadings() {
   headings_.cells = headingLines(table_, columns_, metrics_.heading);
-  headings_.top = titleHeight;
+  headings_.top = titleHeight + static_cast<int>(search_.size()) * metrics_.lineHeight;
   headings_.height = static_cast<int>(mostLines(headings_.cells)) * metrics_.lineHeight + 4 * rowPadding;
 }
 

@@ -50,6 +50,8 @@ class TreportLayout {
 
   QSize area() const { return area_; }
   const std::vector<TreportColumn>& columns() const { return columns_; }
+  /// What was searched for, below the title; no lines if nothing was.
+  const TcellLines& search() const { return search_; }
   /// The column headings, the same on each page. A very long heading ends in an ellipsis.
   const TreportRow& headings() const { return headings_; }
   /// At least 1, also for a report without rows.
@@ -67,6 +69,7 @@ class TreportLayout {
 
  private:
   void makeColumns();
+  void makeSearch();
   void makeHeadings();
   void makePages();
   int rowHeight(std::size_t row) const;
@@ -75,6 +78,7 @@ class TreportLayout {
   TreportMetrics metrics_;
   QSize area_;
   std::vector<TreportColumn> columns_;
+  TcellLines search_;
   TreportRow headings_{};
   std::vector<std::size_t> firstRows_;  ///< of each page
 };

@@ -5,13 +5,19 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QSaveFile>
+#include <algorithm>
 #include <string>
 
+#include "print/printStart.h"
 #include "print/report.h"
 #include "support/failure.h"
 #include "support/log.h"
 
 namespace {
+
+TprintStart startPage(QPagedPaintDevice& device) {
+  return device.newPage() ? TprintStart::started : TprintStart::failed;
+}
 
 ToutputResult failed(const Tfailure& failure) {
   logFailure(failure.text());
@@ -19,6 +25,13 @@ ToutputResult failed(const Tfailure& failure) {
 }
 
 }  // namespace
+
+std::optional<TpageRange> chosenPages(int from, int to, std::size_t pageCount) {
+  const auto first = static_cast<std::size_t>(std::max(from, 1)) - 1;
+  const auto end = to > 0 ? static_cast<std::size_t>(to) : pageCount;
+  if (first >= end || end > pageCount) return std::nullopt;
+  return TpageRange{first, end};
+}
 
 ToutputResult printReport(const Treport& report, QPagedPaintDevice& device, const TpageRange& pages,
                           const TpageStart& start) {
@@ -28,8 +41,11 @@ ToutputResult printReport(const Treport& report, QPagedPaintDevice& device, cons
       if (auto* printer = dynamic_cast<QPrinter*>(&device)) printer->abort();
       return ToutputResult::cancelled;
     }
-    const bool ready = page == pages.first ? painter.begin(&device) : device.newPage();
-    if (!ready) return failed({"print", "page " + std::to_string(page + 1), "the device did not start it"});
+    const TprintStart started = page == pages.first ? startPrinting(painter, device) : startPage(device);
+    if (started == TprintStart::cancelled) return ToutputResult::cancelled;
+    if (started == TprintStart::failed) {
+      return failed({"print", "page " + std::to_string(page + 1), "the device did not start it"});
+    }
     report.paintPage(painter, page, device.logicalDpiX());
   }
   return painter.end() ? ToutputResult::done : failed({"print", "report", "the device did not finish it"});

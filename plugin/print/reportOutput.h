@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 
 class QPagedPaintDevice;
 class QString;
@@ -14,6 +15,10 @@ struct TpageRange {
   std::size_t first;
   std::size_t end;  ///< one past the last
 };
+
+/// The pages from one number to the other, which count from 1; 0 stands for the first or the last page. Nothing where
+/// the report does not have all of them.
+std::optional<TpageRange> chosenPages(int from, int to, std::size_t pageCount);
 
 /// Called before each page with its number, counted from 0. Returning false cancels.
 using TpageStart = std::function<bool(std::size_t page)>;

@@ -5,7 +5,7 @@
 #include "testproc/autosequenceFileStructs.h"
 
 TreportTable::TreportTable(const TprintJob& job, std::vector<TrecordIndex> rows, const TprintSettings& settings)
-    : records_(job.records), titles_(job.titles), captions_(job.captions), rows_(std::move(rows)) {
+    : records_(job.records), titles_(job.titles), captions_(job.captions), search_(job.search), rows_(std::move(rows)) {
   columns_.push_back(columnNumber);
   for (std::size_t i = 0; i < printColumnCount; ++i) {
     if (settings.printed[i]) columns_.push_back(printColumns[i].id);

@@ -17,6 +17,7 @@ struct TprintJob {
   std::vector<TrecordIndex> shown;     ///< the records that the grid shows, in its order
   std::vector<TrecordIndex> selected;  ///< the selected ones of them, in the same order
   Tcaptions captions;                  ///< of the custom fields
+  std::string search = {};             ///< what was searched for, in words; empty where all records are shown
 };
 
 /// The cells of a report: one row per record; one column for the record number and one for each column chosen. All
@@ -31,6 +32,8 @@ class TreportTable {
   std::string heading(std::size_t column) const { return columnHeading(columns_[column], captions_); }
   /// Whether a column holds numbers, which are right-aligned and never wrapped.
   bool isNumber(std::size_t column) const;
+  /// What was searched for, in words; empty where all records are shown.
+  const std::string& search() const { return search_; }
   /// A cell's text, trimmed.
   std::string text(std::size_t row, std::size_t column) const;
 
@@ -38,6 +41,7 @@ class TreportTable {
   const TequipRecTable& records_;
   const TtestProcTable& titles_;
   Tcaptions captions_;
+  std::string search_;
   std::vector<TrecordIndex> rows_;
   std::vector<TcolumnId> columns_;
 };

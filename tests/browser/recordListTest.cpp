@@ -135,6 +135,7 @@ class TrecordListTest : public QObject {
     fill(list);
     list.search({"", "s\xFC\x64", "", "lamp"});
     QCOMPARE(shown(list.view()), "bcd");  // d by its title
+    QCOMPARE(list.searchInWords(), "Manufacturer \"s\xFC\x64\", General \"lamp\"");
     list.remove({0, 0});
     QCOMPARE(shown(list.view()), "cd");
     list.removeAdded(list.addBlank());
@@ -143,6 +144,7 @@ class TrecordListTest : public QObject {
     QVERIFY(!list.search({"bed", "", "", ""}));  // nothing is shown: nothing happens until the search is cleared
     list.clearSearch();
     QCOMPARE(shown(list.view()), "acd");
+    QCOMPARE(list.searchInWords(), "");
   }
 
   void everyStepIsUndoneAndRedone() {

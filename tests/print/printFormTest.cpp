@@ -1,8 +1,11 @@
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
 
+#include "print/paper.h"
 #include "print/printFixture.h"
 #include "print/printForm.h"
 #include "tools/dialogs.h"
@@ -22,12 +25,12 @@ class Tform {
 
   void click(const char* button) const { ::click(form.get(), button); }
   bool isChecked(const char* button) const { return control<QAbstractButton>(form.get(), button)->isChecked(); }
-  /// Presses Save as PDF and names the file.
-  void savePdf(const char* name) const {
+  /// Presses Save as PDF, in the dialog or its preview, and names the file.
+  void savePdf(const char* name, const QWidget* window = nullptr) const {
     whenOpen("QFileDialog", [path = folder / name](QWidget* dialog) {
       control<QLineEdit>(dialog, "fileNameEdit")->setText(nameOf(path));
       QMetaObject::invokeMethod(dialog, "accept");
-    }).during([&] { click("btnPdf"); });
+    }).during([&] { ::click(window == nullptr ? form.get() : window, "btnPdf"); });
   }
 
   TtestFolder folder;
@@ -61,14 +64,18 @@ class TprintFormTest : public QObject {
     }
     f.click("chkCustom3");
     f.click("radLandscape");
+    auto* paper = control<QComboBox>(f.form.get(), "ComboBoxPaper");
+    QCOMPARE(paper->currentText(), QPageSize::name(usualPaper().id()).section(u' ', 0, 0));
+    paper->setCurrentText(QStringLiteral("A5"));
     QVERIFY(control(f.form.get(), "btnPdf")->isEnabled());
     f.form->close();
     QCOMPARE(
         linesOf(f.folder / "e.ini"),
         "[PRINT]\nCONTROLNUM=0\nDESCRIPTION=0\nMANUFACTURER=0\nMODEL=0\nTESTPROC=0\nTITLE=0\nCUSTOM1=0\nCUSTOM2=0\n"
-        "CUSTOM3=1\nLANDSCAPE=1\n");
+        "CUSTOM3=1\nLANDSCAPE=1\nPAPER=A5\nPDFFOLDER=\n");
     f.form = std::make_unique<TEquipRecPrint>(f.records.job(), TiniFile(f.folder / "e.ini"), nullptr);
     QVERIFY(!f.isChecked("chkTitle") && f.isChecked("chkCustom3") && f.isChecked("radLandscape"));
+    QCOMPARE(control<QComboBox>(f.form.get(), "ComboBoxPaper")->currentText(), QStringLiteral("A5"));
   }
 
   void previewIsLeafedByKeyboard() {
@@ -99,8 +106,10 @@ class TprintFormTest : public QObject {
 
   void outputIsWrittenOrSaysWhyNot() {
     Tform f(5);
+    control<QComboBox>(f.form.get(), "ComboBoxPaper")->setCurrentText(QStringLiteral("Legal"));
     f.savePdf("r.pdf");
     QVERIFY(f.form->isHidden());
+    QVERIFY(poppler("pdftotext", {QStringLiteral("-bbox")}, f.folder / "r.pdf").contains(u"height=\"1008."));
     const QString printed = poppler("pdftotext", {}, f.folder / "r.pdf");
     for (const auto& [text, there] :
          {std::pair("ID00004", false), {"ID00003", true}, {"ID00002", true}, {"ID00001", false}}) {
@@ -111,6 +120,25 @@ class TprintFormTest : public QObject {
     f.click("btnPrint");
     QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"PDF Error", "No Printer"}));
     QVERIFY(f.form->isVisible());
+  }
+
+  void previewPrintsAndRemembersTheFolder() {
+    Tform f(5);
+    const auto savedFrom = [&](QWidget* preview) {
+      click(preview, "btnPrint");
+      QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"No Printer"});
+      QVERIFY(preview->isVisible());
+      f.savePdf("r.pdf", preview);
+    };
+    whenOpen("TfrmPrintPreview", savedFrom).during([&] { f.click("btnPreview"); });
+    QVERIFY(f.form->isHidden());
+    QVERIFY(poppler("pdftotext", {}, f.folder / "r.pdf").contains(u"ID00003"));
+    f.form = std::make_unique<TEquipRecPrint>(f.records.job(), TiniFile(f.folder / "e.ini"), nullptr);
+    f.form->show();
+    whenOpen("QFileDialog", [&](QWidget* dialog) {
+      QCOMPARE(qobject_cast<QFileDialog*>(dialog)->directory().path(), nameOf(f.folder.path()));
+      dialog->close();
+    }).during([&] { f.click("btnPdf"); });
   }
 
   void cancelledProgressLeavesTheDialogOpen() {

@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include "print/paper.h"
 #include "print/printFixture.h"
 #include "print/report.h"
 #include "print/reportOutput.h"
@@ -104,6 +105,50 @@ class TreportTest : public QObject {
       checkWords(folder / "r.pdf");
       checkPictures(folder / "r.pdf", pages.size());
     }
+  }
+
+  void headNamesTheSearch() {
+    const TprintFixture f(150);
+    TprintJob job = f.job();
+    std::string words;
+    while (words.size() < 2000) words += "MM ";
+    job.search = "Description \"pump\", General \"" + words + '"';
+    const Treport report({job, job.shown, {}}, reportPageLayout(QPageSize(QPageSize::A4), false));
+    const TtestFolder folder;
+    QCOMPARE(savePdf(report, nameOf(folder / "r.pdf"), goOn), ToutputResult::done);
+    QStringList printed;
+    for (const QString& page : pagesOf(folder / "r.pdf")) {
+      QVERIFY(page.contains(u"Search: Description \"pump\", General \"MM"));
+      QCOMPARE(page.count(u'\u2026'), 1);
+      printed << found(page, "ID\\d{5}");
+    }
+    QCOMPARE(printed, f.shownControlNums());
+    checkWords(folder / "r.pdf");
+    checkPictures(folder / "r.pdf", qsizetype(report.pageCount()));
+  }
+
+  void pagesAndPapersAreThoseThatExist() {
+    using Trange = std::pair<int, int>;
+    for (const auto& [from, to, expected] : {std::tuple(0, 0, Trange(0, 9)),
+                                             {1, 9, Trange(0, 9)},
+                                             {9, 9, Trange(8, 9)},
+                                             {3, 0, Trange(2, 9)},
+                                             {9, 10, Trange()},
+                                             {10, 12, Trange()},
+                                             {5, 4, Trange()}}) {
+      const auto pages = chosenPages(from, to, 9);
+      QCOMPARE(pages ? Trange(pages->first, pages->end) : Trange(), expected);
+    }
+    for (const auto& [locale, key] : {std::pair("en_GB", "A4"),
+                                      {"en_US", "Letter"},
+                                      {"es_MX", "Letter"},
+                                      {"de_DE", "A4"},
+                                      {"en_CA", "Letter"},
+                                      {"C", "A4"}}) {
+      QCOMPARE(paperKey(usualPaper(QLocale(QString::fromLatin1(locale)))), key);
+    }
+    for (const char* key : {"A4", "Letter", "Legal", "A3", "A5", "Tabloid"}) QCOMPARE(paperKey(paperOfKey(key)), key);
+    for (const char* key : {"", "Custom", "A99"}) QCOMPARE(paperOfKey(key).id(), usualPaper().id());
   }
 
   void printerPrintsTheSame() {
