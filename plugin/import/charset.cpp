@@ -69,8 +69,7 @@ Tcharset detected(std::streambuf& file) {
   goTo(file, 0);
   const auto first = static_cast<std::streamoff>(endOfAscii(file));
   goTo(file, first);
-  const int next = file.sgetc();
-  const bool isAbove = next != std::char_traits<char>::eof() && next >= 0x80;
+  const bool isAbove = file.sgetc() >= 0x80;
   return isAbove && isUtf8From(file, first) ? Tcharset::utf8 : Tcharset::windows1252;
 }
 

@@ -54,7 +54,7 @@ bool TrowReader::isLineCut(std::string_view line) const {
   if (line.size() < TlineReader::longestLine) return false;
   const std::uint64_t used = lines_->position() - lineStart_;
   const std::uint64_t length = used - (decoded_.endsLineAt(lines_->position()) ? 1 : 0);
-  return length > line.size() + 1 || (length == line.size() + 1 && line.data()[line.size()] != '\r');
+  return length > line.size() + 1 || (length == line.size() + 1 && *(line.data() + line.size()) != '\r');
 }
 
 /// What was replaced behind the cut of a very long row would need memory without end.

@@ -25,6 +25,7 @@ constexpr bool isBreak(char c) {
 TspreadsheetReader::TspreadsheetReader(std::istream& stream, char delimiter, std::function<bool()> goOn)
     : stream_(stream), goOn_(std::move(goOn)), delimiter_(delimiter) {
   for (const char c : {delimiter, '\r', '\n'}) stops_.at(static_cast<unsigned char>(c)) = true;
+  for (const char c : {quote, '\r', '\n'}) quotedStops_.at(static_cast<unsigned char>(c)) = true;
   text_.reserve(longestRow);
 }
 
@@ -71,7 +72,19 @@ void TspreadsheetReader::takeField() {
   if (counts) ends_.push_back(text_.size());
 }
 
+/// Takes the usual field, of which nothing needs to change. False: it is another one.
+bool TspreadsheetReader::takeSimplyQuoted() {
+  const std::size_t last = std::min(available(), longestQuote);
+  std::size_t length = 1;
+  while (length < last && !quotedStops_[static_cast<unsigned char>(at(length))]) ++length;
+  if (length + 1 >= last || at(length) != quote || at(length + 1) == quote) return false;
+  append(1, length);
+  begin_ += length + 1;
+  return true;
+}
+
 void TspreadsheetReader::takeQuoted() {
+  if (takeSimplyQuoted()) return;
   if (const std::size_t close = closingQuote()) {
     appendQuoted(1, close);
     begin_ += close + 1;
@@ -108,7 +121,7 @@ void TspreadsheetReader::takePlain() {
   do {
     std::size_t length = 0;
     while (length < available() && !stops_[static_cast<unsigned char>(at(length))]) ++length;
-    append(0, length);
+    if (length > 0) append(0, length);
     begin_ += length;
   } while (begin_ == end_ && more());
 }

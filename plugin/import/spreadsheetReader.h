@@ -46,6 +46,7 @@ class TspreadsheetReader {
   void skipLine();
   bool takeDelimiter();
   void takeBreak();
+  bool takeSimplyQuoted();
   std::size_t closingQuote();
   void append(std::size_t from, std::size_t to);
   void appendQuoted(std::size_t from, std::size_t to);
@@ -61,7 +62,8 @@ class TspreadsheetReader {
   std::istream& stream_;
   std::function<bool()> goOn_;
   char delimiter_;
-  std::array<bool, 256> stops_{};  ///< the characters that end a field without quotes
+  std::array<bool, 256> stops_{};        ///< the characters that end a field without quotes
+  std::array<bool, 256> quotedStops_{};  ///< those between quotes that are not taken as they are
   bool stopped_ = false;
 
   std::vector<char> buffer_;
