@@ -75,6 +75,7 @@ class Ttour {
   QString undoAndRedo();
   QString changeColumns();
   QString exportList();
+  QString exportListAs();
   QString openHelp();
   QString findItAllAgain();
   void whilePrintIsOpen(const std::function<void(const TuserHands&)>& act);
