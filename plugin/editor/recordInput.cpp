@@ -13,6 +13,12 @@ bool fitsRecord(QChar character) {
   return !character.isNull() && toRecordText(QString(character)).has_value();
 }
 
+/// What a character becomes in a field; zero: it is left out.
+QChar enteredCharacter(QChar character) {
+  if (character == u'\t' || isLineBreak(character)) return u' ';
+  return fitsRecord(character) && character.category() != QChar::Other_Control ? character : QChar();
+}
+
 /// Whether a key's text is typed text: keys such as Backspace have a control character as their text.
 bool isTyped(const QString& text) {
   return !text.isEmpty() && text.front() >= u' ' && text.front() != QChar(0x7F);
@@ -22,13 +28,14 @@ bool isTyped(const QString& text) {
 
 QString cleanedInput(const QString& text, qsizetype room) {
   QString cleaned;
-  QChar previous;
-  for (const QChar character : withoutDoubleQuotes(text)) {
+  bool isInBreak = false;
+  for (const QChar character : withoutDoubleQuotes(text.normalized(QString::NormalizationForm_C))) {
     if (cleaned.size() >= room) break;
-    const bool endOfBreak = previous == u'\r' && character == u'\n';
-    previous = character;
-    const QChar entered = isLineBreak(character) ? QChar(u' ') : character;
-    if (!endOfBreak && fitsRecord(entered)) cleaned += entered;
+    const QChar entered = enteredCharacter(character);
+    const bool isBreak = isLineBreak(character);
+    if (entered.isNull() || (isBreak && isInBreak)) continue;
+    cleaned += entered;
+    isInBreak = isBreak;
   }
   return cleaned;
 }

@@ -7,7 +7,8 @@
 
 /// A typed or pasted text as it enters a record field that has room for `room` more characters.
 ///
-/// Omits the zero character and characters that Windows-1252 lacks. A line break becomes one blank. A double quote
+/// A letter and its combining marks become one character where there is one. Control characters and characters that
+/// Windows-1252 lacks are left out; but a tab becomes a blank, and so does each run of line breaks. A double quote
 /// becomes the typographic closing quote (see `withoutDoubleQuotes`).
 QString cleanedInput(const QString& text, qsizetype room);
 

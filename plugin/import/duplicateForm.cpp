@@ -10,15 +10,17 @@
 
 namespace {
 
-/// Keeps out what a record cannot hold. A double quote becomes the typographic one and a line break a blank; a text
-/// with characters that Windows-1252 lacks is refused.
+/// Keeps out what a record should not hold. A double quote becomes the typographic one, a tab and a run of line breaks
+/// a blank; a text with characters that Windows-1252 lacks is refused.
 class TdeviceIdValidator : public QValidator {
  public:
   using QValidator::QValidator;
 
   State validate(QString& text, int& /*position*/) const override {
-    text = withoutDoubleQuotes(std::move(text)).replace(u'\n', u' ').replace(u'\r', u' ');
-    return toRecordText(text) && !text.contains(QChar(u'\0')) ? Acceptable : Invalid;
+    const auto bytes = toRecordText(text.normalized(QString::NormalizationForm_C));
+    if (!bytes) return Invalid;
+    text = fromRecordText(withoutDoubleQuotes(withoutControls(*bytes)));
+    return Acceptable;
   }
 };
 

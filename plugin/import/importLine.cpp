@@ -17,14 +17,21 @@ struct TfieldText {
   std::string changed;  ///< what `text` shows if it is not the row's own
 };
 
+/// Whether the character cannot stay in a record's text.
+bool isCleaned(char c) {
+  return static_cast<unsigned char>(c) < ' ' || c == '"' || c == 0x7F;
+}
+
 void makeText(TfieldText& made, std::string_view text, std::size_t field) {
   const std::size_t length = std::min(text.find('\0'), text.size());
   made.isCut = length < text.size();
   made.text = text.substr(0, length);
+  // A number with a control character within is unreadable; without it, it might be another number.
+  if (field != importTestProc && std::any_of(made.text.begin(), made.text.end(), isCleaned)) {
+    made.changed = withoutDoubleQuotes(withoutControls(made.text));
+    made.text = made.changed;
+  }
   if (field == fieldControlNum) made.text = withoutBlanks(made.text);
-  if (made.text.find('"') == std::string_view::npos) return;
-  made.changed = withoutDoubleQuotes(made.text);
-  made.text = made.changed;
 }
 
 bool setTestProc(TequipRec& record, std::string_view text) {

@@ -13,9 +13,9 @@
 /// A Device ID without the blanks and tabs around it.
 std::string_view withoutBlanks(std::string_view deviceId);
 
-/// A column of a row as it enters a field and as the preview shows it: without double quotes (see
-/// `withoutDoubleQuotes`) and cut at a zero byte; a Device ID also without blanks and tabs around it. Empty for column
-/// 0 and for a column that the row lacks.
+/// A column of a row as it enters a field and as the preview shows it: without double quotes and control characters
+/// (see `withoutDoubleQuotes` and `withoutControls`; a procedure number keeps them) and cut at a zero byte; a Device ID
+/// also without blanks and tabs around it. Empty for column 0 and for a column that the row lacks.
 std::string importedText(const TfieldList& fields, std::size_t column, std::size_t field);
 
 /// A row as a record.

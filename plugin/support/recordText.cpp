@@ -8,6 +8,10 @@ bool isBlankOrControl(char c) {
   return static_cast<unsigned char>(c) <= 0x20;
 }
 
+bool isControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
 char lowerAscii(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -38,6 +42,18 @@ std::string_view trimmedText(std::string_view text) {
   while (!text.empty() && isBlankOrControl(text.front())) text.remove_prefix(1);
   while (!text.empty() && isBlankOrControl(text.back())) text.remove_suffix(1);
   return text;
+}
+
+std::string withoutControls(std::string_view text) {
+  std::string cleaned;
+  bool isInBreak = false;
+  for (const char c : text) {
+    const bool isBreak = c == '\r' || c == '\n';
+    if (isControl(c) && c != '\t' && (!isBreak || isInBreak)) continue;
+    cleaned += isControl(c) ? ' ' : c;
+    isInBreak = isBreak;
+  }
+  return cleaned;
 }
 
 std::string withoutDoubleQuotes(std::string_view text) {

@@ -10,6 +10,10 @@
 /// five bytes that Windows-1252 leaves undefined stay.
 std::string_view trimmedText(std::string_view text);
 
+/// `text` without its control characters (bytes below 0x20, and 0x7F). A tab becomes a blank, and so does each run of
+/// line breaks.
+std::string withoutControls(std::string_view text);
+
 /// `text` with the typographic closing quote (0x94) in place of each double quote, which would end the field in the
 /// record files.
 std::string withoutDoubleQuotes(std::string_view text);

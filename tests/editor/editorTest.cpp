@@ -202,14 +202,15 @@ class TeditorTest : public QObject {
       edit(*f.browser, 0, [&](TequipRec& record) { record.clear(); });
       f.open();
       f.type(box, QStringLiteral("a\u4E2D\"b"));
-      f.paste(box, QStringLiteral("c\r\nd\u0416\"e\n\r\u2028\u20AC%1\U0001F600").arg(QChar(u'\0')));
+      f.paste(box, QStringLiteral("c\r\nd\u0416\"a\u0308\n\r\u2028\u0416\n\t\u20AC%1\x1B\x7F\u0081\U0001F600")
+                       .arg(QChar(u'\0')));
       f.press(Qt::Key_Z, Qt::ControlModifier);
       QCOMPARE(f.text(box), QStringLiteral("a\u201Db"));
       f.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
       QInputMethodEvent commit;
       commit.setCommitString(QStringLiteral("f\"\u0416g"));
       QApplication::sendEvent(f.control(box), &commit);
-      QCOMPARE(f.text(box), QStringLiteral("a\u201Dbc d\u201De   \u20ACf\u201Dg"));
+      QCOMPARE(f.text(box), QStringLiteral("a\u201Dbc d\u201D\u00E4  \u20ACf\u201Dg"));
       f.type(box, QString(limit, u'x'));
       QCOMPARE(f.text(box).size(), limit);
       f.press(Qt::Key_A, Qt::ControlModifier);

@@ -134,7 +134,9 @@ class TdialogsTest : public QObject {
     const auto refuse = [](QWidget* dialog) {
       auto* edit = control<QLineEdit>(dialog, "EditDeviceID");
       QCOMPARE(edit->text(), QStringLiteral("a"));
-      edit->setText(QStringLiteral("  "));
+      edit->selectAll();
+      edit->insert(QStringLiteral(" \t\x01\r\n\n"));
+      QCOMPARE(edit->text(), QStringLiteral("   "));
       QTest::keyClick(edit, Qt::Key_Return);
       QVERIFY(dialog->isVisible() && !control(dialog, "BtnRename")->isEnabled());
       edit->setText(QStringLiteral("x"));
