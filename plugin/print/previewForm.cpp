@@ -5,6 +5,7 @@
 #include <QShortcut>
 #include <algorithm>
 
+#include "print/flowLayout.h"
 #include "print/report.h"
 #include "ui_previewForm.h"
 
@@ -29,6 +30,9 @@ TfrmPrintPreview::TfrmPrintPreview(const Treport& report, QWidget* parent)
       ui_(std::make_unique<Ui::TfrmPrintPreview>()),
       pageCount_(static_cast<int>(report.pageCount())) {
   ui_->setupUi(this);
+  auto* tools = new TflowLayout(ui_->pnlTools);
+  const auto widgets = ui_->pnlTools->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+  for (QWidget* widget : widgets) tools->addWidget(widget);
   resize(size().boundedTo(screen()->availableSize() * 0.95));
   ui_->scrPage->setBackgroundRole(QPalette::Dark);
   ui_->pagPage->setReport(report);

@@ -1,5 +1,6 @@
 #include "print/printForm.h"
 
+#include <QScreen>
 #include <utility>
 
 #include "print/paper.h"
@@ -25,6 +26,7 @@ TEquipRecPrint::TEquipRecPrint(TprintJob job, TiniFile ini, QWidget* parent)
   showCaptions();
   showSettings(TprintSettings::load(ini_));
   enableButtons();
+  resize(size().boundedTo(screen()->availableSize()));
 }
 
 TEquipRecPrint::~TEquipRecPrint() = default;

@@ -49,8 +49,8 @@ std::vector<TmessageText> allMessages() {
                                         printFailed,      pdfNotWritten,      importCanceled,  recordsExceeded,
                                         recordsMalformed, deviceIdsTruncated, importNotRead,   couldNotCommunicate,
                                         invalidState,     unspecifiedError,   internalError,   corruptTestProcList};
-  messages.insert(messages.end(), {unsavedChangesFound, tooManyToRestore, listsJoined, listsNotJoined, filesRemoved,
-                                   exportSelected, exportNotWritten});
+  messages.insert(messages.end(), {noSuchPages, noLandscape, unsavedChangesFound, tooManyToRestore, listsJoined,
+                                   listsNotJoined, filesRemoved, exportSelected, exportNotWritten, reportNotSaved});
   for (const char* details : {changesOffered, changesNotSafe}) messages.push_back({details, "When you leave", {}});
   addExchangeMessages<TcommTimeoutException, TnoDeviceAttachedException, TinitializationException,
                       TbadInitializationException, TuninitializedCommModeException, TinvalidDataLengthException,
