@@ -78,6 +78,7 @@ class TgridHeader : public QHeaderView {
   QPixmap sortDown_;
   int sortColumn_ = -1;
   bool sortAscending_ = true;
+  bool edgeDoubleClicked_ = false;
 };
 
 TgridHeader::TgridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
@@ -86,6 +87,8 @@ TgridHeader::TgridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) 
   sortDown_ = QPixmap(QStringLiteral(":/PIC_SORT_DOWN"));
   setSectionsClickable(true);
   setHighlightSections(false);
+  setResizeContentsPrecision(0);  // only the rows in sight
+  connect(this, &QHeaderView::sectionHandleDoubleClicked, this, [this] { edgeDoubleClicked_ = true; });
 }
 
 void TgridHeader::showSort(int column, bool ascending) {
@@ -100,9 +103,12 @@ void TgridHeader::paintEvent(QPaintEvent* event) {
   QPainter(viewport()).fillRect(end, 0, width() - end, height(), silver);
 }
 
-/// The second of two quick presses arrives as a double click only. It counts as a press.
+/// The second of two quick presses arrives as a double click only. On a heading it counts as a press; on an edge the
+/// table fits the column.
 void TgridHeader::mouseDoubleClickEvent(QMouseEvent* event) {
-  mousePressEvent(event);
+  edgeDoubleClicked_ = false;
+  QHeaderView::mouseDoubleClickEvent(event);
+  if (!edgeDoubleClicked_) mousePressEvent(event);
 }
 
 void TgridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {

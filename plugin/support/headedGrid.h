@@ -9,6 +9,8 @@ struct TsortOrder;
 /// A grid with a silver heading row, rows of one fixed height, selection of whole rows in one range, and columns that
 /// the user may resize. It does not sort: `headerPressed` reports a press on a heading, and the owner sorts.
 ///
+/// A double click on the edge behind a heading fits the column to what is in sight.
+///
 /// Keys: Ctrl+1 to Ctrl+9 and Ctrl+0 press the headings of the first ten columns. Ctrl+Right and Ctrl+Left make the
 /// sort column wider and narrower.
 class TheadedGrid : public QTableView {

@@ -95,6 +95,17 @@ class TgridTest : public QObject {
     QVERIFY(!f.ini().contains("COL_7_WIDTH"));
   }
 
+  void doubleClickOnAnEdgeFitsTheColumn() {
+    TopenFrame f("[GRID]\nCOL_2_WIDTH=20\n");
+    const QHeaderView* header = f.grid()->horizontalHeader();
+    const QPoint edge(header->sectionViewportPosition(3) - 1, 5);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+    QTest::mouseDClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+    const int text = f.grid()->fontMetrics().horizontalAdvance(QStringLiteral("Description"));
+    QVERIFY(f.grid()->columnWidth(2) >= text && f.grid()->columnWidth(2) < text + 40);
+    QCOMPARE(f.column(1), QStringLiteral("c a b"));  // not sorted
+  }
+
   void selectionStaysOnRowsWhenSorted() {
     TopenFrame f;
     f.grid()->setFocus();
