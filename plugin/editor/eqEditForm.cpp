@@ -41,6 +41,7 @@ TfrmEqRecEditor::TfrmEqRecEditor(TeditorHost& host, TiniFile ini, QWidget* paren
   list_.showAll();
   refillSorted();
   connectControls();
+  setUpRemarks();
 }
 
 /// Does not touch the host, which may be gone already.
@@ -162,6 +163,7 @@ void TfrmEqRecEditor::showNoRecord() {
   showTexts(TequipRec());
   ui_->lstTestProc->clearSelection();
   ui_->txtTestProcedure->clear();
+  showProcedureMark();
 }
 
 void TfrmEqRecEditor::refillSorted() {
@@ -196,4 +198,5 @@ void TfrmEqRecEditor::lstTestProcMarkChanged() {
   if (!number && record == nullptr) return;
   ui_->txtTestProcedure->setText(fromRecordText(list_.caption(number ? *number : record->testProc())));
   ui_->txtTestProcedure->setCursorPosition(0);
+  showProcedureMark();
 }

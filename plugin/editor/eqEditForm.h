@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -66,6 +67,13 @@ class TfrmEqRecEditor : public QDialog {
   void showNoRecord();
   void goToRow(std::size_t row);
 
+  // What the editor remarks (editorRemarks.cpp)
+  void setUpRemarks();
+  void showRemark();
+  void addLeftOut(const QString& text);
+  std::optional<TrecordIndex> otherWithControlNum() const;
+  void showProcedureMark();
+
   void refillSorted();
   void markTestProc();
   std::optional<unsigned> markedTestProc() const;
@@ -85,6 +93,7 @@ class TfrmEqRecEditor : public QDialog {
   TtestProcList list_;
   std::int32_t currentIndex_ = noRecord;
   bool cancelled_ = false;
+  QString leftOut_;  ///< the end of the last input, for which there was no room
   // Destroyed before the list that it displays. The grid, deleted later, then has an empty model of its own.
   std::unique_ptr<TtestProcModel> model_;
   std::unique_ptr<Ui::TfrmEqRecEditor> ui_;

@@ -28,9 +28,11 @@ void TrecordEdit::keyPressEvent(QKeyEvent* event) {
     paste();
     return;
   }
+  const QString rest = leftOutInput(*event, room());
   QKeyEvent cleaned = cleanedKey(*event, maxLength());
   QLineEdit::keyPressEvent(&cleaned);
   event->setAccepted(cleaned.isAccepted());
+  if (!rest.isEmpty()) emit leftOut(rest);
 }
 
 void TrecordEdit::inputMethodEvent(QInputMethodEvent* event) {
@@ -60,12 +62,18 @@ void TrecordEdit::dropEvent(QDropEvent* event) {
   event->setAccepted(cleaned.isAccepted());
 }
 
+qsizetype TrecordEdit::room() const {
+  return maxLength() - text().size() + selectedText().size();
+}
+
 void TrecordEdit::enter(const QString& text) {
   const QString cleaned = cleanedInput(text, maxLength());
   if (cleaned.isEmpty()) return;
+  const QString rest = leftOutInput(text, room());
   endUndoStep();
   insert(cleaned);
   endUndoStep();
+  if (!rest.isEmpty()) emit leftOut(rest);
 }
 
 /// Moves the cursor away and back: one undo step reaches back to the last move of the cursor.

@@ -19,6 +19,10 @@ class TrecordEdit : public QLineEdit {
   /// Also replaces the base class's slot in the context menu, which finds it by name.
   Q_SLOT void paste();
 
+ signals:
+  /// The box had no room for this end of what the user typed or pasted.
+  void leftOut(const QString& text);
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
@@ -26,6 +30,7 @@ class TrecordEdit : public QLineEdit {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  qsizetype room() const;
   void enter(const QString& text);
   void endUndoStep();
 };

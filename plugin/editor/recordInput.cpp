@@ -1,5 +1,7 @@
 #include "editor/recordInput.h"
 
+#include <algorithm>
+
 #include "support/windows1252.h"
 
 namespace {
@@ -38,6 +40,14 @@ QString cleanedInput(const QString& text, qsizetype room) {
     isInBreak = isBreak;
   }
   return cleaned;
+}
+
+QString leftOutInput(const QString& text, qsizetype room) {
+  return cleanedInput(text, text.size()).mid(std::max<qsizetype>(room, 0));
+}
+
+QString leftOutInput(const QKeyEvent& event, qsizetype room) {
+  return isTyped(event.text()) ? leftOutInput(event.text(), room) : QString();
 }
 
 QKeyEvent cleanedKey(const QKeyEvent& event, qsizetype room) {

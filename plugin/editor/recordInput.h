@@ -12,6 +12,11 @@
 /// becomes the typographic closing quote (see `withoutDoubleQuotes`).
 QString cleanedInput(const QString& text, qsizetype room);
 
+/// What of such a text finds no room any more.
+QString leftOutInput(const QString& text, qsizetype room);
+/// As above, of the text that a key press types.
+QString leftOutInput(const QKeyEvent& event, qsizetype room);
+
 /// The key press with its text cleaned. A key that types nothing stays as it is.
 QKeyEvent cleanedKey(const QKeyEvent& event, qsizetype room);
 

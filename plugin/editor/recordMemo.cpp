@@ -46,9 +46,11 @@ QSize TrecordMemo::minimumSizeHint() const {
 
 void TrecordMemo::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return;
+  const QString rest = leftOutInput(*event, room());
   QKeyEvent cleaned = cleanedKey(*event, room());
   QPlainTextEdit::keyPressEvent(&cleaned);
   event->setAccepted(cleaned.isAccepted());
+  if (!rest.isEmpty()) emit leftOut(rest);
 }
 
 void TrecordMemo::inputMethodEvent(QInputMethodEvent* event) {
@@ -59,8 +61,10 @@ void TrecordMemo::inputMethodEvent(QInputMethodEvent* event) {
 
 void TrecordMemo::insertFromMimeData(const QMimeData* source) {
   QMimeData cleaned;
+  const QString rest = leftOutInput(source->text(), room());
   cleaned.setText(cleanedInput(source->text(), room()));
   if (!cleaned.text().isEmpty()) QPlainTextEdit::insertFromMimeData(&cleaned);
+  if (!rest.isEmpty()) emit leftOut(rest);
 }
 
 QMimeData* TrecordMemo::createMimeDataFromSelection() const {

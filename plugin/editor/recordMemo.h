@@ -25,6 +25,10 @@ class TrecordMemo : public QPlainTextEdit {
   QSize sizeHint() const override { return minimumSizeHint(); }
   QSize minimumSizeHint() const override;
 
+ signals:
+  /// The box had no room for this end of what the user typed or pasted.
+  void leftOut(const QString& text);
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;

@@ -162,6 +162,39 @@ class TeditorTest : public QObject {
     QVERIFY(f.editor->isVisible());
   }
 
+  void remarksStandBesideTheBoxes() {
+    TeditorFixture f(1);
+    QCOMPARE(f.text("lblControlNumUsed") + f.text("lblRemark"), QString());
+    f.press(Qt::Key_Backspace);
+    f.press(Qt::Key_2);
+    QCOMPARE(f.text("lblControlNumUsed"), QStringLiteral("in use"));
+    QCOMPARE(f.text("lblRemark"), QStringLiteral("Record 3 has this control number, too"));
+    for (const char key : QByteArray("34567890ABCDEFGHIJ")) QTest::keyClick(f.editor->windowHandle(), key);
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.text("lblRemark"), QStringLiteral("Left out, the box is full: HIJ"));
+    f.type("txtModel", QStringLiteral("x"));
+    QCOMPARE(f.text("lblControlNumUsed") + f.text("lblRemark"), QString());
+    f.paste("txtCustom1", QString(62, u'x') + QStringLiteral("yz"));
+    QCOMPARE(f.text("lblRemark"), QStringLiteral("Left out, the box is full: z"));
+  }
+
+  void keysWalkAndAChosenProcedureIsMarked() {
+    TeditorFixture f(1);
+    f.clickListed(0);
+    QCOMPARE(f.text("lblProcedureMark"), QStringLiteral("chosen, not taken until OK"));
+    f.control("txtDescription")->setFocus();
+    f.press(Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(f.text("txtControlNum") + f.text("lblProcedureMark"), QStringLiteral("r2"));
+    f.press(Qt::Key_Right, Qt::AltModifier);
+    QCOMPARE(f.text("txtControlNum"), QStringLiteral("r0"));
+    QCOMPARE(f.browser->records().at(0).testProc(), 3U);
+    f.clickListed(0);
+    f.control("txtDescription")->setFocus();
+    f.press(Qt::Key_Return, Qt::ControlModifier);
+    QVERIFY(f.editor->isHidden() && !f.editor->isCancelled());
+    QCOMPARE(f.browser->records().at(0).testProc(), 2U);
+  }
+
   void settingsAreReadAndStored() {
     TeditorFixture f;
     writeBytes(f.folder / "e.ini",
