@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "browser/gridModel.h"
+#include "browser/scanBuffer.h"
 #include "browser/shortcuts.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
@@ -113,6 +114,9 @@ void TEquipmentRecordPluginFrame::setUpGrid() {
   connect(grid, &TheadedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
   connect(grid, &TheadedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
   connect(grid, &TheadedGrid::deleteReleased, this, &Tframe::btnDeleteClick);
+  auto* scans = new TscanBuffer(grid);
+  connect(scans, &TscanBuffer::typed, this, &Tframe::tblEqRecTyped);
+  connect(scans, &TscanBuffer::entered, this, &Tframe::tblEqRecScanned);
   connect(grid->selectionModel(), &QItemSelectionModel::selectionChanged, this, &Tframe::showStatus);
 }
 
@@ -129,6 +133,11 @@ void TEquipmentRecordPluginFrame::setUpKeys() {
   shortcuts->add(Qt::CTRL | Qt::Key_U, ui_->BtnUpload);
   shortcuts->add(Qt::CTRL | Qt::Key_P, ui_->btnPrint);
   shortcuts->add(Qt::Key_F1, ui_->BtnHelp);
+  shortcuts->add(Qt::CTRL | Qt::Key_Comma, ui_->btnOptions);
+  shortcuts->add(Qt::CTRL | Qt::SHIFT | Qt::Key_F, ui_->btnClearSearch);
+  // Not at once: the host may delete the frame, and the shortcut with it.
+  shortcuts->add(Qt::CTRL | Qt::Key_W, this,
+                 [this] { QMetaObject::invokeMethod(ui_->BtnExit, &QAbstractButton::click, Qt::QueuedConnection); });
   shortcuts->add(Qt::CTRL | Qt::Key_F, this, [this] { goToSearch(); });
 }
 

@@ -97,6 +97,8 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void tblEqRecHeaderPressed(int column);
   void tblEqRecDoubleClicked(const QModelIndex& index);
   void tblEqRecEnterReleased();
+  void tblEqRecTyped(const QString& text);
+  void tblEqRecScanned(const QString& text);
   void btnSearchClick();
   void btnClearSearchClick();
   void lblAttentionClick();

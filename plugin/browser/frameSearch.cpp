@@ -1,8 +1,11 @@
+#include <QApplication>
 #include <QLineEdit>
 #include <algorithm>
 #include <array>
 
 #include "browser/EquipmentRecordPluginFrame.h"
+#include "browser/statusText.h"
+#include "editor/eqEditForm.h"
 #include "support/headedGrid.h"
 #include "support/recordText.h"
 #include "support/windows1252.h"
@@ -78,6 +81,28 @@ void TEquipmentRecordPluginFrame::lblAttentionClick() {
   sort();
   selectFirstRow();
   ui_->tblEqRec->setFocus();
+}
+
+void TEquipmentRecordPluginFrame::tblEqRecTyped(const QString& text) {
+  say(text.isEmpty() ? QString() : QStringLiteral("Control number: %1").arg(text));
+}
+
+/// Opens the record with this control number, also one that a search hides. As the editor stores a control number, a
+/// double quote is the typographic one.
+void TEquipmentRecordPluginFrame::tblEqRecScanned(const QString& text) {
+  const auto controlNum = toRecordText(withoutDoubleQuotes(text));
+  const auto found = controlNum ? list_.withControlNum(*controlNum) : std::vector<TrecordIndex>();
+  if (found.empty()) {
+    say(QStringLiteral("No record has the control number %1").arg(text.trimmed()));
+    QApplication::beep();
+    return;
+  }
+  if (!list_.rowsOf(found)) showAll();
+  setCurrentRow(list_.rowsOf(found)->top);
+  say(found.size() == 1
+          ? QString()
+          : QStringLiteral("%1 have the control number %2").arg(recordCountText(found.size()), text.trimmed()));
+  if (!editor_) editRecord(list_.view().at(currentRow()));
 }
 
 void TEquipmentRecordPluginFrame::showAll() {

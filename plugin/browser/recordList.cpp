@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "browser/settings.h"
+#include "support/recordText.h"
 
 namespace {
 
@@ -98,6 +99,15 @@ bool TrecordList::search(const TsearchTexts& texts) {
   attentionSought_ = false;
   view_.show(found());
   return true;
+}
+
+std::vector<TrecordIndex> TrecordList::withControlNum(std::string_view controlNum) const {
+  const std::string_view sought = trimmedText(controlNum);
+  std::vector<TrecordIndex> records;
+  for (TrecordIndex i = 0; i < records_.count(); ++i) {
+    if (trimmedText(records_.at(i).text(fieldControlNum)) == sought) records.push_back(i);
+  }
+  return records;
 }
 
 void TrecordList::searchAttention() {

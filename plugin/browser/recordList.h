@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -77,6 +78,8 @@ class TrecordList {
   /// Searches all records, shows those found and remembers the texts. If the view is empty, does nothing and returns
   /// false. If all texts are empty, the view stays.
   bool search(const TsearchTexts& texts);
+  /// The records with exactly this control number (Windows-1252), blanks at its ends apart, in table order.
+  std::vector<TrecordIndex> withControlNum(std::string_view controlNum) const;
   /// Shows the records that need attention, as a search shows those that it finds.
   void searchAttention();
   /// Whether a search decides which records are shown.

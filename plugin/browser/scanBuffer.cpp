@@ -1,0 +1,75 @@
+#include "browser/scanBuffer.h"
+
+#include <QKeyEvent>
+#include <QWidget>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds longestPause(1500);
+
+bool isEnter(const QKeyEvent& key) {
+  return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
+
+/// Whether a key types something. A blank at the beginning does not count: the space bar may mean something else.
+bool isTyped(const QKeyEvent& key, bool isFirst) {
+  const auto control = Qt::ControlModifier | Qt::MetaModifier;
+  const bool isAltGr = key.modifiers().testFlag(Qt::AltModifier) && key.modifiers().testFlag(Qt::ControlModifier);
+  if ((key.modifiers() & control) != 0 && !isAltGr) return false;
+  return !key.text().isEmpty() && key.text().front().isPrint() && !(isFirst && key.key() == Qt::Key_Space);
+}
+
+}  // namespace
+
+TscanBuffer::TscanBuffer(QWidget* widget) : QObject(widget) {
+  pause_.setSingleShot(true);
+  pause_.setInterval(longestPause);
+  connect(&pause_, &QTimer::timeout, this, [this] { change({}); });
+  widget->installEventFilter(this);
+}
+
+bool TscanBuffer::eventFilter(QObject* /*watched*/, QEvent* event) {
+  const auto* key = static_cast<QKeyEvent*>(event);
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      return press(*key);
+    case QEvent::KeyRelease:
+      if (!isEnding_ || !isEnter(*key) || key->isAutoRepeat()) return false;
+      isEnding_ = false;
+      emit entered(std::exchange(text_, {}));
+      return true;  // the receiver may have deleted this
+    case QEvent::FocusOut:
+      isEnding_ = false;
+      if (!text_.isEmpty()) change({});
+      return false;
+    default:
+      return false;
+  }
+}
+
+/// Returns whether the key belongs to the text.
+bool TscanBuffer::press(const QKeyEvent& key) {
+  if (isTyped(key, text_.isEmpty())) {
+    change(text_ + key.text());
+  } else if (text_.isEmpty()) {
+    return false;
+  } else if (isEnter(key)) {
+    pause_.stop();
+    isEnding_ = true;
+  } else if (key.key() == Qt::Key_Backspace) {
+    change(text_.chopped(1));
+  } else if (key.key() == Qt::Key_Escape) {
+    change({});
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void TscanBuffer::change(const QString& text) {
+  text_ = text;
+  text_.isEmpty() ? pause_.stop() : pause_.start();
+  emit typed(text_);
+}
