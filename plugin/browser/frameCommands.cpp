@@ -136,12 +136,8 @@ void TEquipmentRecordPluginFrame::btnPrintClick() {
     showMessage(this, nothingToPrint);
     return;
   }
-  TprintJob job{list_.records(),
-                list_.titles(),
-                list_.recordsIn({0, view.count() - 1}),
-                selectedRecords(),
-                settings_.captions,
-                list_.searchInWords()};
+  TprintJob job{list_.records(),   list_.titles(),     list_.recordsIn({0, view.count() - 1}),
+                selectedRecords(), settings_.captions, list_.searchInWords()};
   TmodalDialog<TEquipRecPrint>(std::move(job), ini_, this).exec();
 }
 

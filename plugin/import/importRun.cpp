@@ -16,6 +16,7 @@ namespace {
 using Tclock = std::chrono::steady_clock;
 
 constexpr auto pollInterval = std::chrono::milliseconds(10);
+constexpr unsigned callsPerLook = 16;
 
 /// Takes over what a row has for a record, except for the Device ID, by which it was found.
 void update(TequipRec& record, const TimportedRow& row) {
@@ -65,8 +66,11 @@ class Timporter {
 
  private:
   bool goOn() {
+    // Asking the time costs as much as a short row.
+    const bool isAsked = polled_ == Tclock::time_point() || ++calls_ % callsPerLook == 0;
+    if (stopped_ || !isAsked) return !stopped_;
     const auto now = Tclock::now();
-    if (stopped_ || now - polled_ < pollInterval) return !stopped_;
+    if (now - polled_ < pollInterval) return true;
     const std::uint64_t share = std::min(reader_.position(), fileSize_) * 100 / fileSize_;
     stopped_ = !observer_.goOn(static_cast<int>(share));
     polled_ = Tclock::now();
@@ -85,12 +89,12 @@ class Timporter {
     result_.malformed = result_.malformed || made_.has(TremarkKind::otherFieldCount) ||
                         made_.has(TremarkKind::procedureUnreadable) || made_.has(TremarkKind::cutAtZero);
     result_.truncated = result_.truncated || made_.has(TremarkKind::deviceIdCut);
-    const TknownDevices::Tdevice* known = known_.find(made_.record.text(fieldControlNum));
-    if (known == nullptr) return add();
+    const TknownDevices::Tdevice* known = addNew();
+    if (known == nullptr) return;
     ++result_.duplicates;
     switch (options_.known) {
       case TknownChoice::ask:
-        return rename() ? add() : skip(TremarkKind::knownSkipped);
+        return rename() ? addRenamed() : skip(TremarkKind::knownSkipped);
       case TknownChoice::skip:
         return skip(TremarkKind::knownSkipped);
       case TknownChoice::update:
@@ -98,16 +102,31 @@ class Timporter {
     }
   }
 
-  void add() {
+  TrecordIndex nextIndex() const { return static_cast<TrecordIndex>(result_.records.size()); }
+
+  /// Adds the record if its Device ID is not known; otherwise returns what is known.
+  const TknownDevices::Tdevice* addNew() {
     if (!hasRoom()) {
-      isBeyond_ = true;
-      return skip(TremarkKind::beyondLimit);
+      const TknownDevices::Tdevice* known = known_.find(made_.record.text(fieldControlNum));
+      if (known == nullptr) skip(TremarkKind::beyondLimit);
+      isBeyond_ = isBeyond_ || known == nullptr;
+      return known;
     }
+    const auto [known, isAdded] = known_.add(made_.record, nextIndex());
+    if (!isAdded) return known;
+    take();
+    return nullptr;
+  }
+
+  void addRenamed() {
+    const auto [known, isAdded] = known_.add(made_.record, nextIndex());
+    if (!isAdded) known->isSeveral = true;
+    take();
+  }
+
+  void take() {
     noteTaken();
-    const auto index = static_cast<TrecordIndex>(result_.records.size());
-    // Moving a record does not move its texts.
     result_.records.push_back(std::move(made_.record));
-    known_.add(result_.records.back(), index);
   }
 
   void update(const TknownDevices::Tdevice& known) {
@@ -171,6 +190,7 @@ class Timporter {
   TimportRow row_;
   TimportedRow made_;
   Tclock::time_point polled_;
+  unsigned calls_ = 0;
   bool isBeyond_ = false;
   bool stopped_ = false;
 };

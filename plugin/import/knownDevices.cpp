@@ -4,7 +4,11 @@
 
 TknownDevices::TknownDevices(const TequipRecTable& table) {
   devices_.reserve(equipRecLimit);
-  for (TrecordIndex i = 0; i < table.count(); ++i) add(table.at(i), i, false);
+  for (TrecordIndex i = 0; i < table.count(); ++i) {
+    const auto [device, isFirst] = add(table.at(i), i);
+    device->isNew = false;
+    device->isSeveral = !isFirst;
+  }
 }
 
 const TknownDevices::Tdevice* TknownDevices::find(std::string_view deviceId) const {
@@ -12,8 +16,7 @@ const TknownDevices::Tdevice* TknownDevices::find(std::string_view deviceId) con
   return found == devices_.end() ? nullptr : &found->second;
 }
 
-void TknownDevices::add(const TequipRec& record, TrecordIndex index, bool isNew) {
-  const auto [known, isFirst] =
-      devices_.try_emplace(withoutBlanks(record.text(fieldControlNum)), Tdevice{index, isNew, false});
-  if (!isFirst) known->second.isSeveral = true;
+std::pair<TknownDevices::Tdevice*, bool> TknownDevices::add(const TequipRec& record, TrecordIndex index) {
+  const auto [known, isAdded] = devices_.try_emplace(withoutBlanks(record.text(fieldControlNum)), Tdevice{index});
+  return {&known->second, isAdded};
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "store/datastructs.h"
 
@@ -12,7 +13,7 @@ class TknownDevices {
   /// What is known of one Device ID.
   struct Tdevice {
     TrecordIndex index = 0;  ///< of the first record that has it: in the list or, if `isNew`, among those read
-    bool isNew = false;
+    bool isNew = true;
     bool isSeveral = false;  ///< more than one record has it
   };
 
@@ -21,11 +22,10 @@ class TknownDevices {
 
   /// Null if no record has this Device ID. Valid until the next call of `add`.
   const Tdevice* find(std::string_view deviceId) const;
-  /// Adds a record that was read.
-  void add(const TequipRec& record, TrecordIndex index) { add(record, index, true); }
+  /// Adds a record that was read, unless its Device ID is known. Returns what is known, and whether it was added. The
+  /// record may be moved, as that does not move its texts.
+  std::pair<Tdevice*, bool> add(const TequipRec& record, TrecordIndex index);
 
  private:
-  void add(const TequipRec& record, TrecordIndex index, bool isNew);
-
   std::unordered_map<std::string_view, Tdevice> devices_;
 };
