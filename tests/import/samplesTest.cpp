@@ -60,7 +60,8 @@ TequipRecTable everyByte(const std::string& between) {
   for (unsigned byte = 1; byte < 256; ++byte) {
     if (byte == '"' || byte == '\r' || byte == '\n') continue;
     const std::string text(3, static_cast<char>(byte));
-    TequipRec record = makeRecord({"ID " + std::to_string(byte), text + between + text, 'x' + text, text + 'x'}, byte);
+    const std::string within = std::string(text).append(between).append(text);
+    TequipRec record = makeRecord({"ID " + std::to_string(byte), within, 'x' + text, text + 'x'}, byte);
     record.setText(fieldCustom3, std::string_view(text));
     append(table, std::move(record));
   }
