@@ -45,7 +45,7 @@ TEquipmentRecordPluginFrame::TEquipmentRecordPluginFrame(TframeContext context)
     : context_(std::move(context)),
       ini_(findPath(context_.programFolder, "EquipmentRecord.ini")),
       files_(placesOf(context_)),
-      help_(makeHelpViewer()),
+      help_(makeHelpViewer(context_.programFolder)),
       model_(std::make_unique<TgridModel>(list_.view(), list_.columns(),
                                           [this](TrecordIndex index) { return list_.attention().reason(index); })),
       ui_(std::make_unique<Ui::TEquipmentRecordPluginFrame>()) {

@@ -10,6 +10,7 @@
 #include "browser/statusText.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
+#include "help/windowTopics.h"
 #include "import/importOptionsForm.h"
 #include "print/printForm.h"
 #include "support/headedGrid.h"
@@ -183,5 +184,5 @@ void TEquipmentRecordPluginFrame::showRows(const std::optional<TrowRange>& rows)
 }
 
 void TEquipmentRecordPluginFrame::BtnHelpClick() {
-  help_->show(context_.programFolder, this);
+  help_->show(this, QString::fromLatin1(guideStart));
 }

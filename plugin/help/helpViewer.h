@@ -1,27 +1,31 @@
 #pragma once
 
+#include <QObject>
 #include <filesystem>
 #include <memory>
 
 class QWidget;
 
-/// Shows the user's guide in a window of its own, which does not block the other windows. Use it on the user-interface
-/// thread. The destructor closes the window.
-class ThelpViewer {
- public:
-  ThelpViewer() = default;
-  ThelpViewer(const ThelpViewer&) = delete;
-  ThelpViewer& operator=(const ThelpViewer&) = delete;
-  virtual ~ThelpViewer() = default;
+/// Shows the user's guide in a window of its own, which does not block the other windows. While it lives, F1 in a
+/// dialog or message box of the plug-in opens the guide at that window's section. Use it on the user-interface thread.
+/// The destructor closes the guide.
+class ThelpViewer : public QObject {
+  Q_OBJECT
 
-  /// Shows the guide's start page, and brings a window that is already open to the front. `programFolder` holds the
-  /// compiled guide, for viewers that need it. The guide stays in front of the window of `owner`, and closes when
-  /// `owner` is destroyed. If there is no guide or no viewer for it, nothing happens.
-  virtual void show(const std::filesystem::path& programFolder, QWidget* owner) = 0;
+ public:
+  ThelpViewer();
+
+  /// Shows a section of the guide, such as "editor.html#fields", and brings a window that is already open to the front.
+  /// The guide stays in front of the window of `owner`, and closes when `owner` is destroyed. If there is no guide or
+  /// no viewer for it, nothing happens.
+  virtual void show(QWidget* owner, const QString& topic) = 0;
 
   /// Closes every help window of this process.
   virtual void closeAll() = 0;
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 /// The platform's viewer: on Windows the one for compiled help, elsewhere a window that shows the same pages.
-std::unique_ptr<ThelpViewer> makeHelpViewer();
+/// `programFolder` holds the compiled guide, for viewers that need it.
+std::unique_ptr<ThelpViewer> makeHelpViewer(const std::filesystem::path& programFolder);

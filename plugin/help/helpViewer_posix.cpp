@@ -7,9 +7,9 @@ namespace {
 
 class TwindowHelpViewer : public ThelpViewer {
  public:
-  void show(const std::filesystem::path& /*programFolder*/, QWidget* owner) override {
+  void show(QWidget* owner, const QString& topic) override {
     if (window_ == nullptr) window_ = std::make_unique<ThelpWindow>();
-    window_->showInFrontOf(owner);
+    window_->showInFrontOf(owner, topic);
   }
 
   void closeAll() override {
@@ -25,6 +25,6 @@ class TwindowHelpViewer : public ThelpViewer {
 
 }  // namespace
 
-std::unique_ptr<ThelpViewer> makeHelpViewer() {
+std::unique_ptr<ThelpViewer> makeHelpViewer(const std::filesystem::path& /*programFolder*/) {
   return std::make_unique<TwindowHelpViewer>();
 }

@@ -1,5 +1,6 @@
 #include <QWidget>
 #include <string>
+#include <utility>
 #include <windows.h>
 
 #include "help/helpTopic.h"
@@ -39,22 +40,23 @@ std::filesystem::path shortName(const std::filesystem::path& folder) {
   return name;
 }
 
-std::string topicBytes(const std::filesystem::path& programFolder) {
+std::string topicBytes(const std::filesystem::path& programFolder, const std::string& section) {
   BOOL lossy = FALSE;
-  const std::string bytes = narrow(helpTopic(programFolder).native(), lossy);
-  return lossy ? narrow(helpTopic(shortName(programFolder)).native(), lossy) : bytes;
+  const std::string bytes = narrow(helpTopic(programFolder, section).native(), lossy);
+  return lossy ? narrow(helpTopic(shortName(programFolder), section).native(), lossy) : bytes;
 }
 
 class TsystemHelpViewer : public ThelpViewer {
  public:
+  explicit TsystemHelpViewer(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
   ~TsystemHelpViewer() override { TsystemHelpViewer::closeAll(); }
 
-  void show(const std::filesystem::path& programFolder, QWidget* owner) override {
+  void show(QWidget* owner, const QString& topic) override {
     const ThtmlHelp help = htmlHelp();
     if (help == nullptr) return;
     shown_ = true;
     const auto window = owner == nullptr ? nullptr : reinterpret_cast<HWND>(owner->window()->winId());
-    help(window, topicBytes(programFolder).c_str(), displayTopic, 0);
+    help(window, topicBytes(programFolder_, topic.toStdString()).c_str(), displayTopic, 0);
   }
 
   void closeAll() override {
@@ -63,11 +65,12 @@ class TsystemHelpViewer : public ThelpViewer {
   }
 
  private:
+  std::filesystem::path programFolder_;
   bool shown_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<ThelpViewer> makeHelpViewer() {
-  return std::make_unique<TsystemHelpViewer>();
+std::unique_ptr<ThelpViewer> makeHelpViewer(const std::filesystem::path& programFolder) {
+  return std::make_unique<TsystemHelpViewer>(programFolder);
 }

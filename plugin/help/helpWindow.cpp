@@ -5,12 +5,12 @@
 #include <QSignalBlocker>
 #include <QWindow>
 
+#include "help/windowTopics.h"
 #include "ui_helpWindow.h"
 
 namespace {
 
 const QString guideFolder = QStringLiteral("qrc:/help/");
-const QString startPage = QStringLiteral("EquipmentRecord.html");
 
 QString guideContents() {
   QFile file(QStringLiteral(":/help/EquipmentRecord.hhc"));
@@ -44,18 +44,19 @@ void ThelpWindow::fillContents() {
 void ThelpWindow::connectControls() {
   connect(ui_->btnBack, &QAbstractButton::clicked, ui_->txtPage, &QTextBrowser::backward);
   connect(ui_->btnForward, &QAbstractButton::clicked, ui_->txtPage, &QTextBrowser::forward);
-  connect(ui_->btnContents, &QAbstractButton::clicked, this, &ThelpWindow::showStartPage);
+  connect(ui_->btnContents, &QAbstractButton::clicked, this, [this] { showTopic(QString::fromLatin1(guideStart)); });
   connect(ui_->txtPage, &QTextBrowser::backwardAvailable, ui_->btnBack, &QWidget::setEnabled);
   connect(ui_->txtPage, &QTextBrowser::forwardAvailable, ui_->btnForward, &QWidget::setEnabled);
   connect(ui_->txtPage, &QTextBrowser::sourceChanged, this, &ThelpWindow::txtPageSourceChanged);
   connect(ui_->lstContents, &QListWidget::currentItemChanged, this, &ThelpWindow::lstContentsRowChanged);
 }
 
-void ThelpWindow::showInFrontOf(QWidget* owner) {
+void ThelpWindow::showInFrontOf(QWidget* owner, const QString& topic) {
+  hide();   // a modal dialog that opened meanwhile blocks it until it is shown again
   winId();  // creates the window's handle
   windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->window()->windowHandle());
   if (owner != nullptr) connect(owner, &QObject::destroyed, this, &QWidget::close, Qt::UniqueConnection);
-  showStartPage();
+  showTopic(topic);
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
@@ -63,8 +64,8 @@ void ThelpWindow::showInFrontOf(QWidget* owner) {
   ui_->txtPage->setFocus();
 }
 
-void ThelpWindow::showStartPage() {
-  ui_->txtPage->setSource(QUrl(guideFolder + startPage));
+void ThelpWindow::showTopic(const QString& topic) {
+  ui_->txtPage->setSource(QUrl(guideFolder + topic));
 }
 
 void ThelpWindow::lstContentsRowChanged(const QListWidgetItem* item) {

@@ -19,13 +19,14 @@ class ThelpWindow : public QDialog {
   ThelpWindow();
   ~ThelpWindow() override;
 
-  /// Shows the start page in front of the window of `owner`, and closes when `owner` is destroyed. `owner` may be null.
-  void showInFrontOf(QWidget* owner);
+  /// Shows a section in front of the window of `owner`, which may be modal, and closes when `owner` is destroyed.
+  /// `owner` may be null.
+  void showInFrontOf(QWidget* owner, const QString& topic);
 
  private:
   void fillContents();
   void connectControls();
-  void showStartPage();
+  void showTopic(const QString& topic);
   void lstContentsRowChanged(const QListWidgetItem* item);
   void txtPageSourceChanged(const QUrl& source);
 

@@ -1,3 +1,4 @@
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTextDocument>
@@ -7,6 +8,7 @@
 #include "comm/commMessages.h"
 #include "help/guideFiles.h"
 #include "help/helpTopic.h"
+#include "help/windowTopics.h"
 #include "import/importMessages.h"
 #include "print/printMessages.h"
 #include "store/loadReport.h"
@@ -33,6 +35,10 @@ bool leadsSomewhere(const QString& from, const QString& target) {
   const QString text = content(target.startsWith(u'#') ? from : target.section(u'#', 0, 0));
   const QString anchor = target.section(u'#', 1);
   return !text.isEmpty() && (anchor.isEmpty() || text.contains(QStringLiteral("<a name=\"%1\">").arg(anchor)));
+}
+
+bool isInGuide(const QString& topic) {
+  return !topic.isEmpty() && leadsSomewhere({}, topic);
 }
 
 /// Adds the messages for these exceptions in both steps of the exchange with the analyzer.
@@ -88,9 +94,28 @@ class TguideTest : public QObject {
     }
   }
 
+  void everyWindowAndMessageHasATopic() {
+    static const QRegularExpression name(QStringLiteral("<class>(\\w+)</class>"));
+    QDirIterator forms(QStringLiteral(PLUGIN_FOLDER), {QStringLiteral("*.ui")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    int count = 0;
+    for (; forms.hasNext(); ++count) {
+      const QString window = name.match(QString::fromUtf8(bytesOf(forms.next().toStdString()))).captured(1);
+      if (window == QStringLiteral("ThelpWindow")) continue;
+      QVERIFY2(isInGuide(topicOfWindow(window)), qPrintable(window));
+    }
+    QVERIFY(count > 10);
+    for (const TmessageText& message : allMessages()) {
+      if (message.caption == std::string("When you leave")) continue;
+      const QString topic = topicOfMessage(QString::fromLatin1(message.caption), QString::fromLatin1(message.text));
+      QVERIFY2(isInGuide(topic), message.text);
+    }
+    QVERIFY(topicOfMessage(QStringLiteral("Error"), QStringLiteral("The host's own")).isEmpty());
+  }
+
   void namesTopicByFullPath() {
     const std::string folder = std::filesystem::current_path().generic_string() + "/qt 484/bin";
-    QCOMPARE(helpTopic("qt 484/x/.././bin/").generic_string(), folder + "/EquipmentRecord.chm::/EquipmentRecord.html");
+    QCOMPARE(helpTopic("qt 484/x/.././bin/", "a.html#b").generic_string(), folder + "/EquipmentRecord.chm::/a.html#b");
   }
 };
 EQREC_TEST(TguideTest);

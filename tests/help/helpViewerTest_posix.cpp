@@ -1,5 +1,7 @@
 #include <QApplication>
+#include <QFileDialog>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBrowser>
@@ -48,10 +50,10 @@ class ThelpViewerTest : public QObject {
 
  private slots:
   void init() {
-    viewer_ = makeHelpViewer();
+    viewer_ = makeHelpViewer({});
     owner_ = std::make_unique<QWidget>();
     owner_->show();
-    viewer_->show({}, owner_.get());
+    viewer_->show(owner_.get(), startPage);
   }
 
   void compiledFileHoldsEveryFileAsItIs() {
@@ -87,19 +89,41 @@ class ThelpViewerTest : public QObject {
       contents->setCurrentRow(row);
       QVERIFY2(page()->toPlainText().startsWith(contents->item(row)->text()), qPrintable(contents->item(row)->text()));
     }
-    viewer_->show({}, owner_.get());
+    viewer_->show(owner_.get(), startPage);
     QCOMPARE(openHelp().size(), 1);
     QCOMPARE(contents->currentRow(), 0);
+  }
+
+  void f1OpensTheWindowsSection() {
+    QDialog dialog(owner_.get());
+    dialog.setObjectName(QStringLiteral("TfrmPrintPreview"));
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("No Data"), QStringLiteral("text"), {}, &dialog);
+    QFileDialog files(&dialog);  // has the section of its dialog
+    const std::initializer_list<std::tuple<QDialog*, const char*, const char*>> windows = {
+        {&dialog, "TfrmPrintPreview", "printing.html#preview"},
+        {&box, "QMessageBox", "messages.html#nodata"},
+        {&files, "QFileDialog", "printing.html#preview"}};
+    for (const auto& [window, name, topic] : windows) {
+      whenOpen(name, [&, topic = topic](QWidget* open) {
+        QTest::keyClick(open, Qt::Key_F1);
+        QCOMPARE(page()->source().fileName() + u'#' + page()->source().fragment(), QLatin1String(topic));
+        QTest::keyClick(openHelp().first()->windowHandle(), Qt::Key_Escape);  // although the dialog is modal
+        QVERIFY(openHelp().isEmpty() && open->isVisible());
+        open->close();
+      }).during([window = window] { window->exec(); });
+    }
+    QTest::keyClick(owner_.get(), Qt::Key_F1);
+    QVERIFY(openHelp().isEmpty());
   }
 
   void closesAndOpensAgain() {
     const std::vector<std::function<void()>> ways = {
         [] { QTest::keyClick(page(), Qt::Key_Escape); }, [this] { viewer_->closeAll(); },
-        [] { makeHelpViewer()->closeAll(); }, [this] { viewer_ = makeHelpViewer(); }, [this] { owner_.reset(); }};
+        [] { makeHelpViewer({})->closeAll(); }, [this] { viewer_ = makeHelpViewer({}); }, [this] { owner_.reset(); }};
     for (const auto& close : ways) {
       close();
       QVERIFY(openHelp().isEmpty());
-      viewer_->show({}, owner_.get());
+      viewer_->show(owner_.get(), startPage);
       QCOMPARE(openHelp().size(), 1);
     }
   }

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "help/helpViewer.h"
+#include "help/windowTopics.h"
 #include "tools/testList.h"
 
 namespace {
@@ -35,8 +36,8 @@ class ThelpViewerTest : public QObject {
   Q_OBJECT
  private slots:
   void callsTheSystem() {
-    const auto viewer = makeHelpViewer();
-    viewer->show(COMPILED_GUIDE_FOLDER, nullptr);
+    const auto viewer = makeHelpViewer(COMPILED_GUIDE_FOLDER);
+    viewer->show(nullptr, QString::fromLatin1(guideStart));
     QVERIFY(GetProcAddress(GetModuleHandleW(L"hhctrl.ocx"), "HtmlHelpA") != nullptr);
     viewer->closeAll();
   }
@@ -45,9 +46,9 @@ class ThelpViewerTest : public QObject {
     if (isWine()) QSKIP("Wine has no browser here to show the pages with");
     QWidget owner;
     owner.show();
-    auto viewer = makeHelpViewer();
+    auto viewer = makeHelpViewer(COMPILED_GUIDE_FOLDER);
     for (int i = 0; i < 2; ++i) {
-      viewer->show(COMPILED_GUIDE_FOLDER, &owner);
+      viewer->show(&owner, QString::fromLatin1(guideStart));
       QTRY_COMPARE(helpWindows(), 1);
       viewer->closeAll();
       QTRY_COMPARE(helpWindows(), 0);
