@@ -114,6 +114,8 @@ void TEquipmentRecordPluginFrame::setUpGrid() {
   connect(grid, &TheadedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);
   connect(grid, &TheadedGrid::enterReleased, this, &Tframe::tblEqRecEnterReleased);
   connect(grid, &TheadedGrid::deleteReleased, this, &Tframe::btnDeleteClick);
+  grid->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(grid, &QWidget::customContextMenuRequested, this, &Tframe::tblEqRecMenu);
   auto* scans = new TscanBuffer(grid);
   connect(scans, &TscanBuffer::typed, this, &Tframe::tblEqRecTyped);
   connect(scans, &TscanBuffer::entered, this, &Tframe::tblEqRecScanned);
@@ -133,6 +135,8 @@ void TEquipmentRecordPluginFrame::setUpKeys() {
   shortcuts->add(Qt::CTRL | Qt::Key_U, ui_->BtnUpload);
   shortcuts->add(Qt::CTRL | Qt::Key_P, ui_->btnPrint);
   shortcuts->add(Qt::Key_F1, ui_->BtnHelp);
+  shortcuts->add(Qt::CTRL | Qt::Key_R, this, [this] { changeRows(); });
+  shortcuts->addOutsideEdits(Qt::CTRL | Qt::Key_C, this, [this] { copyRows(); });
   shortcuts->add(Qt::CTRL | Qt::Key_Comma, ui_->btnOptions);
   shortcuts->add(Qt::CTRL | Qt::SHIFT | Qt::Key_F, ui_->btnClearSearch);
   // Not at once: the host may delete the frame, and the shortcut with it.

@@ -106,6 +106,9 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
   void btnCopyClick();
   void btnDeleteClick();
   void goStep(TstepWay way);
+  void tblEqRecMenu(const QPoint& position);
+  void changeRows();
+  void copyRows();
   void btnExportClick();
   void exportAs();
   void sayExported(std::size_t count, const std::filesystem::path& path);

@@ -216,6 +216,22 @@ TrowRange TrecordList::copy(const TrowRange& rows) {
   return {firstNew, view_.count() - 1};
 }
 
+std::size_t TrecordList::assign(const TrowRange& rows, const Tassignment& assignment) {
+  TlistChange change;
+  for (const TrecordIndex index : recordsIn(rows)) {
+    TequipRec changed = records_.at(index);
+    if (assignment.column == columnTestProc) {
+      changed.setTestProc(assignment.testProc);
+    } else {
+      changed.setText(assignment.column, assignment.text);
+    }
+    if (!(changed == records_.at(index))) change.add(TreplaceRecord{index, std::move(changed)});
+  }
+  const std::size_t count = change.steps().size();
+  if (count > 0) makeStep(TstepKind::change, std::move(change));
+  return count;
+}
+
 void TrecordList::remove(const TrowRange& rows) {
   std::vector<TrecordIndex> indices = recordsIn(rows);
   std::sort(indices.begin(), indices.end());

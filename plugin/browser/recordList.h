@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,6 +24,13 @@ struct TrowRange {
   std::size_t bottom = 0;
 
   std::size_t count() const { return bottom - top + 1; }
+};
+
+/// What several records are to get in one field.
+struct Tassignment {
+  TcolumnId column = fieldDescription;  ///< a text field, or `columnTestProc`
+  std::string text;                     ///< for a text field
+  unsigned testProc = minTestProc;      ///< for `columnTestProc`
 };
 
 /// What to show after a step was undone or redone.
@@ -109,6 +117,8 @@ class TrecordList {
   /// Adds copies of the records in these rows, without their control numbers, at the end of table and view. They must
   /// fit. Returns the rows of the copies.
   TrowRange copy(const TrowRange& rows);
+  /// Changes the records in these rows as one step. Returns how many of them are different now. The view stays.
+  std::size_t assign(const TrowRange& rows, const Tassignment& assignment);
   /// Removes the records in these rows, and shows the others or, if a search is in force, those of them that it finds.
   void remove(const TrowRange& rows);
 

@@ -17,6 +17,11 @@ void Tshortcuts::addOutsideEdits(const QKeySequence& keys, QAbstractButton* butt
   bind(keys, true, button, [button] { button->click(); });
 }
 
+void Tshortcuts::addOutsideEdits(const QKeySequence& keys, const QObject* context,
+                                 const std::function<void()>& action) {
+  bind(keys, true, context, action);
+}
+
 void Tshortcuts::bind(const QKeySequence& keys, bool editsKeepThem, const QObject* context,
                       const std::function<void()>& action) {
   if (editsKeep_.isEmpty()) {

@@ -20,6 +20,7 @@ class Tshortcuts : public QObject {
   void add(const QKeySequence& keys, const QObject* context, const std::function<void()>& action);
   /// Clicks the button, if it is enabled, except in an edit, which keeps these keys.
   void addOutsideEdits(const QKeySequence& keys, QAbstractButton* button);
+  void addOutsideEdits(const QKeySequence& keys, const QObject* context, const std::function<void()>& action);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

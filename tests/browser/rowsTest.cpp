@@ -1,0 +1,86 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTest>
+
+#include "browser/frameFixture.h"
+#include "tools/testList.h"
+
+/// What the user does with several rows at once.
+class TrowsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void changeIsOneStepForAll() {
+    TframeFixture f;
+    writeBytes(f.folder / "EquipmentRecord.ini", "[CUSTOMFIELDS]\nFIELD2NAME=Ward\n[DISPLAY]\nCUSTOM2=1\n");
+    f.open();
+    f.press(Qt::Key_Down, Qt::ShiftModifier);
+    whenOpen("TfrmChange", [](QWidget* form) {
+      QCOMPARE(control<QLabel>(form, "lblCount")->text(), QStringLiteral("All 2 selected records get:"));
+      auto* field = control<QComboBox>(form, "cbField");
+      QCOMPARE(field->findText(QStringLiteral("Control Number")), -1);
+      field->setCurrentText(QStringLiteral("Ward"));
+      QTest::keyClicks(control(form, "txtValue"), QStringLiteral(" North "));
+      QTest::keyClick(form, Qt::Key_Return);
+    }).during([&] { f.press(Qt::Key_R, Qt::ControlModifier); });
+    QCOMPARE(f.column(7), QStringLiteral("North North "));
+    QCOMPARE(f.selectedRows(), QList<int>({0, 1}));
+    QCOMPARE(f.control<QLabel>("lblStatus")->text(),
+             QStringLiteral("3 records \u00B7 2 selected \u00B7 2 records changed"));
+    QCOMPARE(f.control<QWidget>("btnUndo")->toolTip(), QStringLiteral("Undo the change of 2 records (Ctrl+Z)"));
+    f.click("btnUndo");
+    QCOMPARE(f.column(7), QStringLiteral("  "));
+  }
+
+  void testProcedureComesFromTheList() {
+    TopenFrame f;
+    f.press(Qt::Key_A, Qt::ControlModifier);
+    whenOpen("TfrmChange", [](QWidget* form) {
+      control<QComboBox>(form, "cbField")->setCurrentText(QStringLiteral("Test Procedure"));
+      QVERIFY(!control(form, "btnOK")->isEnabled());  // there are no titles to choose from
+      click(form, "btnCancel");
+    }).during([&] { f.press(Qt::Key_R, Qt::ControlModifier); });
+    QCOMPARE(f.column(5), QStringLiteral("1 2 3"));
+  }
+
+  void menuOffersWhatTheSelectionAllows() {
+    TopenFrame f;
+    const auto offered = [&] {
+      emit f.grid()->customContextMenuRequested(QPoint(5, 5));
+      auto* menu = f.frame->findChild<QMenu*>(QStringLiteral("mnuRows"));
+      QStringList names;
+      for (const QAction* action : menu->actions()) {
+        if (action->isEnabled() && !action->isSeparator()) names << action->text().section(u'\t', 0, 0);
+      }
+      const std::unique_ptr<QMenu> closed(menu);
+      return names.join(u' ');
+    };
+    QCOMPARE(offered(), QStringLiteral("New Edit Change... Copy Delete Copy Rows"));
+    f.press(Qt::Key_Down, Qt::ShiftModifier);
+    f.click("btnCopy");
+    QCOMPARE(offered(), QStringLiteral("New Change... Copy Delete Undo Copy Rows"));
+    f.search("txtDescSearch", QStringLiteral("nowhere"));
+    QCOMPARE(offered(), QStringLiteral("New Undo"));
+  }
+
+  void rowsGoToASpreadsheet() {
+    TframeFixture f;
+    writeRecords(f.folder.path(), {"c", "a"}, {"x\ty", "z"});
+    f.open();
+    f.press(Qt::Key_A, Qt::ControlModifier);
+    f.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(),
+             QStringLiteral("No.\tControl Number\tDescription\tManufacturer\tModel\tTest Procedure\t"
+                            "Test Procedure Title\n1\tc\tx y\t\t\t1\t\n2\ta\tz\t\t\t2\t\n"));
+    f.control("txtDescSearch")->setText(QStringLiteral("box"));
+    f.control("txtDescSearch")->setFocus();
+    f.control("txtDescSearch")->selectAll();
+    f.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("box"));
+  }
+};
+EQREC_TEST(TrowsTest);
+
+#include "rowsTest.moc"
