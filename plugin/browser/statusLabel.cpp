@@ -33,3 +33,11 @@ void TstatusLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
   showToolTip();
 }
+
+void TlinkLabel::paintEvent(QPaintEvent* event) {
+  QLabel::paintEvent(event);
+  if (!hasFocus()) return;
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}

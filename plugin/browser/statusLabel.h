@@ -21,3 +21,14 @@ class TstatusLabel : public QLabel {
  private:
   void showToolTip();
 };
+
+/// A link at the end of the line. Shows a frame while it has the focus, as no style draws one around a link.
+class TlinkLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  using QLabel::QLabel;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
