@@ -1,6 +1,7 @@
 #include "browser/attention.h"
 
 #include <QStringList>
+#include <array>
 #include <bit>
 #include <functional>
 #include <string_view>
@@ -17,11 +18,11 @@ constexpr std::uint8_t sharedControlNum = 2;
 constexpr std::uint8_t unusedTestProc = 4;
 constexpr std::uint8_t untitledTestProc = 8;
 
-constexpr std::pair<std::uint8_t, const char*> reasonTexts[] = {
-    {noControlNum, "No control number."},
-    {sharedControlNum, "Another record has this control number."},
-    {unusedTestProc, "The test procedure is not in use."},
-    {untitledTestProc, "The test procedure has no title."}};
+constexpr auto reasonTexts =
+    std::to_array<std::pair<std::uint8_t, const char*>>({{noControlNum, "No control number."},
+                                                         {sharedControlNum, "Another record has this control number."},
+                                                         {unusedTestProc, "The test procedure is not in use."},
+                                                         {untitledTestProc, "The test procedure has no title."}});
 
 std::uint8_t titleReason(std::string_view title) {
   if (trimmedText(title).empty()) return untitledTestProc;

@@ -53,19 +53,24 @@ bool TscanBuffer::eventFilter(QObject* /*watched*/, QEvent* event) {
 bool TscanBuffer::press(const QKeyEvent& key) {
   if (isTyped(key, text_.isEmpty())) {
     change(text_ + key.text());
-  } else if (text_.isEmpty()) {
-    return false;
-  } else if (isEnter(key)) {
-    pause_.stop();
-    isEnding_ = true;
-  } else if (key.key() == Qt::Key_Backspace) {
-    change(text_.chopped(1));
-  } else if (key.key() == Qt::Key_Escape) {
-    change({});
-  } else {
-    return false;
+    return true;
   }
-  return true;
+  if (text_.isEmpty()) return false;
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      pause_.stop();
+      isEnding_ = true;
+      return true;
+    case Qt::Key_Backspace:
+      change(text_.chopped(1));
+      return true;
+    case Qt::Key_Escape:
+      change({});
+      return true;
+    default:
+      return false;
+  }
 }
 
 void TscanBuffer::change(const QString& text) {
