@@ -1,5 +1,5 @@
-#include <QComboBox>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 
@@ -13,14 +13,16 @@ QString shown(const TuserHands& hands, const char* name) {
   return hands.control<QLineEdit>(QString::fromLatin1(name))->text();
 }
 
-/// Another program's list: five devices, two of which have the number of an existing record.
+/// A list as a spreadsheet writes it: five devices, two of which have the number of an existing record.
 bool writeList(const QString& path, const QString& taken) {
-  QByteArray text = "Asset Tag;Name;Make;Model;Test Procedure;Location\n";
-  text += "TOUR-101;Infusion pump;Halvorsby Medical;Perlova V2;14;Haus A, 2nd floor\n";
-  text += "TOUR-102;Pulse oximeter;Quillmere Health;QO 35 h;30;Bldg D\n";
-  text += taken.toLatin1() + ";Patient monitor;Kestrelmoor Devices;KD 7;25;Bldg F\n";
-  text += taken.toLatin1() + ";Patient monitor;Kestrelmoor Devices;KD 7;25;Bldg F\n";
-  text += "TOUR-103;Electric bed;Nordhalm Pflege;NP Komfort 3;63;Ward 7\n";
+  QByteArray text =
+      "Inventarnummer;Bezeichnung;Hersteller;Typ;Pr\xC3\xBC"
+      "fablauf;Location\r\n";
+  text += "TOUR-101;\"Pump; \"\"Perlova\"\"\";Halvorsby Medical;Perlova V2;14;\"Haus A, 2nd floor\"\r\n";
+  text += "TOUR-102;R\xC3\xB6ntgenger\xC3\xA4t;Quillmere Health;QO 35 h;30;Bldg D\r\n";
+  text += taken.toLatin1() + ";Patient monitor;Kestrelmoor Devices;KD 7;25;Bldg F\r\n";
+  text += taken.toLatin1() + ";Patient monitor;Kestrelmoor Devices;KD 7;25;Bldg F\r\n";
+  text += "TOUR-103;Electric bed;Nordhalm Pflege and Rehabilitation;NP Komfort 3;63;Ward 7\r\n";
   QFile file(path);
   return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
@@ -31,16 +33,17 @@ using Tpicture = std::function<void(QWidget*, const char*)>;
 void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture) {
   chain.add("TEquipRecImportOptions", [=](const TuserHands& options) {
     options.type(path);
-    options.tabTo(options.control<QComboBox>(QStringLiteral("ComboBoxDelimiter")));
-    for (int i = 0; i < 4; ++i) options.press(Qt::Key_Down);
-    options.tabTo(options.control<QWidget>(QStringLiteral("SpinEditStartRow")));
-    options.press(Qt::Key_Up);
+    const QString seen = options.control<QLabel>(QStringLiteral("lblSuggestion"))->text();
+    expect(seen == QStringLiteral("Semi-Colon, quotes as spreadsheets write them, UTF-8, headings in row 1"), seen);
     picture(options.window(), "import-options");
+    options.tabTo(options.button("btnSuggestion"));
+    options.press(Qt::Key_Space);
     options.press(Qt::Key_Return);
   });
   chain.add("TEquipRecImport", [picture](const TuserHands& mapping) {
     const QString first = shown(mapping, "EditDeviceID") + shown(mapping, "EditDesc") + shown(mapping, "EditTestProc");
-    expect(first == QStringLiteral("TOUR-101Infusion pump14"), QStringLiteral("headings not recognised: ") + first);
+    expect(first == QStringLiteral("TOUR-101Pump; \u201DPerlova\u201D14"),
+           QStringLiteral("headings not recognised: ") + first);
     picture(mapping.window(), "import-mapping");
     mapping.tabTo(mapping.button("BtnImport"));
     mapping.press(Qt::Key_Space);
@@ -55,8 +58,18 @@ void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture
     duplicate.tabTo(duplicate.button("BtnSkip"));
     duplicate.press(Qt::Key_Space);
   });
-  const auto finish = [picture](const TuserHands& progress) {
+  const auto look = [picture](const TuserHands& progress) {
     picture(progress.window(), "import-done");
+    progress.tabTo(progress.button("btnDetails"));
+    progress.press(Qt::Key_Space);
+  };
+  chain.add("TImportProgress", look, "BtnOK");
+  chain.add("TfrmImportReport", [picture](const TuserHands& report) {
+    picture(report.window(), "import-report");
+    report.press(Qt::Key_Escape);
+  });
+  const auto finish = [](const TuserHands& progress) {
+    progress.tabTo(progress.button("BtnOK"));
     progress.press(Qt::Key_Space);
   };
   chain.add("TImportProgress", finish, "BtnOK");

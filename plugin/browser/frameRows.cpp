@@ -35,6 +35,7 @@ void TEquipmentRecordPluginFrame::tblEqRecMenu(const QPoint& position) {
   add("mnuUndo", "Undo\tCtrl+Z", list_.steps().can(TstepWay::undo), [this] { ui_->btnUndo->click(); });
   menu->addSeparator();
   add("mnuCopyRows", "Copy Rows\tCtrl+C", rows.has_value(), [this] { copyRows(); });
+  add("mnuExportAs", "Export As...\tCtrl+Shift+E", !list_.view().isEmpty(), [this] { exportAs(); });
   menu->popup(ui_->tblEqRec->viewport()->mapToGlobal(position));
 }
 

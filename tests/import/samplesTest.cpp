@@ -57,8 +57,8 @@ QByteArray lineOf(const TequipRec& record) {
 /// within them.
 TequipRecTable everyByte(const std::string& between) {
   TequipRecTable table;
-  for (unsigned byte = 1; byte < 256; ++byte) {
-    if (byte == '"' || byte == '\r' || byte == '\n') continue;
+  for (unsigned byte = ' '; byte < 256; ++byte) {
+    if (byte == '"' || byte == 0x7F) continue;  // what no dialog lets in
     const std::string text(3, static_cast<char>(byte));
     const std::string within = std::string(text).append(between).append(text);
     TequipRec record = makeRecord({"ID " + std::to_string(byte), within, 'x' + text, text + 'x'}, byte);
