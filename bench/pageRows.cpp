@@ -82,7 +82,7 @@ class Tpage {
   TtestProcTable titles_;
   Tview view_{records_, titles_};
   TcolumnLayout columns_ = everyColumn();
-  TcountingModel model_{view_, columns_};
+  TcountingModel model_{view_, columns_, [](TrecordIndex) { return QString(); }};
   TheadedGrid grid_{nullptr};
 };
 

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "bench/rows.h"
+#include "print/paper.h"
 #include "print/previewForm.h"
 #include "print/report.h"
 #include "print/reportOutput.h"
@@ -27,7 +28,7 @@ class TprintList {
   }
 
   std::unique_ptr<Treport> report(std::size_t count) const {
-    TprintJob job{records_, titles_, {}, {}, {"Location", "Department", "Asset Note"}};
+    TprintJob job{records_, titles_, {}, {}, {"Location", "Department", "Asset Note"}, {}};
     for (TrecordIndex index = 0; index < count; ++index) job.shown.push_back(index);
     TprintSettings settings;
     settings.printed.fill(true);

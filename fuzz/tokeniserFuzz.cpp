@@ -51,8 +51,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int columns = static_cast<int>(fields.size()) + 1;
   TcolumnMapping mapping;
   for (std::size_t i = 0; i < importFieldCount; ++i) mapping.columns[i] = (data[1] + static_cast<int>(i)) % columns;
-  TlineFindings findings;
-  if (const auto record = recordInLine(fields, mapping, 3, findings)) checkRecord(*record);
+  TimportRow row;
+  row.fields = fields;
+  const TimportedRow made = recordInRow(row, mapping, 3);
+  if (made.hasDeviceId()) checkRecord(made.record);
   for (const int column : TcolumnMapping::fromHeadings(fields, {}).columns) mustHold(column < columns - 1);
   return 0;
 }
