@@ -57,10 +57,10 @@ class TrowsTest : public QObject {
       const std::unique_ptr<QMenu> closed(menu);
       return names.join(u' ');
     };
-    QCOMPARE(offered(), QStringLiteral("New Edit Change... Copy Delete Copy Rows"));
+    QCOMPARE(offered(), QStringLiteral("New Edit Change... Copy Delete Copy Rows Export As..."));
     f.press(Qt::Key_Down, Qt::ShiftModifier);
     f.click("btnCopy");
-    QCOMPARE(offered(), QStringLiteral("New Change... Copy Delete Undo Copy Rows"));
+    QCOMPARE(offered(), QStringLiteral("New Change... Copy Delete Undo Copy Rows Export As..."));
     f.search("txtDescSearch", QStringLiteral("nowhere"));
     QCOMPARE(offered(), QStringLiteral("New Undo"));
   }
