@@ -2,12 +2,11 @@
 
 #include <QStringList>
 #include <array>
-#include <bit>
-#include <functional>
 #include <string_view>
 #include <utility>
 
 #include "support/recordText.h"
+#include "support/textIndex.h"
 #include "testproc/autosequenceFileStructs.h"
 
 namespace {
@@ -32,30 +31,6 @@ std::uint8_t titleReason(std::string_view title) {
 std::string_view controlNumOf(const TequipRec& record) {
   return trimmedText(record.text(fieldControlNum));
 }
-
-/// The first record with each control number. A hash table in one piece of memory, several times as fast as the
-/// standard library's with its node for each entry.
-class TfirstRecords {
- public:
-  explicit TfirstRecords(const TequipRecTable& records)
-      : records_(records), slots_(std::bit_ceil(2 * records.count() + 1), none) {}
-
-  /// The first record added with this control number, which may be the one added now.
-  TrecordIndex add(std::string_view controlNum, TrecordIndex index) {
-    std::size_t slot = std::hash<std::string_view>()(controlNum) & (slots_.size() - 1);
-    while (slots_[slot] != none && controlNumOf(records_.at(slots_[slot])) != controlNum) {
-      slot = (slot + 1) & (slots_.size() - 1);
-    }
-    if (slots_[slot] == none) slots_[slot] = index;
-    return slots_[slot];
-  }
-
- private:
-  static constexpr auto none = static_cast<TrecordIndex>(-1);
-
-  const TequipRecTable& records_;
-  std::vector<TrecordIndex> slots_;  ///< at most half full
-};
 
 }  // namespace
 
@@ -86,15 +61,15 @@ void Tattention::refresh() {
 }
 
 void Tattention::markControlNums() {
-  TfirstRecords firstWith(records_);
+  TtextIndex firstWith(records_.count());
   for (TrecordIndex i = 0; i < records_.count(); ++i) {
     const std::string_view controlNum = controlNumOf(records_.at(i));
     if (controlNum.empty()) {
       reasons_[i] |= noControlNum;
       continue;
     }
-    const TrecordIndex first = firstWith.add(controlNum, i);
-    if (first == i) continue;
+    const auto [first, isFirst] = firstWith.add(controlNum, i);
+    if (isFirst) continue;
     reasons_[i] |= sharedControlNum;
     reasons_[first] |= sharedControlNum;
   }

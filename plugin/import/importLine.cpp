@@ -1,6 +1,7 @@
 #include "import/importLine.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
 #include <utility>
@@ -17,19 +18,26 @@ struct TfieldText {
   std::string changed;  ///< what `text` shows if it is not the row's own
 };
 
-/// Whether the character cannot stay in a record's text.
+/// The characters that cannot stay in a record's text.
+constexpr auto cleaned = [] {
+  std::array<bool, 256> table{};
+  for (std::size_t c = 0; c < ' '; ++c) table.at(c) = true;
+  table['"'] = table[0x7F] = true;
+  return table;
+}();
+
 bool isCleaned(char c) {
-  return static_cast<unsigned char>(c) < ' ' || c == '"' || c == 0x7F;
+  return cleaned[static_cast<unsigned char>(c)];
 }
 
 void makeText(TfieldText& made, std::string_view text, std::size_t field) {
-  const std::size_t length = std::min(text.find('\0'), text.size());
-  made.isCut = length < text.size();
-  made.text = text.substr(0, length);
-  // A number with a control character within is unreadable; without it, it might be another number.
-  if (field != importTestProc && std::any_of(made.text.begin(), made.text.end(), isCleaned)) {
-    made.changed = withoutDoubleQuotes(withoutControls(made.text));
-    made.text = made.changed;
+  made.text = text;
+  made.isCut = false;
+  if (std::any_of(text.begin(), text.end(), isCleaned)) {
+    made.text = text.substr(0, text.find('\0'));
+    made.isCut = made.text.size() < text.size();
+    // A number with a control character within is unreadable; without it, it might be another number.
+    if (field != importTestProc) made.text = made.changed = withoutDoubleQuotes(withoutControls(made.text));
   }
   if (field == fieldControlNum) made.text = withoutBlanks(made.text);
 }

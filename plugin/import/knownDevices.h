@@ -2,10 +2,11 @@
 
 #include <cstddef>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "store/datastructs.h"
+#include "support/textIndex.h"
 
 /// The records that a Device ID names: those of the list, and those that an import has read so far.
 class TknownDevices {
@@ -17,7 +18,8 @@ class TknownDevices {
     bool isSeveral = false;  ///< more than one record has it
   };
 
-  /// Blanks and tabs around a Device ID do not count. The texts of the records must outlive this object.
+  /// Blanks and tabs around a Device ID do not count. The texts of the records must outlive this object. There is room
+  /// for `equipRecLimit` records.
   explicit TknownDevices(const TequipRecTable& table);
 
   /// Null if no record has this Device ID. Valid until the next call of `add`.
@@ -27,5 +29,6 @@ class TknownDevices {
   std::pair<Tdevice*, bool> add(const TequipRec& record, TrecordIndex index);
 
  private:
-  std::unordered_map<std::string_view, Tdevice> devices_;
+  TtextIndex index_;
+  std::vector<Tdevice> devices_;  ///< by their numbers in the index
 };
