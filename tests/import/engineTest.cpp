@@ -156,7 +156,8 @@ class TengineTest : public QObject {
   void rowsAreDoubtedAndReplacementsFound() {
     using enum TremarkKind;
     TimportRow row;
-    row.fields = split("i,d,m,1");
+    const QByteArray line = "i,d,m,1";
+    row.fields = split(line);
     row.replaced = {{2, U'\u03A9'}, {2, U'\u0142'}, {2, U'\u03A9'}, {3, U'x'}, {9, U'y'}};
     row.isCut = row.isQuoteOpen = row.hasOtherBreak = true;
     const std::vector<TimportFinding> findings = {{characterReplaced, fieldDescription, {}, U"\u03A9\u0142"},
