@@ -33,7 +33,8 @@ class TopenFileLock final : public TfileLock {
 TlockResult unlocked(const std::filesystem::path& path) {
   const DWORD error = GetLastError();
   const bool isHeld = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
-  if (isHeld || isMissing()) return {TlockResult::Tend::busy, nullptr, {}};
+  const bool isBeingDeleted = error == ERROR_ACCESS_DENIED && isMissing();
+  if (isHeld || isBeingDeleted) return {TlockResult::Tend::busy, nullptr, {}};
   return {TlockResult::Tend::unavailable, nullptr, loggedFailure("lock", path, static_cast<int>(error))};
 }
 
