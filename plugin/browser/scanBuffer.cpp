@@ -13,6 +13,10 @@ bool isEnter(const QKeyEvent& key) {
   return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
+bool endsText(const QKeyEvent& key) {
+  return isEnter(key) && !key.isAutoRepeat();
+}
+
 /// Whether a key types something. A blank at the beginning does not count: the space bar may mean something else.
 bool isTyped(const QKeyEvent& key, bool isFirst) {
   const auto control = Qt::ControlModifier | Qt::MetaModifier;
@@ -31,12 +35,11 @@ TscanBuffer::TscanBuffer(QWidget* widget) : QObject(widget) {
 }
 
 bool TscanBuffer::eventFilter(QObject* /*watched*/, QEvent* event) {
-  const auto* key = static_cast<QKeyEvent*>(event);
   switch (event->type()) {
     case QEvent::KeyPress:
-      return press(*key);
+      return press(*static_cast<QKeyEvent*>(event));
     case QEvent::KeyRelease:
-      if (!isEnding_ || !isEnter(*key) || key->isAutoRepeat()) return false;
+      if (!isEnding_ || !endsText(*static_cast<QKeyEvent*>(event))) return false;
       isEnding_ = false;
       emit entered(std::exchange(text_, {}));
       return true;  // the receiver may have deleted this
