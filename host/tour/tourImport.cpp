@@ -29,8 +29,8 @@ bool writeList(const QString& path, const QString& taken) {
 
 using Tpicture = std::function<void(QWidget*, const char*)>;
 
-/// Adds all dialogs of an import, worked by keyboard.
-void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture) {
+/// Chooses what the file seems to be, and the columns by their headings.
+void addChoices(TdialogChain& chain, const QString& path, const Tpicture& picture) {
   chain.add("TEquipRecImportOptions", [=](const TuserHands& options) {
     options.type(path);
     const QString seen = options.control<QLabel>(QStringLiteral("lblSuggestion"))->text();
@@ -48,6 +48,10 @@ void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture
     mapping.tabTo(mapping.button("BtnImport"));
     mapping.press(Qt::Key_Space);
   });
+}
+
+/// Renames the first known device and skips the second.
+void addDuplicates(TdialogChain& chain, const Tpicture& picture) {
   chain.add("TEquipRecImportDup", [picture](const TuserHands& duplicate) {
     picture(duplicate.window(), "import-duplicate");
     duplicate.type(QStringLiteral("TOUR-104"));
@@ -58,6 +62,10 @@ void addImport(TdialogChain& chain, const QString& path, const Tpicture& picture
     duplicate.tabTo(duplicate.button("BtnSkip"));
     duplicate.press(Qt::Key_Space);
   });
+}
+
+/// Looks at the report of the import and closes everything.
+void addResult(TdialogChain& chain, const Tpicture& picture) {
   const auto look = [picture](const TuserHands& progress) {
     picture(progress.window(), "import-done");
     progress.tabTo(progress.button("btnDetails"));
@@ -88,7 +96,12 @@ QString Ttour::importList() {
   const QString path = temporary_.filePath(QStringLiteral("devices.csv"));
   expect(writeList(path, taken), QStringLiteral("cannot write %1").arg(path));
   TdialogChain chain;
-  addImport(chain, path, [this](QWidget* window, const char* name) { picture(window, QString::fromLatin1(name)); });
+  const Tpicture takePicture = [this](QWidget* window, const char* name) {
+    picture(window, QString::fromLatin1(name));
+  };
+  addChoices(chain, path, takePicture);
+  addDuplicates(chain, takePicture);
+  addResult(chain, takePicture);
   chain.run([this] { frame().press(Qt::Key_I, Qt::ControlModifier); });
   frame().window()->activateWindow();
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not come back"));

@@ -72,8 +72,7 @@ void TEquipmentRecordPluginFrame::exportAs() {
 }
 
 void TEquipmentRecordPluginFrame::sayExported(std::size_t count, const std::filesystem::path& path) {
-  // With the separators of the system.
-  const auto name = QString::fromStdU16String(std::filesystem::path(path).make_preferred().u16string());
+  const QString name = QDir::toNativeSeparators(QString::fromStdU16String(path.u16string()));
   say(QStringLiteral("Exported %1 to %2").arg(recordCountText(count), name));
 }
 

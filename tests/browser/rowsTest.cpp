@@ -3,9 +3,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QTableView>
 #include <QTest>
 
+#include "browser/changeForm.h"
 #include "browser/frameFixture.h"
+#include "testproc/autosequenceFileStructs.h"
+#include "tools/recordChanges.h"
 #include "tools/testList.h"
 
 /// What the user does with several rows at once.
@@ -35,14 +39,24 @@ class TrowsTest : public QObject {
   }
 
   void testProcedureComesFromTheList() {
-    TopenFrame f;
-    f.press(Qt::Key_A, Qt::ControlModifier);
-    whenOpen("TfrmChange", [](QWidget* form) {
-      control<QComboBox>(form, "cbField")->setCurrentText(QStringLiteral("Test Procedure"));
-      QVERIFY(!control(form, "btnOK")->isEnabled());  // there are no titles to choose from
-      click(form, "btnCancel");
-    }).during([&] { f.press(Qt::Key_R, Qt::ControlModifier); });
-    QCOMPARE(f.column(5), QStringLiteral("1 2 3"));
+    TtestProcTable titles;
+    titles.set(2, "Pump");
+    titles.set(7, "Hospital bed");
+    TfrmChange form(2, titles, defaultCaptions(), nullptr);
+    control<QComboBox>(&form, "cbField")->setCurrentText(QStringLiteral("Test Procedure"));
+    auto* list = control<QTableView>(&form, "lstTestProc");
+    QCOMPARE(list->model()->rowCount(), 2);
+    QVERIFY(!control(&form, "btnOK")->isEnabled());
+    QTest::keyClicks(control(&form, "txtTestProcSearch"), QStringLiteral("BED"));
+    QCOMPARE(list->model()->rowCount(), 1);
+    list->selectRow(0);
+    QVERIFY(control(&form, "btnOK")->isEnabled());
+    TrecordList records;
+    records.setRecords(TequipRecTable({makeRecord({"a"}, 1), makeRecord({"b"}, 7), makeRecord({"c"}, 3)}));
+    records.clearSearch();
+    QCOMPARE(records.assign({0, 1}, form.assignment()), std::size_t{1});  // one has it already
+    QCOMPARE(records.records().at(0).testProc(), 7U);
+    QCOMPARE(records.records().at(2).testProc(), 3U);
   }
 
   void menuOffersWhatTheSelectionAllows() {
