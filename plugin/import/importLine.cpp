@@ -1,8 +1,9 @@
 #include "import/importLine.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -18,22 +19,43 @@ struct TfieldText {
   std::string changed;  ///< what `text` shows if it is not the row's own
 };
 
-/// The characters that cannot stay in a record's text.
-constexpr auto cleaned = [] {
-  std::array<bool, 256> table{};
-  for (std::size_t c = 0; c < ' '; ++c) table.at(c) = true;
-  table['"'] = table[0x7F] = true;
-  return table;
-}();
+/// Whether a character cannot stay in a record: control characters and double quotes.
+constexpr bool isCleaned(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < ' ' || byte == '"' || byte == 0x7F;
+}
 
-bool isCleaned(char c) {
-  return cleaned[static_cast<unsigned char>(c)];
+constexpr std::uint64_t eachByte = 0x0101010101010101;
+
+/// Whether any of eight bytes is less than a limit of at most 0x80.
+constexpr bool hasLess(std::uint64_t bytes, std::uint64_t limit) {
+  return ((bytes - eachByte * limit) & ~bytes & (eachByte << 7U)) != 0;
+}
+
+constexpr bool hasByte(std::uint64_t bytes, unsigned char byte) {
+  return hasLess(bytes ^ (eachByte * byte), 1);
+}
+
+/// As above, for eight characters at once.
+bool areCleaned(const char* eight) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, eight, sizeof bytes);
+  return hasLess(bytes, ' ') || hasByte(bytes, '"') || hasByte(bytes, 0x7F);
+}
+
+bool needsCleaning(std::string_view text) {
+  constexpr std::size_t atOnce = sizeof(std::uint64_t);
+  if (text.size() < atOnce) return std::any_of(text.begin(), text.end(), isCleaned);
+  for (std::size_t i = 0; i + atOnce < text.size(); i += atOnce) {
+    if (areCleaned(text.data() + i)) return true;
+  }
+  return areCleaned(text.data() + text.size() - atOnce);
 }
 
 void makeText(TfieldText& made, std::string_view text, std::size_t field) {
   made.text = text;
   made.isCut = false;
-  if (std::any_of(text.begin(), text.end(), isCleaned)) {
+  if (needsCleaning(text)) {
     made.text = text.substr(0, text.find('\0'));
     made.isCut = made.text.size() < text.size();
     // A number with a control character within is unreadable; without it, it might be another number.

@@ -13,6 +13,7 @@ constexpr std::size_t readSize = 65536;
 constexpr std::size_t longestRow = 4095;
 constexpr std::size_t longestQuote = 1UL << 20U;
 constexpr char quote = '"';
+constexpr std::size_t notThere = std::numeric_limits<std::size_t>::max();
 constexpr std::uint64_t notCut = std::numeric_limits<std::uint64_t>::max();
 constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
 
@@ -23,26 +24,18 @@ constexpr bool isBreak(char c) {
 }  // namespace
 
 TspreadsheetReader::TspreadsheetReader(std::istream& stream, char delimiter, std::function<bool()> goOn)
-    : stream_(stream), goOn_(std::move(goOn)), delimiter_(delimiter) {
+    : stream_(stream),
+      goOn_(std::move(goOn)),
+      delimiter_(delimiter),
+      isUsual_(delimiter != quote && !isBreak(delimiter)) {
   for (const char c : {delimiter, '\r', '\n'}) stops_.at(static_cast<unsigned char>(c)) = true;
-  for (const char c : {quote, '\r', '\n'}) quotedStops_.at(static_cast<unsigned char>(c)) = true;
   text_.reserve(longestRow);
 }
 
 bool TspreadsheetReader::next(TimportRow& row) {
   if (!beginRow()) return false;
-  if (!isBreak(at(0))) {
-    do takeField();
-    while (takeDelimiter());
-  }
-  takeBreak();
+  if (!takeSimpleRow(row.fields)) takeRow(row.fields);
   if (isOver()) return false;
-  row.fields.assign(1, {});
-  std::size_t begin = 0;
-  for (const std::size_t end : ends_) {
-    row.fields.emplace_back(text_.data() + begin, end - begin);
-    begin = end;
-  }
   row.isCut = isCut();
   row.isQuoteOpen = isQuoteOpen_;
   return true;
@@ -63,6 +56,54 @@ bool TspreadsheetReader::beginRow() {
   return isAvailable(0);
 }
 
+/// Takes the usual row, whose fields stand in the buffer as they are. False: it is another one, and nothing was taken.
+bool TspreadsheetReader::takeSimpleRow(TfieldList& fields) {
+  const std::size_t length = offsetOf('\n', 0, std::min(available(), longestRow));
+  if (!isUsual_ || length == notThere) return false;
+  const std::size_t rowEnd = length > 0 && at(length - 1) == '\r' ? length - 1 : length;
+  if (rowEnd == 0 || offsetOf('\r', 0, rowEnd) != notThere) return false;
+  fields.assign(1, {});
+  for (std::size_t from = 0; from <= rowEnd;) {
+    starts_.push_back(position() + from);
+    const std::size_t end = simpleFieldEnd(from, rowEnd, fields);
+    if (end == notThere) {
+      starts_.clear();
+      return false;
+    }
+    from = end + 1;
+  }
+  begin_ += length + 1;
+  return true;
+}
+
+/// Takes one field of such a row, and returns the offset of the delimiter behind it or of the row's end.
+std::size_t TspreadsheetReader::simpleFieldEnd(std::size_t from, std::size_t rowEnd, TfieldList& fields) {
+  const bool isQuoted = from < rowEnd && at(from) == quote;
+  const std::size_t begin = isQuoted ? from + 1 : from;
+  const std::size_t found = offsetOf(isQuoted ? quote : delimiter_, begin, rowEnd);
+  if (!isQuoted) {
+    fields.emplace_back(&at(begin), std::min(found, rowEnd) - begin);
+    return std::min(found, rowEnd);
+  }
+  if (found == notThere || (found + 1 < rowEnd && at(found + 1) != delimiter_)) return notThere;
+  fields.emplace_back(&at(begin), found - begin);
+  return found + 1;
+}
+
+void TspreadsheetReader::takeRow(TfieldList& fields) {
+  if (!isBreak(at(0))) {
+    do takeField();
+    while (takeDelimiter());
+  }
+  takeBreak();
+  fields.assign(1, {});
+  std::size_t begin = 0;
+  for (const std::size_t end : ends_) {
+    fields.emplace_back(text_.data() + begin, end - begin);
+    begin = end;
+  }
+}
+
 void TspreadsheetReader::takeField() {
   if (ends_.size() == longestRow && !isCut()) cutPosition_ = position();
   const bool counts = !isCut();
@@ -72,19 +113,7 @@ void TspreadsheetReader::takeField() {
   if (counts) ends_.push_back(text_.size());
 }
 
-/// Takes the usual field, of which nothing needs to change. False: it is another one.
-bool TspreadsheetReader::takeSimplyQuoted() {
-  const std::size_t last = std::min(available(), longestQuote);
-  std::size_t length = 1;
-  while (length < last && !quotedStops_[static_cast<unsigned char>(at(length))]) ++length;
-  if (length + 1 >= last || at(length) != quote || at(length + 1) == quote) return false;
-  append(1, length);
-  begin_ += length + 1;
-  return true;
-}
-
 void TspreadsheetReader::takeQuoted() {
-  if (takeSimplyQuoted()) return;
   if (const std::size_t close = closingQuote()) {
     appendQuoted(1, close);
     begin_ += close + 1;
@@ -105,13 +134,12 @@ std::size_t TspreadsheetReader::closingQuote() {
   std::size_t from = 1;
   while (true) {
     const std::size_t known = std::min(available(), end);
-    const void* found = from < known ? std::memchr(&at(from), quote, known - from) : nullptr;
-    if (found == nullptr) {
+    const std::size_t offset = offsetOf(quote, from, known);
+    if (offset == notThere) {
       from = std::max(from, known);
       if (known == end || !more()) return 0;
       continue;
     }
-    const auto offset = static_cast<std::size_t>(static_cast<const char*>(found) - &at(0));
     if (!isAvailable(offset + 1) || at(offset + 1) != quote) return offset;
     from = offset + 2;
   }
@@ -167,6 +195,13 @@ void TspreadsheetReader::appendQuoted(std::size_t from, std::size_t to) {
 
 bool TspreadsheetReader::isCut() const {
   return cutPosition_ != notCut;
+}
+
+/// Where a character stands from one offset up to another; `notThere` if it does not.
+std::size_t TspreadsheetReader::offsetOf(char c, std::size_t from, std::size_t to) const {
+  const char* unread = buffer_.data() + begin_;
+  const void* found = from < to ? std::memchr(unread + from, c, to - from) : nullptr;
+  return found == nullptr ? notThere : static_cast<std::size_t>(static_cast<const char*>(found) - unread);
 }
 
 bool TspreadsheetReader::isAvailable(std::size_t offset) {

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "import/tokeniser.h"
+
 struct TimportRow;
 
 /// Reads the rows of a text as spreadsheets write them (RFC 4180).
@@ -40,13 +42,15 @@ class TspreadsheetReader {
 
  private:
   bool beginRow();
+  bool takeSimpleRow(TfieldList& fields);
+  std::size_t simpleFieldEnd(std::size_t from, std::size_t rowEnd, TfieldList& fields);
+  void takeRow(TfieldList& fields);
   void takeField();
   void takeQuoted();
   void takePlain();
   void skipLine();
   bool takeDelimiter();
   void takeBreak();
-  bool takeSimplyQuoted();
   std::size_t closingQuote();
   void append(std::size_t from, std::size_t to);
   void appendQuoted(std::size_t from, std::size_t to);
@@ -54,6 +58,7 @@ class TspreadsheetReader {
   // Offsets count from the unread part of the buffer.
   char& at(std::size_t offset) { return buffer_[begin_ + offset]; }
   std::size_t available() const { return end_ - begin_; }
+  std::size_t offsetOf(char c, std::size_t from, std::size_t to) const;
   bool isAvailable(std::size_t offset);
   bool more();
   bool isOver() const { return stopped_ || stream_.bad(); }
@@ -62,8 +67,8 @@ class TspreadsheetReader {
   std::istream& stream_;
   std::function<bool()> goOn_;
   char delimiter_;
-  std::array<bool, 256> stops_{};        ///< the characters that end a field without quotes
-  std::array<bool, 256> quotedStops_{};  ///< those between quotes that are not taken as they are
+  bool isUsual_;                   ///< the delimiter is neither the quote nor a line break
+  std::array<bool, 256> stops_{};  ///< the characters that end a field without quotes
   bool stopped_ = false;
 
   std::vector<char> buffer_;
