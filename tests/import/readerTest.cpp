@@ -9,6 +9,7 @@
 namespace {
 
 constexpr qsizetype chunkSize = 65536;
+constexpr qsizetype lookedAt = 16 << 20;  // bytes that decide about a larger file
 
 /// Lines at a semicolon.
 const TimportOptions byLines{{}, ';', 1, false, false, Tcharset::windows1252};
@@ -148,6 +149,8 @@ class TreaderTest : public QObject {
         {"", Tcharset::windows1252},
         {QByteArray(chunkSize, 'x') + "\xC3\xA4", Tcharset::utf8},
         {"\xC3\xA4" + QByteArray(chunkSize, 'x') + "\xC3", Tcharset::windows1252},
+        {"\xC3\xA4" + QByteArray(lookedAt - 4, 'x') + "\xC3", Tcharset::windows1252},
+        {"\xC3\xA4" + QByteArray(lookedAt - 2, 'x') + "\xC3", Tcharset::utf8},
         {utf16(u"a;b"), Tcharset::utf16}};
     for (const auto& [text, charset] : files) {
       std::istringstream file(text.toStdString());

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 
@@ -135,18 +136,21 @@ class TresultTest : public QObject {
       QCOMPARE(QApplication::clipboard()->text(),
                QStringLiteral("Row\tDevice ID\tRemark\n1\ta\tThis Device ID is in use. The row was skipped.\n"));
       click(report, "btnSave");
+      click(report, "btnSave");
       click(report, "btnClose");
     };
-    const auto save = [&](QWidget* dialog) {
-      qobject_cast<QFileDialog*>(dialog)->selectFile(nameOf(file));
-      QMetaObject::invokeMethod(dialog, "accept");
+    const auto saveAs = [](const std::filesystem::path& name) {
+      return whenOpen("QFileDialog", [name](QWidget* dialog) {
+        control<QLineEdit>(dialog, "fileNameEdit")->setText(nameOf(name));
+        QMetaObject::invokeMethod(dialog, "accept");
+      });
     };
     (whenOpen("TImportProgress", look, "BtnOK") + whenOpen("TfrmImportReport", copyAndSave) +
-     whenOpen("QFileDialog", save) + clickIn("TImportProgress", "BtnOK"))
+     saveAs(f.folder / "missing" / "report.csv") + saveAs(file) + clickIn("TImportProgress", "BtnOK"))
         .during([&] { click(form.get(), "BtnImport"); });
     QVERIFY(bytesOf(file).startsWith("\xEF\xBB\xBFRow,Device ID,Remark\r\n1,a,This"));
     QVERIFY(bytesOf(file).endsWith(",\"Device ID cut to 17 characters, from \"\"123456789012345678\"\".\"\r\n"));
-    QCOMPARE(messages.takeCaptions(), {"Device IDs Truncated"});
+    QCOMPARE(messages.takeCaptions(), (QByteArrayList{"Device IDs Truncated", "Error"}));
     QCOMPARE(f.list.table.count(), std::size_t{3});
   }
 
