@@ -152,9 +152,11 @@ void TDataCommClass::progress(int) {}
 
 TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseconds slot) {
   const auto begin = Tclock::now();
+  bool isReadable = false;
   while (true) {
     const std::uint32_t waiting = bytesWaiting();
     if (waiting >= count) return TcommWait::arrived;
+    if (isReadable && waiting == 0) noticeEnd();
     if (isLost()) {
       if (connected_) lost("wait for");
       return TcommWait::lost;
@@ -165,7 +167,7 @@ TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseco
     if (!canWaitOnLink(waiting)) {
       nap(passed);
     } else if (mode_ == TcommMode::ethernet) {
-      connected_->waitForReadyRead(static_cast<int>(left.count()));
+      isReadable = connected_->waitForReadyRead(static_cast<int>(left.count()));
     } else {
       resources_->serial()->awaitInput(left);
     }

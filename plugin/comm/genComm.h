@@ -133,6 +133,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   void awaitConnection();
   void requireNotRefused() const;
   int lost(const char* operation);
+  void noticeEnd();
   void closeTransport();
   bool isLost() const;
   bool canWaitOnLink(std::uint32_t waiting) const;

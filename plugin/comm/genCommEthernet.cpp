@@ -61,7 +61,9 @@ void TDataCommClass::startConnecting(const TethernetParameters& parameters) {
   socket->setProxy(QNetworkProxy::NoProxy);
   pumpMessages();
   state_ = TcommState::connecting;
-  socket->connectToHost(QString::fromStdString(parameters.address()), static_cast<quint16>(parameters.port));
+  // A buffer would cost more than the exchange itself: it makes the socket wake its event loop at each read and write.
+  socket->connectToHost(QString::fromStdString(parameters.address()), static_cast<quint16>(parameters.port),
+                        QIODevice::ReadWrite | QIODevice::Unbuffered);
 }
 
 /// Waits in the event loop: the socket's own wait would give up connecting after the first slot.
@@ -86,6 +88,12 @@ void TDataCommClass::requireNotRefused() const {
 /// The result of a read, write or wait on a lost connection.
 int TDataCommClass::lost(const char* operation) {
   return failed(operation, connected_->errorString().toStdString());
+}
+
+/// Without a buffer of its own the socket learns only by reading that the other side has ended the connection.
+void TDataCommClass::noticeEnd() {
+  char byte = 0;
+  connected_->peek(&byte, 1);
 }
 
 void TDataCommClass::socketConnect(QTcpSocket* socket) {
