@@ -34,13 +34,15 @@ const char* unknownText(TcommStep step) {
                                       : "Unknown Exception on Put Data Command";
 }
 
-/// The message of the exception that is being handled.
-TmessageText messageOfCaught(TcommStep step) try { throw; } catch (const TcommTimeoutException&) {
-  return error("Timeout Error.\nOperation Canceled.");
-} catch (const TnoDeviceAttachedException&) {
-  return error("No Deviced Attached.\nOperation Canceled.");  // misspelled on purpose
-} catch (const TinitializationException&) {
-  return couldNotInitialize;
+}  // namespace
+
+TcommFailure failureOfCaught(TcommStep step) try { throw; } catch (const TcommTimeoutException& exception) {
+  return {error("Timeout Error.\nOperation Canceled."), TcommCause::timeOut, exception.reason()};
+} catch (const TnoDeviceAttachedException& exception) {
+  // misspelled on purpose
+  return {error("No Deviced Attached.\nOperation Canceled."), TcommCause::noDevice, exception.reason()};
+} catch (const TinitializationException& exception) {
+  return {couldNotInitialize, TcommCause::notOpened, exception.reason()};
 } catch (const TbadInitializationException&) {
   return error(couldNotInitialize.text, "Bad Initialization");
 } catch (const TuninitializedCommModeException&) {
@@ -50,18 +52,16 @@ TmessageText messageOfCaught(TcommStep step) try { throw; } catch (const TcommTi
 } catch (const TinvalidDataLengthException&) {
   return error(invalidConfiguration, "Bad Data Length");
 } catch (const ToperationCancelledException&) {
-  return error("Operation Cancelled.");
+  return {error("Operation Cancelled."), TcommCause::cancelled};
 } catch (const std::exception&) {
   return error(unknownText(step), "VCL Exception");
 } catch (...) {
   return error(unknownText(step));
 }
 
-}  // namespace
-
 TcommOutcome runCommStep(TcommStep step, const std::function<TcommOutcome()>& work) try { return work(); } catch (...) {
   logCaught(step == TcommStep::handshake ? "handshake" : "sending the records");
-  return messageOfCaught(step);
+  return failureOfCaught(step);
 }
 
 TmessageText serialErrorMessage(ECommError::Tcode code) {

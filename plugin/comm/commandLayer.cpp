@@ -98,6 +98,7 @@ int VMRcommClass::takeBlocks(char* buffer, std::size_t count, std::size_t size) 
 
 int VMRcommClass::putData(const char* command, std::size_t length, const void* buffer, std::size_t count) {
   trace_.start(command, length);
+  acknowledgedBlocks_ = 0;
   return exchange([&] {
     if (!command || count == 0) return commFailed;
     const std::size_t size = checkedBlockSize();
@@ -123,6 +124,7 @@ int VMRcommClass::sendBlocks(const char* buffer, std::size_t count, std::size_t 
     const char due = block + 1 == count ? accepted : goOn;
     const auto answer = readAcknowledgement();
     if (!answer || answer->status != due || answer->end != carriageReturn) return commWrongReply;
+    acknowledgedBlocks_ = block + 1;
   }
   return commSuccess;
 }

@@ -49,6 +49,9 @@ class VMRcommClass {
   virtual bool cancelRequested();
   virtual void progress(int position);
 
+  /// Of the last exchange: the blocks that the analyzer has acknowledged.
+  std::size_t acknowledgedBlocks() const { return acknowledgedBlocks_; }
+
  private:
   struct Tacknowledgement {
     char status = 0;
@@ -71,4 +74,5 @@ class VMRcommClass {
 
   TDataCommClass* channel_;
   TexchangeTrace trace_;
+  std::size_t acknowledgedBlocks_ = 0;
 };

@@ -13,6 +13,9 @@ class Td2xxCalls {
 
   virtual ~Td2xxCalls() = default;
 
+  /// Whether there is a driver. Known after `openEx`.
+  virtual bool isInstalled() const { return true; }
+
   virtual Tstatus openEx(const char* description, std::uint32_t flags, Thandle* handle) = 0;
   virtual Tstatus close(Thandle handle) = 0;
   virtual Tstatus read(Thandle handle, void* buffer, std::uint32_t count, std::uint32_t* done) = 0;

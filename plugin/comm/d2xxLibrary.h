@@ -12,6 +12,7 @@ class Td2xxLibrary final : public Td2xxCalls {
 
   explicit Td2xxLibrary(Tfinder find) : find_(find) {}
 
+  bool isInstalled() const override { return functions_.openEx != nullptr; }
   Tstatus openEx(const char* description, std::uint32_t flags, Thandle* handle) override {
     if (!functions_.openEx) functions_ = find_();
     return call(functions_.openEx, description, flags, handle);

@@ -19,6 +19,9 @@ class TcommStruct;
 
 enum class TcommState : std::uint8_t { idle = 0, connecting = 1, connected = 2 };
 
+/// The reason why a USB device cannot be opened on a computer without its driver.
+inline constexpr const char* noUsbDriver = "its driver is not installed";
+
 /// The kind of a socket error.
 enum class TsocketError { general, send, receive, connect, disconnect, accept };
 

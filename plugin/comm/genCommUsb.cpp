@@ -41,6 +41,7 @@ void TDataCommClass::openUsbDevice() {
     if (usbOpen_) return;
     reason += (reason.empty() ? "" : ", ") + statusText(status) + " for " + description;
   }
+  if (!resources_->usbCalls().isInstalled()) reason = noUsbDriver;
   show(noUsbDevice);
   throw TnoDeviceAttachedException(failureText("open", reason));
 }

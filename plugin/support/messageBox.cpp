@@ -1,5 +1,6 @@
 #include "support/messageBox.h"
 
+#include <QApplication>
 #include <utility>
 
 #include "support/modalDialog.h"
@@ -25,19 +26,46 @@ QMessageBox::Icon toIcon(TmessageIcon icon) {
   return QMessageBox::Critical;
 }
 
+void fill(QMessageBox& box, const TmessageText& message, const QString& informativeText) {
+  box.setTextFormat(Qt::PlainText);
+  box.setWindowTitle(QString::fromLatin1(message.caption));
+  box.setText(QString::fromLatin1(message.text));
+  box.setInformativeText(informativeText);
+  box.setIcon(toIcon(message.icon));
+}
+
+void restore(QWidget* owner) {
+  if (owner == nullptr || !owner->window()->isMinimized()) return;
+  owner->window()->setWindowState(owner->window()->windowState() & ~Qt::WindowMinimized);
+}
+
 }  // namespace
 
 QMessageBox::StandardButton showMessage(QWidget* owner, const TmessageText& message,
                                         QMessageBox::StandardButtons buttons, const QString& informativeText) {
   if (replacement()) return replacement()(owner, message, buttons, informativeText);
   TmodalDialog<QMessageBox> box(owner);
-  box->setTextFormat(Qt::PlainText);
-  box->setWindowTitle(QString::fromLatin1(message.caption));
-  box->setText(QString::fromLatin1(message.text));
-  box->setInformativeText(informativeText);
-  box->setIcon(toIcon(message.icon));
+  fill(*box.get(), message, informativeText);
   box->setStandardButtons(buttons);
   return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+void showMessageInFront(QWidget* owner, const TmessageText& message, const QString& informativeText) {
+  if (replacement()) {
+    replacement()(owner, message, QMessageBox::Ok, informativeText);
+    return;
+  }
+  restore(owner);
+  TmodalDialog<QMessageBox> box(owner);
+  fill(*box.get(), message, informativeText);
+  box->setWindowFlag(Qt::WindowStaysOnTopHint);
+  const auto toFront = [shown = box.get()] {
+    shown->raise();
+    shown->activateWindow();
+    QApplication::alert(shown);
+  };
+  QMetaObject::invokeMethod(box.get(), toFront, Qt::QueuedConnection);
+  box.exec();
 }
 
 void replaceMessageBox(TmessageBoxFunction function) {

@@ -15,6 +15,10 @@ QMessageBox::StandardButton showMessage(QWidget* owner, const TmessageText& mess
                                         QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                         const QString& informativeText = {});
 
+/// Shows a box with OK that comes to the front, also over the windows of other programs, as the user may be elsewhere
+/// when it opens. A minimized owner is restored.
+void showMessageInFront(QWidget* owner, const TmessageText& message, const QString& informativeText);
+
 using TmessageBoxFunction = std::function<QMessageBox::StandardButton(
     QWidget* owner, const TmessageText& message, QMessageBox::StandardButtons buttons, const QString& informativeText)>;
 

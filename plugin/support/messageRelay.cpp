@@ -24,15 +24,15 @@ TmessageRelay::~TmessageRelay() {
   release();
 }
 
-void TmessageRelay::show(const QPointer<QWidget>& owner, const TmessageText& message) {
+void TmessageRelay::show(const QPointer<QWidget>& owner, const TmessageText& message, const QString& informativeText) {
   std::unique_lock lock(state_->mutex);
   if (state_->released) return;
   state_->answered = false;
   // The function shares the state, because its box may still be open when this object is destroyed.
   QMetaObject::invokeMethod(
       this,
-      [state = state_, owner, message] {
-        showMessage(owner, message);
+      [state = state_, owner, message, informativeText] {
+        showMessageInFront(owner, message, informativeText);
         state->set(&Tstate::answered);
       },
       Qt::QueuedConnection);

@@ -16,9 +16,9 @@ class TmessageRelay : public QObject {
   TmessageRelay();
   ~TmessageRelay() override;
 
-  /// Shows a box over `owner`, which may be null or be destroyed meanwhile. Called on the worker thread. Returns when
-  /// the user has answered, or at once after `release`.
-  void show(const QPointer<QWidget>& owner, const TmessageText& message);
+  /// Shows a box in front, over `owner`, which may be null or be destroyed meanwhile. Called on the worker thread.
+  /// Returns when the user has answered, or at once after `release`.
+  void show(const QPointer<QWidget>& owner, const TmessageText& message, const QString& informativeText = {});
 
   /// Lets the worker go on. Later boxes are not shown, and nothing waits for them.
   void release();

@@ -4,11 +4,13 @@
 #include <boost/scoped_ptr.hpp>
 #include <chrono>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "comm/commandLayer.h"
 #include "comm/genComm.h"
 #include "support/log.h"
+#include "upload/uploadAdvice.h"
 #include "upload/uploadMessages.h"
 
 namespace {
@@ -45,21 +47,36 @@ class TprogressChannel final : public TcancellableChannel {
   TtransferView& view_;
 };
 
-bool opened(VMRcommClass& analyzer) {
+/// Whatever the failure is, its message is the one for a connection that could not be opened.
+TcommOutcome failureOfOpening(VMRcommClass& analyzer) {
+  TcommFailure failure = couldNotInitialize;
   try {
-    return analyzer.open() == 0;
+    if (analyzer.open() == 0) return std::nullopt;
   } catch (...) {
     logCaught("opening the connection of an upload");
-    return false;
+    const TcommFailure caught = failureOfCaught(TcommStep::putData);
+    failure = TcommFailure(couldNotInitialize, caught.cause, caught.reason);
   }
+  return failure;
 }
 
-TcommOutcome putRecords(VMRcommClass& analyzer, const std::vector<std::uint8_t>& image, std::size_t blockSize) {
+TcommFailure noCommunication(const TDataCommClass& channel) {
+  const bool isLost = !channel.failure().empty();
+  return {couldNotCommunicate, isLost ? TcommCause::lost : TcommCause::wrongAnswer, channel.failure()};
+}
+
+TcommOutcome putRecords(VMRcommClass& analyzer, const TDataCommClass& channel, const std::vector<std::uint8_t>& image,
+                        std::size_t blocks) {
   return runCommStep(TcommStep::putData, [&]() -> TcommOutcome {
-    const std::size_t count = image.size() / blockSize;
-    if (analyzer.putData(putRecordsCommand, commandLength, image.data(), count) == 0) return std::nullopt;
-    return couldNotCommunicate;
+    if (analyzer.putData(putRecordsCommand, commandLength, image.data(), blocks) == 0) return std::nullopt;
+    return noCommunication(channel);
   });
+}
+
+/// Adds to a failure what the user can do.
+TcommOutcome withAdvice(TcommOutcome failure, const TuploadTransport& transport, const TuploadReach& reach) {
+  if (failure) failure->advice = adviceOn(*failure, transport, reach);
+  return failure;
 }
 
 TtransferResult transfer(const std::vector<std::uint8_t>& image, const TuploadTransport& transport,
@@ -68,10 +85,17 @@ TtransferResult transfer(const std::vector<std::uint8_t>& image, const TuploadTr
   if (transport.mode == TcommMode::none) return {false, invalidState};
   const boost::scoped_ptr<TprogressChannel> channel(new TprogressChannel(transport, resources, view, settings));
   VMRcommClass analyzer(channel.get());
-  if (!opened(analyzer)) return {false, view.isCancelled() ? std::nullopt : TcommOutcome(couldNotInitialize)};
+  TuploadReach reach = {TuploadReach::Tstep::opening, 0, image.size() / settings.blockSize, settings.timeOut};
+  if (const TcommOutcome failure = failureOfOpening(analyzer)) {
+    return {false, view.isCancelled() ? std::nullopt : withAdvice(failure, transport, reach)};
+  }
   view.showOperation("Putting Equipment Records");
   view.showProgress(recordsStart);
-  if (const auto message = putRecords(analyzer, image, settings.blockSize)) return {false, message};
+  if (const TcommOutcome failure = putRecords(analyzer, *channel, image, reach.blocks)) {
+    reach.step = TuploadReach::Tstep::sending;
+    reach.acknowledged = analyzer.acknowledgedBlocks();
+    return {false, withAdvice(failure, transport, reach)};
+  }
   view.showOperation("Completed!");
   view.showProgress(recordsDone);
   return {true, std::nullopt};
@@ -92,14 +116,17 @@ void logEnd(const std::string& step, Tclock::time_point start, const TtransferRe
 TcommOutcome greet(const TuploadTransport& transport, TcommStruct& resources, const TtransferView& view,
                    const TtransferSettings& settings) {
   const auto start = Tclock::now();
-  const TcommOutcome failure = runCommStep(TcommStep::handshake, [&]() -> TcommOutcome {
+  TuploadReach reach = {TuploadReach::Tstep::opening, 0, 0, settings.timeOut};
+  TcommOutcome failure = runCommStep(TcommStep::handshake, [&]() -> TcommOutcome {
     TcancellableChannel channel(transport, resources, view, settings);
     VMRcommClass analyzer(&channel);
     if (analyzer.open() != 0) return couldNotInitialize;
+    reach.step = TuploadReach::Tstep::greeting;
     std::vector<char> reply(settings.blockSize);
-    if (analyzer.getData(handshakeCommand, commandLength, reply.data(), 1) != 0) return couldNotCommunicate;
+    if (analyzer.getData(handshakeCommand, commandLength, reply.data(), 1) != 0) return noCommunication(channel);
     return std::nullopt;
   });
+  failure = withAdvice(std::move(failure), transport, reach);
   logEnd("handshake", start, {!failure, failure});
   return failure;
 }

@@ -25,7 +25,7 @@ TuploadThread::~TuploadThread() {
 
 void TuploadThread::run() {
   const TtransferResult result = transferRecords(dialog_.upload(), resources_, *this);
-  if (result.message) boxes_.show(&dialog_, *result.message);
+  if (result.message) boxes_.show(&dialog_, *result.message, QString::fromStdString(result.message->advice));
   completed_.store(result.completed, std::memory_order_release);
 }
 

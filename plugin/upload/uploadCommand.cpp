@@ -75,7 +75,7 @@ bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile
     const TcommOutcome failure = greetOverTransport(upload, resources, owner);
     if (self.isNull()) return false;
     if (!failure) return transferWithProgress(upload, resources, owner);
-    showMessage(owner, *failure);
+    showMessage(owner, *failure, QMessageBox::Ok, QString::fromStdString(failure->advice));
   } catch (...) {
     logCaught("upload");
     if (!self.isNull()) showMessage(owner, internalError);

@@ -53,6 +53,15 @@ int bytesUntil(std::size_t place) {
   return static_cast<int>(5 + blocksSent.at(place) * uploadBlockSize);
 }
 
+/// How the advice ends after a failure at a place.
+QByteArray heldAfter(std::size_t place) {
+  constexpr std::array<const char*, 6> acknowledged = {"", "None of the ", "None of the ", "2 of ", "4 of ", ""};
+  return place == 0 ? QByteArray()
+                    : acknowledged.at(place) + QByteArray(
+                                                   "5 blocks had been acknowledged. The analyzer may now hold part "
+                                                   "of the list. Upload again before you use it.");
+}
+
 unsigned timeOutFor(const QString& fault, char outcome) {
   if (fault.startsWith(u"late")) return lateTimeOut;
   if (fault.startsWith(u"too-late")) return tooLateTimeOut;
@@ -112,6 +121,7 @@ class TfaultMatrixTest : public QObject {
   TcommStruct resources_;
   Tview view_;
   bool greeted_ = false;
+  QByteArray advice_;
 
   /// Exchanges the handshake and then sends three records on a worker thread. Returns the message's text, empty after
   /// success.
@@ -119,6 +129,7 @@ class TfaultMatrixTest : public QObject {
     const TtransferSettings settings = {timeOut, uploadBlockSize};
     const auto failure = greet(transport, resources_, view_, settings);
     greeted_ = !failure;
+    advice_ = failure ? QByteArray::fromStdString(failure->advice) : QByteArray();
     if (failure) return failure->text;
     const std::vector<TuploadEntry> entries = {makeUploadEntry("A-1", 1), makeUploadEntry("A-2", 500),
                                                makeUploadEntry("A-3", 20)};
@@ -133,6 +144,7 @@ class TfaultMatrixTest : public QObject {
     worker->start();
     worker->wait();
     if (!ended.load(std::memory_order_acquire)) return "not ended";
+    if (result.message) advice_ = QByteArray::fromStdString(result.message->advice);
     return result.message ? QByteArray(result.message->text) : QByteArray(result.completed ? "" : "silently ended");
   }
 
@@ -167,6 +179,10 @@ class TfaultMatrixTest : public QObject {
     QCOMPARE(upload(far.transport(), timeOut), textOf(outcome));
     const auto elapsed = Tclock::now() - begin;
     QCOMPARE(greeted_, place > 0 || outcome == 's');
+    QCOMPARE(advice_.isEmpty(), outcome == 's');
+    const bool goesOn = fault.startsWith(u"surplus") || fault.startsWith(u"ack-close");
+    QVERIFY2(outcome == 's' || advice_.endsWith(heldAfter(place).mid(goesOn ? heldAfter(place).indexOf("5 b") : 0)),
+             advice_);
     QVERIFY(outcome != 't' || elapsed >= std::chrono::milliseconds(timeOut));
     QVERIFY(elapsed < std::chrono::milliseconds(longTimeOut));
     QVERIFY(!resources_.isInUse());
