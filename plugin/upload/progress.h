@@ -5,6 +5,9 @@
 #include <memory>
 
 class TcommStruct;
+class TkeepAwake;
+class TtaskbarProgress;
+class TtimeLeft;
 class TuploadThread;
 struct TuploadCommStruct;
 namespace Ui {
@@ -41,9 +44,14 @@ class TfrmProgress final : public QDialog {
  private:
   void btnCancelClick();
   void workerFinished();
+  void showProgress(int position);
+  void showTimeLeft();
 
   const TuploadCommStruct* upload_;
   std::atomic<bool> cancelled_ = false;
   std::unique_ptr<Ui::TfrmProgress> ui_;
+  std::unique_ptr<TtimeLeft> timeLeft_;
+  std::unique_ptr<TtaskbarProgress> taskbar_;
+  std::unique_ptr<TkeepAwake> keepAwake_;
   std::unique_ptr<TuploadThread> worker_;
 };

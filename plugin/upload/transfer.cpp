@@ -138,7 +138,7 @@ TtransferResult transferRecords(const TuploadCommStruct& upload, TcommStruct& re
 TtransferResult transferImage(const std::vector<std::uint8_t>& image, const TuploadTransport& transport,
                               TcommStruct& resources, TtransferView& view, const TtransferSettings& settings) try {
   const auto start = Tclock::now();
-  const TtransferResult result = transfer(image, transport, resources, view, settings);
+  TtransferResult result = transfer(image, transport, resources, view, settings);
   logEnd("transfer", start, result);
   return result;
 } catch (...) {

@@ -7,6 +7,7 @@
 #include "tools/testList.h"
 #include "tools/testPlatform.h"
 #include "upload/progress.h"
+#include "upload/timeLeft.h"
 #include "upload/uploadImage.h"
 
 /// The progress dialog and its worker thread, connected to the simulated analyzer by the stand-in driver.
@@ -51,6 +52,22 @@ class TprogressTest : public QObject {
     QTRY_VERIFY(openHandles() <= handles);
     QCOMPARE(boxes_, QByteArrayList());
     QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
+  }
+
+  void timeLeftFollowsTheBlocks() {
+    using namespace std::chrono_literals;
+    const TtimeLeft::Ttime start;
+    TtimeLeft left;
+    left.note(50, start);
+    QCOMPARE(left.text(start + 60s), QString());
+    left.note(30, start + 1s);  // the command: only now the blocks begin
+    left.note(51, start + 5s);
+    QCOMPARE(left.text(start + 5s), QString());
+    QCOMPARE(left.text(start + 6s), QStringLiteral("about 3 min left"));
+    left.note(60, start + 41s);
+    QCOMPARE(left.text(start + 41s), QStringLiteral("about 2 min left"));
+    QCOMPARE(left.text(start + 77s), QStringLiteral("about 85 s left"));
+    QCOMPARE(left.text(start + 200s), QStringLiteral("about 5 s left"));
   }
 
   void aFailureIsOneBoxOfTheUserInterfaceThread() {
