@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int lineRate = 19200;  // baud, 10 bits a byte
+constexpr int usbLatency = 16;   // milliseconds
 constexpr int pacedBlocks = 24;  // of 1536; all of them would take 64 times as long
 
 class TblindView final : public TtransferView {
@@ -30,7 +31,7 @@ std::vector<std::uint8_t> imageOf(std::size_t blocks) {
   return image;
 }
 
-using Tclock = double (*)(const std::function<void()>& work);
+using Tmeter = double (*)(const std::function<void()>& work);
 
 /// The processor time of this thread, in milliseconds.
 double processorTimeOf(const std::function<void()>& work) {
@@ -45,7 +46,7 @@ double processorTimeOf(const std::function<void()>& work) {
 }
 
 /// On a worker thread, as in the plug-in.
-double upload(const TuploadTransport& transport, std::size_t blocks, Tclock timeOf = millisecondsOf) {
+double upload(const TuploadTransport& transport, std::size_t blocks, Tmeter timeOf = millisecondsOf) {
   TcommStruct resources;
   TblindView view;
   const auto image = imageOf(blocks);
@@ -71,7 +72,7 @@ void exchange(int socket, const void* bytes, std::size_t count) {
 }
 
 /// The same exchange with blocking socket calls only.
-double uploadBlocking(int port, Tclock timeOf) {
+double uploadBlocking(int port, Tmeter timeOf) {
   const auto image = imageOf(uploadBlockCount);
   return timeOf([&] {
     const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
@@ -90,7 +91,7 @@ double uploadBlocking(int port, Tclock timeOf) {
   });
 }
 
-Tsides overTcp(Tclock timeOf) {
+Tsides overTcp(Tmeter timeOf) {
   const auto analyzer = std::make_shared<TanalyzerProcess>(QStringList{QStringLiteral("--tcp"), QStringLiteral("0")});
   TuploadTransport transport = transportBy(TcommMethod::ethernet);
   std::get<TethernetParameters>(transport.parameters).port = analyzer->port();
@@ -117,11 +118,24 @@ Tsides overSerialPort() {
   return {[analyzer, ports] { return upload(transportBy(TcommMethod::serial), pacedBlocks); }, wireTime};
 }
 
-Tsides overUsb() {
+Tsides overUsb(const QStringList& options, double (*yardstick)()) {
   require(loadStandInDriver(), "the stand-in driver is missing");
-  const auto analyzer = std::make_shared<TanalyzerProcess>(paced({QStringLiteral("--usb"), QStringLiteral("0")}));
+  const auto analyzer = std::make_shared<TanalyzerProcess>(options);
   qputenv("QT484_USB", QByteArray::number(analyzer->port()));
-  return {[analyzer] { return upload(transportBy(TcommMethod::usb), pacedBlocks); }, wireTime};
+  return {[analyzer] { return upload(transportBy(TcommMethod::usb), pacedBlocks); }, yardstick};
+}
+
+const QStringList usbLink = {QStringLiteral("--usb"), QStringLiteral("0")};
+
+Tsides overPacedUsb() {
+  return overUsb(paced(usbLink), wireTime);
+}
+
+/// The chip of a USB cable holds each answer back.
+Tsides overSlowUsb() {
+  const QStringList options = {QStringLiteral("--latency"), QString::number(usbLatency), QStringLiteral("--blocks"),
+                               QString::number(pacedBlocks)};
+  return overUsb(usbLink + options, [] { return double((pacedBlocks + 1) * usbLatency); });
 }
 
 }  // namespace
@@ -130,5 +144,6 @@ std::vector<Trow> uploadRows(const TbenchFolders&) {
   return {{"upload-tcp", "ms", 1.3, 11, [] { return overTcp(millisecondsOf); }},
           {"upload-tcp-processor", "ms", 2.0, 11, [] { return overTcp(processorTimeOf); }},
           {"upload-serial", "ms", 1.02, 3, overSerialPort},
-          {"upload-usb", "ms", 1.02, 3, overUsb}};
+          {"upload-usb", "ms", 1.02, 3, overPacedUsb},
+          {"upload-usb-latency", "ms", 1.2, 3, overSlowUsb}};
 }

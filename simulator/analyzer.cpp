@@ -32,6 +32,10 @@ Tanalyzer::Tanalyzer(TlinkKind link, TanalyzerSettings settings, TfaultScript& s
     : link_(link), settings_(std::move(settings)), script_(script), report_(std::move(report)) {}
 
 Tsteps Tanalyzer::take(const QByteArray& bytes) {
+  if (script_.takesRest(TfaultScript::Tclock::now(), std::chrono::milliseconds(settings_.timeout))) {
+    report_("taken for the rest of a block: " + QByteArray::number(bytes.size()) + " bytes");
+    return {};
+  }
   if (deaf_) return {};
   if (answering_) complainOfOrder("bytes came before the answer");
   pending_ += bytes;
@@ -111,7 +115,8 @@ Tsteps Tanalyzer::takeImage() {
 
 Tsteps Tanalyzer::answer(Tplace place, const QByteArray& right) {
   const Tfault* fault = faultAt(place);
-  if (fault == nullptr) return {{Tstep::Taction::send, right}};
+  if (fault == nullptr && settings_.latency == 0) return {{Tstep::Taction::send, right}};
+  if (fault == nullptr) return {{Tstep::Taction::wait, {}, settings_.latency}, {Tstep::Taction::send, right}};
   play(*fault);
   return faultSteps(*fault, right, settings_.timeout);
 }
@@ -143,6 +148,7 @@ void Tanalyzer::play(const Tfault& fault) {
   script_.setPlayed();
   faulted_ = true;
   deaf_ = fault.traits.isDeaf;
+  if (fault.traits.kind == TfaultKind::resume) script_.awaitRest(TfaultScript::Tclock::now());
 }
 
 bool Tanalyzer::save() {

@@ -28,6 +28,7 @@ struct TanalyzerSettings {
   int blocks = 1536;    ///< of an upload
   int timeout = 2000;   ///< the host's, in milliseconds; late answers are timed by it
   QByteArray savePath;  ///< where to save the image of a complete upload; empty for nowhere
+  int latency = 0;      ///< before each answer, in milliseconds
 };
 
 /// The instrument's side of one connection: it takes the bytes received and returns the steps to carry out. It knows no

@@ -77,7 +77,7 @@ Tsteps faultSteps(const Tfault& fault, const QByteArray& right, int timeout) {
       return {send(garbage(right.size()))};
     case TfaultKind::shortHandshake:
       return {send(right.first(right.size() - 1))};
-    default:  // silence, and the faults that the driver plays
+    default:  // silence, resume, and the faults that the driver plays
       return {};
   }
 }

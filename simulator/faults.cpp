@@ -54,6 +54,7 @@ const std::vector<TfaultTraits>& faultTable() {
       {TfaultKind::noise, "noise", anywhere, anyLink, false, false},
       {TfaultKind::garbage, "garbage", handshake, anyLink, false, false},
       {TfaultKind::shortHandshake, "short-handshake", handshake, anyLink, false, true},
+      {TfaultKind::resume, "resume", acknowledgement, anyLink, false, true},
   };
   return table;
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -41,6 +42,7 @@ enum class TfaultKind {
   noise,
   garbage,
   shortHandshake,
+  resume,
 };
 
 /// The properties of a kind of fault.
@@ -74,13 +76,26 @@ std::optional<Tfault> parseFault(const QString& text, int blocks, QString& error
 /// The one fault of a run, shared by all connections and played only once.
 class TfaultScript {
  public:
+  using Tclock = std::chrono::steady_clock;
+
   explicit TfaultScript(std::optional<Tfault> fault = {}) : fault_(std::move(fault)) {}
 
   /// The fault still to be played; null if there is none.
   const Tfault* pending() const { return fault_ && !played_ ? &*fault_ : nullptr; }
   void setPlayed() { played_ = true; }
 
+  /// From now on the analyzer takes whatever comes, on any connection, for the rest of a block.
+  void awaitRest(Tclock::time_point now) { restAwaited_ = now; }
+  /// Whether it takes the bytes that come now so. It ends after a silence of `timeout`.
+  bool takesRest(Tclock::time_point now, std::chrono::milliseconds timeout) {
+    if (!restAwaited_) return false;
+    const bool isSilent = now - *restAwaited_ >= timeout;
+    restAwaited_ = isSilent ? std::nullopt : std::optional(now);
+    return !isSilent;
+  }
+
  private:
   std::optional<Tfault> fault_;
   bool played_ = false;
+  std::optional<Tclock::time_point> restAwaited_;  ///< since the last byte
 };

@@ -20,6 +20,8 @@ class Tparser {
     add("baud", "N", "Paces both directions to this line speed, 10 bits a byte; 0 for no pacing.");
     add("blocks", "N", "Blocks of an upload; 1536 by default.");
     add("timeout", "MS", "The host's time-out, by which late answers are timed; 2000 by default.");
+    add("latency", "MS",
+        "Waits before each answer, as a USB chip does with few bytes (16 by default there); 0 by default.");
     add("fault", "KIND[@WHERE]",
         "Plays a fault once: " + kinds() +
             "; WHERE is handshake, command, a block's number, last, or after (the last answer).");
@@ -110,6 +112,7 @@ std::optional<Toptions> parseOptions(const QStringList& arguments, QString& erro
     options.baud = parser.number("baud", 0, maxBaud, options.baud);
     options.blocks = parser.number("blocks", 1, maxBlocks, options.blocks);
     options.timeout = parser.number("timeout", 1, maxTimeout, options.timeout);
+    options.latency = parser.number("latency", 0, maxTimeout, options.latency);
     options.once = parser.isSet("once");
     readFault(parser, options);
   }

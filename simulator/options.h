@@ -15,6 +15,7 @@ struct Toptions {
   int baud = 0;
   int blocks = 1536;
   int timeout = 2000;  ///< milliseconds
+  int latency = 0;     ///< milliseconds
   bool once = false;
   bool help = false;
   std::optional<Tfault> fault;

@@ -63,7 +63,7 @@ void Tserver::acceptUsb() {
 
 /// Takes ownership of the link, which its session then owns.
 void Tserver::serve(Tlink* link) {
-  const TanalyzerSettings settings{options_.blocks, options_.timeout, options_.save.toLocal8Bit()};
+  const TanalyzerSettings settings{options_.blocks, options_.timeout, options_.save.toLocal8Bit(), options_.latency};
   auto owned = std::make_unique<Tsession>(*link, settings, options_.baud, script_, report_);
   link->setParent(owned.get());
   owned->setParent(this);

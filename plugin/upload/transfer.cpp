@@ -4,12 +4,14 @@
 #include <boost/scoped_ptr.hpp>
 #include <chrono>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include "comm/commandLayer.h"
 #include "comm/genComm.h"
 #include "support/log.h"
+#include "upload/lineRest.h"
 #include "upload/uploadAdvice.h"
 #include "upload/uploadMessages.h"
 
@@ -60,6 +62,18 @@ TcommOutcome failureOfOpening(VMRcommClass& analyzer) {
   return failure;
 }
 
+/// Waits until the line has been at rest. Throws `ToperationCancelledException`.
+void awaitRest(const std::string& target, const TtransferView& view, std::chrono::milliseconds rest) {
+  constexpr std::chrono::milliseconds slot(10);
+  const auto left = restLeft(target, rest);
+  if (left.count() > 0) logInfo("waiting " + std::to_string(left.count()) + " ms until " + target + " is at rest");
+  while (restLeft(target, rest).count() > 0) {
+    if (view.isCancelled()) throw ToperationCancelledException();
+    TDataCommClass::pumpMessages();
+    std::this_thread::sleep_for(slot);
+  }
+}
+
 TcommFailure noCommunication(const TDataCommClass& channel) {
   const bool isLost = !channel.failure().empty();
   return {couldNotCommunicate, isLost ? TcommCause::lost : TcommCause::wrongAnswer, channel.failure()};
@@ -92,6 +106,7 @@ TtransferResult transfer(const std::vector<std::uint8_t>& image, const TuploadTr
   view.showOperation("Putting Equipment Records");
   view.showProgress(recordsStart);
   if (const TcommOutcome failure = putRecords(analyzer, *channel, image, reach.blocks)) {
+    noteBrokenOff(targetOf(transport.parameters));
     reach.step = TuploadReach::Tstep::sending;
     reach.acknowledged = analyzer.acknowledgedBlocks();
     return {false, withAdvice(failure, transport, reach)};
@@ -118,6 +133,7 @@ TcommOutcome greet(const TuploadTransport& transport, TcommStruct& resources, co
   const auto start = Tclock::now();
   TuploadReach reach = {TuploadReach::Tstep::opening, 0, 0, settings.timeOut};
   TcommOutcome failure = runCommStep(TcommStep::handshake, [&]() -> TcommOutcome {
+    awaitRest(targetOf(transport.parameters), view, settings.rest);
     TcancellableChannel channel(transport, resources, view, settings);
     VMRcommClass analyzer(&channel);
     if (analyzer.open() != 0) return couldNotInitialize;

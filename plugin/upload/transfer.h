@@ -1,8 +1,14 @@
 #pragma once
 
+#include <chrono>
+
 #include "comm/commMessages.h"
 #include "comm/commStruct.h"
 #include "upload/uploadImage.h"
+
+/// How long the line must be at rest until the analyzer surely waits for a command: its own time-out, which is taken to
+/// be the host's, and some more.
+inline constexpr std::chrono::milliseconds analyzerRest(uploadTimeOut + 500);
 
 /// Shows what a transfer does. Called on the transfer's thread.
 class TtransferView {
@@ -13,10 +19,11 @@ class TtransferView {
   virtual void showProgress(int position) = 0;  ///< 0 to 100
 };
 
-/// Time-out and block size of an exchange. Values other than the defaults are for tests and measurements.
+/// Times and block size of an exchange. Values other than the defaults are for tests and measurements.
 struct TtransferSettings {
   unsigned timeOut = uploadTimeOut;  ///< ms
   std::size_t blockSize = uploadBlockSize;
+  std::chrono::milliseconds rest = analyzerRest;
 };
 
 /// The result of a transfer: whether the analyzer has acknowledged everything, and the message for the user.
@@ -27,6 +34,9 @@ struct TtransferResult {
 
 /// Exchanges the handshake with the analyzer over a connection of its own, which is closed at the end. Returns the
 /// message for the user if it failed. Of `view` only `isCancelled` is called.
+///
+/// After an upload to the same place that was broken off, it first waits until the line has been at rest: the analyzer
+/// might take the handshake for the rest of a block.
 TcommOutcome greet(const TuploadTransport& transport, TcommStruct& resources, const TtransferView& view,
                    const TtransferSettings& settings = {});
 

@@ -46,8 +46,9 @@ std::string onTimeOut(const TuploadTransport& transport, const TuploadReach& rea
     return placeOf(transport) + " accepted the connection, but" + late +
            " Check that this is the analyzer's address, and that the analyzer shows no message of its own.";
   }
-  return "T" + analyzerOn(transport).substr(1) + late +
-         " Check the cable, and that the analyzer is on and shows no message of its own.";
+  std::string analyzer = analyzerOn(transport);
+  analyzer.front() = 'T';
+  return analyzer + late + " Check the cable, and that the analyzer is on and shows no message of its own.";
 }
 
 std::string onNotOpened(const TuploadTransport& transport, const std::string& reason) {

@@ -31,14 +31,17 @@ struct Tfault {
   const char* links;  ///< t(cp), s(erial), u(sb)
   std::string_view outcomes;
 };
-constexpr std::array<Tfault, 20> faults = {
-    {{"silence", "tsu", "ttttt-"},      {"half", "tsu", "ttttt-"},           {"split", "tsu", "sssss-"},
-     {"wrong", "tsu", "tsccc-"},        {"wrong-end", "tsu", "-sccc-"},      {"stale", "tsu", "-sccc-"},
-     {"surplus", "tsu", "scccs-"},      {"late", "tsu", "sssss-"},           {"too-late", "tsu", "ttttt-"},
-     {"close", "t", "cccccs"},          {"ack-close", "t", "scccs-"},        {"reset", "t", "cccccs"},
-     {"unplug", "s", "cccccs"},         {"unplug", "u", "nnnnns"},           {"short-write", "u", "ccccc-"},
-     {"blocked-write", "ts", "ttttt-"}, {"blocked-write", "u", "ccccc-"},    {"noise", "tsu", "sccccs"},
-     {"garbage", "tsu", "s-----"},      {"short-handshake", "tsu", "t-----"}}};
+constexpr std::array<Tfault, 21> faults = {{{"silence", "tsu", "ttttt-"},     {"half", "tsu", "ttttt-"},
+                                            {"split", "tsu", "sssss-"},       {"wrong", "tsu", "tsccc-"},
+                                            {"wrong-end", "tsu", "-sccc-"},   {"stale", "tsu", "-sccc-"},
+                                            {"surplus", "tsu", "scccs-"},     {"late", "tsu", "sssss-"},
+                                            {"too-late", "tsu", "ttttt-"},    {"close", "t", "cccccs"},
+                                            {"ack-close", "t", "scccs-"},     {"reset", "t", "cccccs"},
+                                            {"unplug", "s", "cccccs"},        {"unplug", "u", "nnnnns"},
+                                            {"short-write", "u", "ccccc-"},   {"blocked-write", "ts", "ttttt-"},
+                                            {"blocked-write", "u", "ccccc-"}, {"noise", "tsu", "sccccs"},
+                                            {"garbage", "tsu", "s-----"},     {"short-handshake", "tsu", "t-----"},
+                                            {"resume", "tsu", "-tttt-"}}};
 constexpr std::array<const char*, 6> places = {"handshake", "command", "1", "3", "5", "after"};
 
 QByteArray textOf(char outcome) {
@@ -125,8 +128,8 @@ class TfaultMatrixTest : public QObject {
 
   /// Exchanges the handshake and then sends three records on a worker thread. Returns the message's text, empty after
   /// success.
-  QByteArray upload(const TuploadTransport& transport, unsigned timeOut) {
-    const TtransferSettings settings = {timeOut, uploadBlockSize};
+  QByteArray upload(const TuploadTransport& transport, unsigned timeOut, std::chrono::milliseconds rest = {}) {
+    const TtransferSettings settings = {timeOut, uploadBlockSize, rest};
     const auto failure = greet(transport, resources_, view_, settings);
     greeted_ = !failure;
     advice_ = failure ? QByteArray::fromStdString(failure->advice) : QByteArray();
@@ -193,9 +196,24 @@ class TfaultMatrixTest : public QObject {
       const bool stopsThere = !fault.contains(QLatin1String("-write")) && !fault.startsWith(QLatin1String("surplus"));
       if (stopsThere) QVERIFY(closed.endsWith(": " + QByteArray::number(bytesUntil(place)) + " bytes"));
     }
-    QCOMPARE(upload(far.transport(), longTimeOut), QByteArray());
+    // Only an analyzer that takes up its block again needs a rest.
+    const std::chrono::milliseconds rest(fault.startsWith(u"resume") ? 2 * shortTimeOut : 0);
+    QCOMPARE(upload(far.transport(), longTimeOut, rest), QByteArray());
     QCOMPARE(far.analyzer().waitFor("upload complete"), QByteArray("upload complete: 5 blocks, 3 records"));
     QCOMPARE(far.analyzer().waitFor("record 3"), QByteArray("record 3: A-3, procedure 20"));
+  }
+
+  void uploadAfterACancelStartsClean() {
+    for (const char link : {'t', 's', 'u'}) {
+      TanalyzerLink far(link, QStringLiteral("resume@3"), 2 * shortTimeOut);
+      view_.cancelAt = Tclock::now() + std::chrono::milliseconds(150);
+      QCOMPARE(upload(far.transport(), longTimeOut), "Operation Cancelled.");
+      view_ = {};
+      // Without a rest the handshake belongs to the block.
+      QCOMPARE(upload(far.transport(), shortTimeOut), textOf('t'));
+      QCOMPARE(far.analyzer().waitFor("taken"), QByteArray("taken for the rest of a block: 5 bytes"));
+      QCOMPARE(upload(far.transport(), longTimeOut, std::chrono::milliseconds(5 * shortTimeOut)), QByteArray());
+    }
   }
 
   void cancellingTakesEffectAtOnce() {
