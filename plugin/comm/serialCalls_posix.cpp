@@ -2,9 +2,7 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <map>
 #include <mutex>
 #include <poll.h>
@@ -16,6 +14,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "comm/portDevices_posix.h"
 #include "comm/serialCalls.h"
 
 // The terminal calls, with the results and time-outs of the Windows calls.
@@ -76,20 +75,6 @@ bool startRaw(int fd) {
   mode.c_cc[VMIN] = 0;
   mode.c_cc[VTIME] = 0;
   return tcsetattr(fd, TCSANOW, &mode) == 0 && tcflush(fd, TCIOFLUSH) == 0;
-}
-
-/// The device of "COM<number>" (1 to 256): the link `com<number>` in the folder that the environment variable
-/// `QT484_PORTS` names. Without the variable COM1 to COM100 are /dev/ttyS0 to ttyS99, COM101 to COM200 /dev/ttyUSB0 to
-/// ttyUSB99, COM201 to COM256 /dev/ttyACM0 to ttyACM55. Empty for other numbers.
-std::filesystem::path portDevice(int number) {
-  if (number < 1 || number > 256) return {};
-  if (const char* folder = std::getenv("QT484_PORTS")) {
-    return std::filesystem::path(folder) / ("com" + std::to_string(number));
-  }
-  constexpr int kindSize = 100;
-  constexpr std::array<const char*, 3> kinds = {"/dev/ttyS", "/dev/ttyUSB", "/dev/ttyACM"};
-  const int index = number - 1;
-  return kinds.at(static_cast<std::size_t>(index / kindSize)) + std::to_string(index % kindSize);
 }
 
 /// The number in "COM5"; 0 if there is none.

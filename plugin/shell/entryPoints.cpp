@@ -1,13 +1,18 @@
 #include "shell/entryPoints.h"
 
+#include <chrono>
 #include <memory>
 
 #include "browser/EquipmentRecordPluginFrame.h"
+#include "comm/selector/freePorts.h"
 #include "shell/hostInterface.h"
 #include "shell/keepLibraries.h"
 #include "support/log.h"
 
 namespace {
+
+/// How long an unloading module waits for a driver that hangs.
+constexpr std::chrono::seconds longestEnd(5);
 
 /// The references that `setup` stored, the only state of the module itself.
 struct ThostReferences {
@@ -35,6 +40,7 @@ void Initialize() {
 }
 
 void Finalize() {
+  endPortSearches(longestEnd);
   closeLog();
   hostReferences() = {};
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "comm/portDevices.h"
 #include "comm/selector/communicationsSelector.h"
 #include "support/log.h"
 #include "support/messageBox.h"
@@ -37,8 +38,9 @@ class TwaitCursor {
 
 /// Nothing if the user has cancelled or the owner was destroyed.
 std::optional<TconnectionChoice> chooseConnection(QWidget* owner, const TiniFile& hostSettings) {
-  const auto isFree = [](int number) { return systemSerialCalls().isFree(number); };
-  TmodalDialog<TcomSelectFrm> selector(hostSettings, isFree, owner);
+  const TportCalls ports = {[](int number) { return systemSerialCalls().isFree(number); }, isPortPresent,
+                            portDeviceName};
+  TmodalDialog<TcomSelectFrm> selector(hostSettings, ports, owner);
   return selector.exec() == QDialog::Accepted ? std::optional(selector->choice()) : std::nullopt;
 }
 

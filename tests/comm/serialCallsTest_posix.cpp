@@ -7,6 +7,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include "comm/portDevices_posix.h"
 #include "comm/serialCalls.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
@@ -59,6 +60,24 @@ class TserialCallsTest : public QObject {
     QVERIFY(signalCount > 5);
     QVERIFY(calls.close(port));
     ::close(farEnd);
+  }
+
+  void usbPortsHaveTheNameOfTheirDevice() {
+    const TtestFolder folder;
+    using Tcase = std::array<const char*, 3>;
+    for (const auto& [maker, product, name] : {Tcase{"FTDI\n", "FT232R USB UART\n", "FTDI FT232R USB UART"},
+                                               {"FTDI\n", "FTDI Adapter\n", "FTDI Adapter"},
+                                               {"", "Adapter\n", "Adapter"},
+                                               {"Linux\n", "", ""}}) {
+      std::filesystem::create_directories(folder / "usb1/1-2/1-2:1.0/ttyUSB0");
+      writeBytes(folder / "usb1/1-2/manufacturer", maker);
+      writeBytes(folder / "usb1/1-2/product", product);
+      std::filesystem::create_directories(folder / "tty/ttyUSB0");
+      std::filesystem::remove(folder / "tty/ttyUSB0/device");
+      std::filesystem::create_directory_symlink("../../usb1/1-2/1-2:1.0/ttyUSB0", folder / "tty/ttyUSB0/device");
+      QCOMPARE(usbDeviceName(folder / "tty/ttyUSB0").c_str(), name);
+    }
+    QVERIFY(usbDeviceName(folder / "tty/ttyS0").empty());
   }
 };
 EQREC_TEST(TserialCallsTest);

@@ -1,13 +1,15 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>
-#include <atomic>
+#include <mutex>
 #include <semaphore>
 
 #include "comm/selector/communicationsSelector.h"
+#include "support/log.h"
 #include "tools/dialogs.h"
 #include "tools/messageRecorder.h"
 #include "tools/testFiles.h"
@@ -15,18 +17,53 @@
 
 namespace {
 
-/// The selector with its own settings file. One port may keep the search waiting until the gate opens.
+/// The ports of a computer; the search's thread may outlive a test. One of them may keep the search waiting until the
+/// gate opens.
+struct Tports {
+  explicit Tports(const QList<int>& free_, int slow_) : slow(slow_), free(free_), present(free_) {}
+
+  bool canOpen(int number) {
+    if (number == slow) gate.acquire();
+    const std::lock_guard lock(mutex);
+    tried << number;
+    return free.contains(number);
+  }
+  bool isPresent(int number) {
+    const std::lock_guard lock(mutex);
+    return present.contains(number);
+  }
+  void set(const QList<int>& nowPresent, const QList<int>& nowFree) {
+    const std::lock_guard lock(mutex);
+    present = nowPresent;
+    free = nowFree;
+  }
+
+  const int slow;
+  std::counting_semaphore<> gate{0};
+  std::mutex mutex;
+  QList<int> free;
+  QList<int> present;
+  QList<int> tried;
+};
+
+/// The selector with its own settings file.
 struct TselectorFixture {
   explicit TselectorFixture(const QByteArray& iniText) { writeBytes(folder / "q.ini", iniText); }
-  ~TselectorFixture() { gate.release(256); }
+  ~TselectorFixture() {
+    form.reset();
+    if (computer) computer->gate.release(256);
+    endPortSearches(std::chrono::seconds(5));
+  }
 
   void open(const QList<int>& free, int slow = 0) {
-    const auto canOpen = [this, free, slow](int number) {
-      if (number == slow) gate.acquire();
-      lastTried = number;
-      return free.contains(number);
-    };
-    form = std::make_unique<TcomSelectFrm>(TiniFile(folder / "q.ini"), canOpen, nullptr);
+    computer = std::make_shared<Tports>(free, slow);
+    openOn(computer);
+  }
+  void openOn(const std::shared_ptr<Tports>& on) {
+    const TportCalls calls = {[on](int number) { return on->canOpen(number); },
+                              [on](int number) { return on->isPresent(number); },
+                              [](int number) { return "Adapter <" + std::to_string(number) + ">"; }};
+    form = std::make_unique<TcomSelectFrm>(TiniFile(folder / "q.ini"), calls, nullptr);
     form->show();
     QVERIFY(QTest::qWaitForWindowActive(form.get()));
   }
@@ -42,18 +79,23 @@ struct TselectorFixture {
     return QByteArray::number(int(form->choice().method)) + ' ' + ports()->currentText().toLatin1() + ' ' +
            QByteArray::number(ports()->count());
   }
+  QByteArray note() const { return control<QLabel>("lblPortNote")->text().toLatin1(); }
   /// The texts of the boxes, and the name of the focused control.
   QByteArray address() const {
     QByteArrayList texts;
     for (const char* name : {"IP1", "IP2", "IP3", "IP4"}) texts << control(name)->text().toLatin1();
     return texts.join('.') + ' ' + form->focusWidget()->objectName().toLatin1();
   }
+  /// The stored method and port.
+  QByteArray storedPort() const {
+    const TconnectionSettings stored = TconnectionSettings::load(TiniFile(folder / "q.ini"));
+    return QByteArray::number(int(stored.method) + 1) + ' ' + QByteArray::number(stored.serialPort);
+  }
   QByteArray ini() const { return linesOf(folder / "q.ini"); }
 
   TtestFolder folder;
   TmessageRecorder messages;
-  std::counting_semaphore<> gate{0};
-  std::atomic<int> lastTried = 0;
+  std::shared_ptr<Tports> computer;
   std::unique_ptr<TcomSelectFrm> form;
 };
 
@@ -74,7 +116,10 @@ class TselectorTest : public QObject {
                 "1 <No Free Ports> 1 255...1 radEthernet lblEthernet dot2 IP1 IP4"),
           Tcase("serial: the stored port", onSerial, {1, 200, 201},
                 "2 COM200 3 999.0.0.1 radSerial radSerial lblSerialPort serialPortSelector"),
-          Tcase("serial without ports: USB", onSerial, {}, "0 <No Free Ports> 1 999.0.0.1 radUSB")}) {
+          Tcase("serial, stored port missing: the first", onSerial, {1},
+                "2 COM1 1 999.0.0.1 radSerial radSerial lblSerialPort serialPortSelector COM200 is not free"),
+          Tcase("serial without ports: USB", onSerial, {},
+                "0 <No Free Ports> 1 999.0.0.1 radUSB COM200 is not free")}) {
       TselectorFixture f(ini);
       f.open(free);
       QByteArray shown = f.method() + ' ' + f.address();
@@ -82,6 +127,7 @@ class TselectorTest : public QObject {
            {"radSerial", "lblEthernet", "dot2", "IP1", "IP4", "lblSerialPort", "serialPortSelector"}) {
         if (f.control<QWidget>(control)->isEnabled()) shown += QByteArray(" ") + control;
       }
+      if (!f.note().isEmpty()) shown += ' ' + f.note();
       QCOMPARE(name + ": " + shown, name + ": " + expected);
     }
   }
@@ -160,31 +206,126 @@ class TselectorTest : public QObject {
     QCOMPARE(f.ini(), "[COMM]\nDEFAULTCOMMMETHOD=2\nDEFAULTSERIAL=200\nIP1=999\nIP2=0\nIP3=0\nIP4=1\n");
   }
 
-  void latePortsJoin() {
-    const std::vector<std::tuple<int, std::function<void(TselectorFixture&)>, QByteArray, QByteArray>> cases = {
-        {3, [](auto&) {}, "0 <No Free Ports> 1", "2 COM200 3"},
-        {200, [](auto&) {}, "2 COM3 2", "2 COM200 3"},
-        {3, [](auto& f) { f.click("radEthernet"); }, "0 <No Free Ports> 1", "1 COM200 3"},
-        {200, [](auto& f) { QTest::keyClick(f.ports(), Qt::Key_Down); }, "2 COM3 2", "2 COM5 3"}};
-    for (const auto& [slow, act, before, after] : cases) {
-      TselectorFixture f(onSerial);
-      f.open({3, 5, 200}, slow);
-      QCOMPARE(f.method(), before);
-      act(f);
-      f.gate.release();
-      QTRY_COMPARE(f.method(), after);
+  /// What is shown during the search and after it, and what closing during the search writes.
+  void searchingKeepsWhatIsStored() {
+    using Tact = std::function<void(TselectorFixture&)>;
+    const Tact nothing = [](auto&) {};
+    const Tact ethernet = [](auto& f) { f.click("radEthernet"); };
+    const Tact keyUp = [](auto& f) { QTest::keyClick(f.ports(), Qt::Key_Up); };
+    const std::vector<std::tuple<int, Tact, QByteArray, QByteArray, QByteArray>> cases = {
+        {3, nothing, "2 COM200, searching... 1", "2 COM200 3", "3 200"},
+        {200, nothing, "2 COM200, searching... 3", "2 COM200 3", "3 200"},
+        {201, nothing, "2 COM200 3", "2 COM200 3", "3 200"},
+        {3, ethernet, "1 COM200, searching... 1", "1 COM200 3", "2 200"},
+        {200, keyUp, "2 COM5 3", "2 COM5 3", "3 5"}};
+    for (const auto& [slow, act, during, after, written] : cases) {
+      for (const bool closes : {false, true}) {
+        TselectorFixture f(onSerial);
+        f.open({3, 5, 200}, slow);
+        act(f);
+        QCOMPARE(f.method(), during);
+        if (closes) {
+          f.press(Qt::Key_Escape);
+          QVERIFY(f.form->isHidden());
+          QCOMPARE(f.storedPort(), written);
+        } else {
+          f.computer->gate.release();
+          QTRY_COMPARE(f.method(), after);
+        }
+      }
     }
   }
 
-  void closingEndsTheSearch() {
+  /// Only connecting over the port that is shown in its place replaces the stored one.
+  void aMissingPortStaysStored() {
+    using Tcase = std::tuple<QList<int>, const char*, Qt::Key, QByteArray>;
+    for (const auto& [free, method, key, written] :
+         {Tcase({1}, nullptr, Qt::Key_Escape, "3 200"), Tcase({}, nullptr, Qt::Key_Escape, "3 200"),
+          Tcase({1}, "radUSB", Qt::Key_Return, "1 200"), Tcase({}, nullptr, Qt::Key_Return, "1 200"),
+          Tcase({1}, nullptr, Qt::Key_Return, "3 1")}) {
+      TselectorFixture f(onSerial);
+      f.open(free);
+      if (method != nullptr) f.click(method);
+      f.press(key);
+      QTRY_VERIFY(f.form->isHidden());
+      QCOMPARE(f.storedPort(), written);
+    }
+  }
+
+  /// It waits for the port, for the end of a search that has found it, or in vain.
+  void connectWaitsForThePort() {
+    using Tcase = std::pair<QList<int>, int>;
+    for (const auto& [free, slow] : {Tcase({3, 200}, 3), Tcase({3, 200}, 201), Tcase({3}, 201)}) {
+      TselectorFixture f(onSerial);
+      f.open(free, slow);
+      f.press(Qt::Key_Return);
+      QVERIFY(f.form->isVisible() && !f.control<QWidget>("btnConnect")->isEnabled());
+      QCOMPARE(f.note(), "Waiting for COM200...");
+      f.computer->gate.release(2);
+      if (free.contains(200)) {
+        QTRY_VERIFY(f.form->isHidden());
+        QVERIFY(f.form->result() == QDialog::Accepted && f.form->choice().portText == "COM200");
+      } else {
+        QTRY_COMPARE(f.note(), "COM200 is not free");
+        QVERIFY(f.form->isVisible() && f.control<QWidget>("btnConnect")->isEnabled());
+      }
+      QCOMPARE(f.storedPort(), "3 200");
+    }
+  }
+
+  void aWaitingConnectCanBeGivenUp() {
     TselectorFixture f(onSerial);
-    f.open({}, 5);
-    f.form->close();
-    QVERIFY(f.form->isVisible() && !f.form->isEnabled());
-    f.gate.release();
+    f.open({3, 200}, 201);
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.note(), "Waiting for COM200...");
+    f.click("radUSB");
+    QVERIFY(f.note().isEmpty());
+    f.computer->gate.release(2);
+    QTRY_COMPARE(f.method(), "0 COM200 2");
+    f.click("radSerial");
+    f.press(Qt::Key_Return);
     QTRY_VERIFY(f.form->isHidden());
+  }
+
+  /// The search of a closed dialog goes on until its driver returns; the next one waits for it.
+  void nobodyElseWaitsForThePorts() {
+    TselectorFixture f(onSerial);
+    f.open({3, 200}, 3);
+    f.click("radUSB");
+    f.press(Qt::Key_Return);
+    QVERIFY(f.form->isHidden() && f.form->result() == QDialog::Accepted);
+    f.openOn(std::make_shared<Tports>(QList<int>{200}, 0));
+    QTest::qWait(300);
+    QCOMPARE(f.method(), "0 COM200, searching... 1");
+    f.computer->gate.release();
+    QTRY_COMPARE(f.method(), "0 COM200 1");
+    QCOMPARE(f.computer->tried.last(), 3);
+  }
+
+  void portsComeAndGo() {
+    TselectorFixture f(onSerial);
+    f.open({3, 200});
+    f.computer->set({3, 5, 9}, {3, 5});
+    QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM3 2", 1000);
+    QCOMPARE(f.note(), "COM200 is not free");
+    QCOMPARE(f.ports()->itemData(1, Qt::ToolTipRole).toString(), QStringLiteral("Adapter <5>"));
+    f.computer->set({5, 9}, {9});  // another program has opened COM5 and closed COM9
+    QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM5 2", 1000);
+    f.computer->set({}, {});
+    QTRY_COMPARE_WITH_TIMEOUT(f.method(), "0 <No Free Ports> 1", 1000);
+    f.computer->set({9, 200}, {9, 200});
+    QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM200 2", 1000);
+    QCOMPARE(f.computer->tried.count(5), 2);  // never while it was listed
+  }
+
+  void aSearchThatHangsIsLeft() {
+    TselectorFixture f(onSerial);
+    openLog(f.folder.path());
+    f.open({}, 5);
     f.form.reset();
-    QCOMPARE(f.lastTried, 5);
+    endPortSearches(std::chrono::milliseconds(10));
+    closeLog();
+    QVERIFY(linesOf(f.folder / "EquipmentRecord.log").contains("left to the end of the process"));
   }
 };
 EQREC_TEST(TselectorTest);

@@ -1,6 +1,7 @@
 #include "comm/selector/communicationsSelector.h"
 
 #include <QPointer>
+#include <algorithm>
 #include <utility>
 
 #include "comm/commMessages.h"
@@ -10,29 +11,38 @@
 
 namespace {
 
-// Together they are the longest time that the search keeps the user waiting.
+// Each is a wait in which the window does not react.
 constexpr std::chrono::milliseconds openingWait(80);
-constexpr std::chrono::milliseconds closingWait(20);
+constexpr std::chrono::milliseconds connectingWait(20);
 
 constexpr std::chrono::milliseconds lookInterval(30);
 
+constexpr int longestPort = 200;
+
+QString waitingFor(int port) {
+  return port > 0 ? QStringLiteral("Waiting for %1...").arg(portName(port)) : QStringLiteral("Waiting...");
+}
+
 }  // namespace
 
-TcomSelectFrm::TcomSelectFrm(TiniFile ini, TfreePortSearch::TcanOpen canOpen, QWidget* parent)
+TcomSelectFrm::TcomSelectFrm(TiniFile ini, TportCalls calls, QWidget* parent)
     : QDialog(parent),
       ini_(std::move(ini)),
       stored_(TconnectionSettings::load(ini_)),
-      search_(std::move(canOpen)),
-      ui_(std::make_unique<Ui::TcomSelectFrm>()) {
+      calls_(std::move(calls)),
+      ui_(std::make_unique<Ui::TcomSelectFrm>()),
+      wantedMethod_(stored_.method),
+      wantedPort_(stored_.serialPort) {
   setUpForm();
   connectControls();
-  const bool ended = search_.waitForEnd(openingWait);
+  search_.emplace(calls_);
+  search_->waitUntilComplete(openingWait);
   showPorts();
-  if (!ended) timer_.start(lookInterval);
+  timer_.start(lookInterval);
 }
 
 TcomSelectFrm::~TcomSelectFrm() {
-  if (isVisible() && !closing_) settings().save(ini_);
+  if (isVisible()) settings(false).save(ini_);
 }
 
 void TcomSelectFrm::setUpForm() {
@@ -41,7 +51,8 @@ void TcomSelectFrm::setUpForm() {
   for (std::size_t i = 0; i < stored_.octets.size(); ++i) {
     ui_->pnlAddress->boxes().at(i)->setText(QString::fromStdString(stored_.octets.at(i)));
   }
-  showMethod(stored_.method == TcommMethod::serial ? TcommMethod::usb : stored_.method);
+  // Its text must not move the buttons.
+  ui_->lblPortNote->setMinimumWidth(ui_->lblPortNote->fontMetrics().horizontalAdvance(waitingFor(longestPort)));
 }
 
 void TcomSelectFrm::connectControls() {
@@ -51,18 +62,21 @@ void TcomSelectFrm::connectControls() {
   connect(ui_->serialPortSelector, &QComboBox::activated, this, &TcomSelectFrm::serialPortSelectorActivated);
   connect(ui_->btnConnect, &QPushButton::clicked, this, &TcomSelectFrm::btnConnectClick);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &TcomSelectFrm::reject);
-  connect(&timer_, &QTimer::timeout, this, &TcomSelectFrm::searchTimer);
+  connect(&timer_, &QTimer::timeout, this, &TcomSelectFrm::lookTimer);
 }
 
-/// Checks the method's button, and moves the focus to it if another method's button has it.
-void TcomSelectFrm::showMethod(TcommMethod method) {
+/// Checks the wanted method's button, or USB where there is no port, and moves the focus to it if another method's
+/// button has it.
+void TcomSelectFrm::showMethod() {
   QRadioButton* button = ui_->radUSB;
-  if (method == TcommMethod::ethernet) button = ui_->radEthernet;
-  if (method == TcommMethod::serial) button = ui_->radSerial;
-  const QWidget* focus = focusWidget();
-  const bool onMethod = focus == nullptr || qobject_cast<const QRadioButton*>(focus) != nullptr;
-  button->setChecked(true);
-  if (onMethod) button->setFocus();
+  if (wantedMethod_ == TcommMethod::ethernet) button = ui_->radEthernet;
+  if (wantedMethod_ == TcommMethod::serial && ui_->radSerial->isEnabled()) button = ui_->radSerial;
+  if (!button->isChecked()) {
+    const QWidget* focus = focusWidget();
+    const bool onMethod = focus == nullptr || qobject_cast<const QRadioButton*>(focus) != nullptr;
+    button->setChecked(true);
+    if (onMethod) button->setFocus();
+  }
   enableFields();
 }
 
@@ -72,27 +86,41 @@ void TcomSelectFrm::enableFields() {
   ui_->pnlAddress->setEnabled(chosen == TcommMethod::ethernet);
   ui_->lblSerialPort->setEnabled(chosen == TcommMethod::serial);
   ui_->serialPortSelector->setEnabled(chosen == TcommMethod::serial);
+  ui_->lblPortNote->setEnabled(chosen == TcommMethod::serial);
 }
 
-/// Adds the ports found since the last call. Selects the stored port or method when it becomes available, unless the
-/// user has already chosen one.
+/// Shows what the search has found so far.
 void TcomSelectFrm::showPorts() {
-  const std::vector<int> ports = search_.found();
-  if (ports.size() == shownPorts_) return;
-  const bool first = shownPorts_ == 0;
-  addPorts(ports);
-  const int wanted = ui_->serialPortSelector->findData(stored_.serialPort);
-  if (wanted >= 0 && !portChosen_) ui_->serialPortSelector->setCurrentIndex(wanted);
-  ui_->radSerial->setEnabled(true);
-  if (first && stored_.method == TcommMethod::serial && !methodChosen_) showMethod(TcommMethod::serial);
+  found_ = search_->found();
+  const int shown = ui_->serialPortSelector->currentData().toInt();
+  items_ = portItems(found_, stored_.serialPort);
+  fillPortList(*ui_->serialPortSelector, items_);
+  ui_->radSerial->setEnabled(!found_.complete || items_.front().connectable);
+  selectPort(shown);
+  showMethod();
+  showNote();
 }
 
-void TcomSelectFrm::addPorts(const std::vector<int>& ports) {
-  if (shownPorts_ == 0) ui_->serialPortSelector->clear();  // removes "<No Free Ports>"
-  for (; shownPorts_ < ports.size(); ++shownPorts_) {
-    const int number = ports.at(shownPorts_);
-    ui_->serialPortSelector->addItem(QStringLiteral("COM%1").arg(number), number);
+/// Selects the wanted port, or the one that was selected before, or the first.
+void TcomSelectFrm::selectPort(int before) {
+  int row = ui_->serialPortSelector->findData(wantedPort_);
+  if (row < 0) row = ui_->serialPortSelector->findData(before);
+  ui_->serialPortSelector->setCurrentIndex(std::max(row, 0));
+}
+
+const TportItem& TcomSelectFrm::selectedPort() const {
+  return items_.at(static_cast<std::size_t>(std::max(ui_->serialPortSelector->currentIndex(), 0)));
+}
+
+void TcomSelectFrm::showNote() {
+  QString note;
+  if (connectTo_) {
+    note = waitingFor(*connectTo_);
+  } else if (found_.complete && wantedPort_ > 0 && selectedPort().number != wantedPort_) {
+    note = QStringLiteral("%1 is not free").arg(portName(wantedPort_));
   }
+  ui_->lblPortNote->setText(note);
+  ui_->serialPortSelector->setAccessibleDescription(note);
 }
 
 TcommMethod TcomSelectFrm::method() const {
@@ -100,10 +128,13 @@ TcommMethod TcomSelectFrm::method() const {
   return ui_->radSerial->isChecked() ? TcommMethod::serial : TcommMethod::usb;
 }
 
-TconnectionSettings TcomSelectFrm::settings() const {
+/// What closing writes. Without a choice of the user's the stored method and port stay, whatever is shown in their
+/// place; connecting is a choice of both.
+TconnectionSettings TcomSelectFrm::settings(bool accepted) const {
   TconnectionSettings settings;
-  settings.method = method();
-  settings.serialPort = ui_->serialPortSelector->currentData().toInt();
+  settings.method = accepted || methodChosen_ ? method() : stored_.method;
+  const bool keepsPort = !accepted && !portChosen_ && stored_.serialPort > 0;
+  settings.serialPort = keepsPort ? stored_.serialPort : selectedPort().number;
   for (std::size_t i = 0; i < settings.octets.size(); ++i) {
     settings.octets.at(i) = ui_->pnlAddress->boxes().at(i)->text().toStdString();
   }
@@ -122,41 +153,62 @@ TconnectionChoice TcomSelectFrm::choice() const {
 
 void TcomSelectFrm::radMethodClick() {
   methodChosen_ = true;
+  wantedMethod_ = method();
   enableFields();
+  waitNoMore();
+}
+
+void TcomSelectFrm::serialPortSelectorActivated() {
+  portChosen_ = true;
+  wantedPort_ = selectedPort().number;
+  waitNoMore();
 }
 
 void TcomSelectFrm::btnConnectClick() {
+  if (method() == TcommMethod::serial) return connectOverPort(connectingWait);
   const auto invalid = method() == TcommMethod::ethernet ? ui_->pnlAddress->firstInvalid() : std::nullopt;
-  if (!invalid) {
-    accept();
-    return;
-  }
+  if (!invalid) return accept();
   const QPointer<TcomSelectFrm> self(this);
   showMessage(this, invalidAddress);
   if (!self.isNull()) ui_->pnlAddress->focusBox(*invalid);
 }
 
-void TcomSelectFrm::done(int result) {
-  if (closing_) return;
-  settings().save(ini_);
-  search_.stop();
-  if (search_.waitForEnd(closingWait)) {
-    timer_.stop();
-    QDialog::done(result);
-    return;
+/// Connects now, or as soon as the port is found and the search has ended.
+void TcomSelectFrm::connectOverPort(std::chrono::milliseconds atMost) {
+  if (selectedPort().connectable) {
+    search_->stop();
+    if (search_->waitForEnd(atMost)) return accept();
   }
-  closing_ = result;
-  setEnabled(false);
+  waitToConnect(selectedPort().number);
 }
 
-void TcomSelectFrm::searchTimer() {
-  const bool ended = search_.waitForEnd({});
-  if (closing_) {
-    if (!ended) return;
-    timer_.stop();
-    QDialog::done(*closing_);
-    return;
+void TcomSelectFrm::waitToConnect(int port) {
+  if (connectTo_) return;
+  connectTo_ = port;
+  ui_->btnConnect->setEnabled(false);
+  showNote();
+}
+
+/// Searches again, because the search may have been stopped.
+void TcomSelectFrm::waitNoMore() {
+  if (connectTo_) {
+    connectTo_.reset();
+    ui_->btnConnect->setEnabled(true);
+    search_.emplace(calls_);
   }
-  showPorts();
-  if (ended) timer_.stop();
+  showNote();
+}
+
+void TcomSelectFrm::done(int result) {
+  settings(result == Accepted).save(ini_);
+  timer_.stop();
+  search_->stop();
+  QDialog::done(result);
+}
+
+void TcomSelectFrm::lookTimer() {
+  if (search_->found() != found_) showPorts();
+  if (!connectTo_) return;
+  const bool stillWanted = method() == TcommMethod::serial && selectedPort().number == *connectTo_;
+  stillWanted ? connectOverPort({}) : waitNoMore();
 }

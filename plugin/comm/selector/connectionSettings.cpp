@@ -41,6 +41,7 @@ void TconnectionSettings::save(const TiniFile& ini) const {
   if (method == TcommMethod::ethernet) {
     for (std::size_t i = 0; i < octets.size(); ++i) entries.emplace_back(octetKey(i), octets.at(i));
   }
-  if (method == TcommMethod::serial) entries.emplace_back("DEFAULTSERIAL", std::to_string(serialPort));
+  if (method == TcommMethod::serial && serialPort > 0)
+    entries.emplace_back("DEFAULTSERIAL", std::to_string(serialPort));
   ini.write(section, entries);
 }

@@ -17,7 +17,8 @@ struct TconnectionSettings {
   /// Missing keys have their defaults, and an unknown method is USB. An octet that is not a number of at most three
   /// digits is empty: better no address than one that nobody entered.
   static TconnectionSettings load(const TiniFile& ini);
-  /// Writes the method and its own keys. The keys of the other methods keep their values in the file.
+  /// Writes the method and its own keys; no serial port where there is none. The keys of the other methods keep their
+  /// values in the file.
   void save(const TiniFile& ini) const;
 };
 
