@@ -116,6 +116,11 @@ std::uint32_t TCommPort::write(std::span<const char> bytes) {
   return done;
 }
 
+void TCommPort::discardInput() {
+  requireOpen();
+  calls_.discardInput(handle_);
+}
+
 std::uint32_t TCommPort::bytesWaiting() {
   requireOpen();
   std::uint32_t count = 0;

@@ -81,6 +81,8 @@ class TCommPort {
   std::uint32_t read(std::span<char> buffer);
   std::uint32_t write(std::span<const char> bytes);
   std::uint32_t bytesWaiting();
+  /// Drops the bytes that could be read now.
+  void discardInput();
   void awaitInput(std::chrono::milliseconds slot) { calls_.awaitInput(handle_, slot); }
 
  private:

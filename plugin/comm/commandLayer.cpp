@@ -78,6 +78,7 @@ int VMRcommClass::getData(const char* command, std::size_t length, void* buffer,
     if (!buffer || count == 0) throw TinvalidDataLengthException();
     const std::size_t size = checkedBlockSize();
     trace_.setBlocks(count, size);
+    channel().discardInput();
     if (channel().write(command, length) != commSuccess) return commFailed;
     channel().progress(commandSent);
     return takeBlocks(static_cast<char*>(buffer), count, size);
@@ -103,6 +104,7 @@ int VMRcommClass::putData(const char* command, std::size_t length, const void* b
     if (!command || count == 0) return commFailed;
     const std::size_t size = checkedBlockSize();
     trace_.setBlocks(count, size);
+    channel().discardInput();
     if (channel().write(command, length) != commSuccess) return commFailed;
     channel().progress(putCommandSent);
     trace_.enter(TexchangeStep::commandAcknowledgement);

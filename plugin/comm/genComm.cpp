@@ -150,6 +150,10 @@ int TDataCommClass::write(const void* buffer, std::size_t count) {
 
 void TDataCommClass::progress(int) {}
 
+void TDataCommClass::discardInput() {
+  if (openMode() == TcommMode::serial) resources_->serial()->discardInput();
+}
+
 TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseconds slot) {
   const auto begin = Tclock::now();
   bool isReadable = false;

@@ -93,6 +93,9 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   /// Waits for so many bytes, for the slot at most. A lost link ends the wait, but what came before it counts. Throws
   /// what `bytesWaiting` throws.
   TcommWait waitForBytes(std::size_t count, std::chrono::milliseconds slot);
+  /// Drops what the driver of a serial port or USB device holds: the rest of an earlier exchange, or noise. Does
+  /// nothing on a closed channel.
+  void discardInput();
   /// Handles pending events except user input. Does nothing on threads other than the user-interface thread.
   static void pumpMessages();
   bool isOpen() const { return open_; }

@@ -41,7 +41,7 @@ class TserialCalls {
   virtual bool close(Thandle port) = 0;
 
   virtual bool getState(Thandle port, TserialState& state) = 0;
-  /// Applies the settings. Bytes then pass unchanged and without flow control.
+  /// Applies the settings. Bytes then pass unchanged and without flow control, whatever another program has set.
   virtual bool setState(Thandle port, const TserialState& state) = 0;
   /// Requests input and output queues of these sizes in bytes.
   virtual bool setQueues(Thandle port, std::uint32_t input, std::uint32_t output) = 0;
@@ -51,6 +51,8 @@ class TserialCalls {
   virtual bool read(Thandle port, std::span<char> buffer, std::uint32_t& done) = 0;
   virtual bool write(Thandle port, std::span<const char> bytes, std::uint32_t& done) = 0;
 
+  /// Drops the bytes that could be read now.
+  virtual void discardInput(Thandle port) = 0;
   /// Counts the bytes that can be read now. Fails if the line is gone.
   virtual bool inputCount(Thandle port, std::uint32_t& count) = 0;
   /// Returns after `slot`, or earlier if a byte may have come.

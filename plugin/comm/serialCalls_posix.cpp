@@ -186,6 +186,8 @@ class TposixSerialCalls final : public TserialCalls {
     return true;
   }
 
+  void discardInput(Thandle port) override { tcflush(static_cast<int>(port), TCIFLUSH); }
+
   bool inputCount(Thandle port, std::uint32_t& count) override {
     pollfd line = {static_cast<int>(port), POLLIN, 0};
     int waiting = 0;

@@ -17,6 +17,16 @@ std::string deviceName(const std::string& port) {
   return "\\\\.\\" + port;
 }
 
+/// Switches off whatever another program may have set that stops the line or drops bytes: blocks hold any byte, and the
+/// analyzer's cable need not have a line for flow control. Our own lines say that we are ready, as they do elsewhere.
+void letAllPass(DCB& block) {
+  block.fBinary = TRUE;
+  block.fOutX = block.fInX = block.fNull = block.fErrorChar = FALSE;
+  block.fOutxCtsFlow = block.fOutxDsrFlow = block.fDsrSensitivity = block.fAbortOnError = FALSE;
+  block.fDtrControl = DTR_CONTROL_ENABLE;
+  block.fRtsControl = RTS_CONTROL_ENABLE;
+}
+
 class Twin32SerialCalls final : public TserialCalls {
  public:
   bool isFree(int number) override {
@@ -48,9 +58,7 @@ class Twin32SerialCalls final : public TserialCalls {
     block.ByteSize = state.byteSize;
     block.Parity = state.parity;
     block.StopBits = state.stopBits;
-    // Blocks hold any byte. None may stop the line or be dropped, whatever another program has set.
-    block.fBinary = TRUE;
-    block.fOutX = block.fInX = block.fNull = block.fErrorChar = FALSE;
+    letAllPass(block);
     return SetCommState(toHandle(port), &block) != 0;
   }
 
@@ -79,6 +87,8 @@ class Twin32SerialCalls final : public TserialCalls {
     done = count;
     return succeeded;
   }
+
+  void discardInput(Thandle port) override { PurgeComm(toHandle(port), PURGE_RXCLEAR); }
 
   bool inputCount(Thandle port, std::uint32_t& count) override {
     DWORD errors = 0;

@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "comm/commStruct.h"
+#include "comm/commandLayer.h"
 #include "comm/genComm.h"
 #include "comm/scriptedCalls.h"
 #include "support/failure.h"
@@ -118,6 +119,19 @@ class TchannelTest : public QObject {
       QCOMPARE(codeOf(call), code);
     }
     QVERIFY(!port.isOpen());
+  }
+
+  void aCommandFindsAnEmptyLine() {
+    std::array<char, 264> block{};
+    for (const bool asks : {false, true}) {
+      TDataCommClass channel = channelOver(TcommMode::serial, serialParameters);
+      VMRcommClass analyzer(&channel);
+      analyzer.open();
+      serial_.calls.clear();
+      asks ? analyzer.getData(handshakeCommand, commandLength, block.data(), 1)
+           : analyzer.putData(putRecordsCommand, commandLength, block.data(), 1);
+      QCOMPARE(serial_.calls.first(2), QByteArrayList({"discard", "write"}));
+    }
   }
 
   void aChannelClosesItsDeviceOnce() {

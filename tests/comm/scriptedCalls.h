@@ -50,6 +50,7 @@ class TscriptedSerial final : public TserialCalls, public TscriptedCalls {
     done = std::min(transfer, static_cast<std::uint32_t>(bytes.size()));
     return succeeds("write");
   }
+  void discardInput(Thandle) override { succeeds("discard"); }
   bool inputCount(Thandle, std::uint32_t& count) override {
     count = transfer;
     return succeeds("inputCount");

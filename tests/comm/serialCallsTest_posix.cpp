@@ -3,6 +3,7 @@
 #include <QTest>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -58,6 +59,27 @@ class TserialCallsTest : public QObject {
     QVERIFY(calls.write(port, tooMuch, done) && done < tooMuch.size());
     QVERIFY(timer.elapsed() >= 150);
     QVERIFY(signalCount > 5);
+    QVERIFY(calls.close(port));
+    ::close(farEnd);
+  }
+
+  void discardingLeavesNothingToRead() {
+    const TtestFolder folder;
+    const int farEnd = posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(grantpt(farEnd) == 0 && unlockpt(farEnd) == 0);
+    std::filesystem::create_symlink(ptsname(farEnd), folder / "com3");
+    qputenv("QT484_PORTS", QByteArray(folder.path().c_str()));
+    TserialCalls& calls = systemSerialCalls();
+    const auto port = calls.open("COM3");
+    std::uint32_t waiting = 0;
+    const auto arrived = [&](const char* bytes) {
+      QVERIFY(::write(farEnd, bytes, std::strlen(bytes)) > 0);
+      QTRY_VERIFY(calls.inputCount(port, waiting) && waiting == std::strlen(bytes));
+    };
+    arrived("C\rrest");
+    calls.discardInput(port);
+    QVERIFY(calls.inputCount(port, waiting) && waiting == 0);
+    arrived("*\r");
     QVERIFY(calls.close(port));
     ::close(farEnd);
   }
