@@ -1,6 +1,7 @@
 #include "browser/attention.h"
 
 #include <QStringList>
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -46,6 +47,13 @@ QString Tattention::reason(TrecordIndex index) {
     if ((reasons_.at(index) & bit) != 0) reasons << QString::fromLatin1(text);
   }
   return reasons.join(u' ');
+}
+
+std::size_t Tattention::withoutOwnControlNum() {
+  refresh();
+  const auto count = std::count_if(reasons_.begin(), reasons_.end(),
+                                   [](std::uint8_t bits) { return (bits & (noControlNum | sharedControlNum)) != 0; });
+  return static_cast<std::size_t>(count);
 }
 
 void Tattention::refresh() {

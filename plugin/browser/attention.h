@@ -21,6 +21,8 @@ class Tattention {
   const std::vector<TrecordIndex>& records();
   /// "No control number. The test procedure has no title."; empty for a record that is in order.
   QString reason(TrecordIndex index);
+  /// The number of records without a control number or with that of another record.
+  std::size_t withoutOwnControlNum();
 
  private:
   void refresh();

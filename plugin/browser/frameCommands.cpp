@@ -151,7 +151,9 @@ void TEquipmentRecordPluginFrame::BtnUploadClick() {
   const QPointer<TEquipmentRecordPluginFrame> self(this);
   uploading_ = true;
   const QString count = recordCountText(list_.records().count());
-  const bool sent = uploadRecords(this, list_.records(), TiniFile(findPath(context_.programFolder, "QT484pc.ini")));
+  const QString warning = uploadWarning(list_.attention().withoutOwnControlNum(), list_.records().count());
+  const TiniFile hostSettings(findPath(context_.programFolder, "QT484pc.ini"));
+  const bool sent = uploadRecords(this, list_.records(), hostSettings, warning);
   if (self.isNull()) return;
   uploading_ = false;
   if (sent) {

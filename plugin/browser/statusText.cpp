@@ -29,6 +29,12 @@ QString attentionText(std::size_t count) {
   return recordCountText(count) + (count == 1 ? QStringLiteral(" needs attention") : QStringLiteral(" need attention"));
 }
 
+QString uploadWarning(std::size_t count, std::size_t total) {
+  if (count == 0) return {};
+  return QStringLiteral("%1 of %2 %3 no control number, or one that others have.")
+      .arg(QString::number(count), recordCountText(total), count == 1 ? QStringLiteral("has") : QStringLiteral("have"));
+}
+
 QString emptyGridText(const Tstatus& status) {
   if (status.shown > 0) return {};
   if (status.total > 0) return countsText(status);

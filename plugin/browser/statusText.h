@@ -21,5 +21,8 @@ QString statusText(const Tstatus& status);
 /// The link at the end of the status line: "12 records need attention"; empty for none.
 QString attentionText(std::size_t count);
 
+/// What is said before an upload about the records that the analyzer cannot tell apart; empty for none.
+QString uploadWarning(std::size_t count, std::size_t total);
+
 /// What stands in the middle of a grid without a record; empty for a grid with one.
 QString emptyGridText(const Tstatus& status);

@@ -37,10 +37,12 @@ class TwaitCursor {
 };
 
 /// Nothing if the user has cancelled or the owner was destroyed.
-std::optional<TconnectionChoice> chooseConnection(QWidget* owner, const TiniFile& hostSettings) {
+std::optional<TconnectionChoice> chooseConnection(QWidget* owner, const TiniFile& hostSettings,
+                                                  const QString& warning) {
   const TportCalls ports = {[](int number) { return systemSerialCalls().isFree(number); }, isPortPresent,
                             portDeviceName};
   TmodalDialog<TcomSelectFrm> selector(hostSettings, ports, owner);
+  selector->showListWarning(warning);
   return selector.exec() == QDialog::Accepted ? std::optional(selector->choice()) : std::nullopt;
 }
 
@@ -65,10 +67,11 @@ void logStart(const TuploadCommStruct& upload) {
 
 }  // namespace
 
-bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings) {
+bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
+                   const QString& warning) {
   const QPointer<QWidget> self(owner);
   try {
-    const auto choice = chooseConnection(owner, hostSettings);
+    const auto choice = chooseConnection(owner, hostSettings, warning);
     if (!choice) return false;
     const auto entries = makeUploadEntries(records);
     const TuploadCommStruct upload(choice->method, serialPortNumber(choice->portText), choice->octets, entries);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class QWidget;
 class TequipRecTable;
 class TiniFile;
@@ -10,4 +12,6 @@ class TiniFile;
 ///
 /// `owner` may be destroyed at any time: the upload then ends without a message, its thread has ended when this
 /// function returns, and nothing of the owner is touched any more. `hostSettings` is the host's INI file.
-bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings);
+/// `warning` is what the user should know of the list before it goes; empty for nothing.
+bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
+                   const QString& warning = {});

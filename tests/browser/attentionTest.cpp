@@ -4,6 +4,7 @@
 #include "browser/attention.h"
 #include "browser/frameFixture.h"
 #include "testproc/autosequenceFileStructs.h"
+#include "tools/dialogs.h"
 #include "tools/recordChanges.h"
 #include "tools/testList.h"
 
@@ -61,6 +62,23 @@ class TattentionTest : public QObject {
     QVERIFY(!link->isVisible());
     f.click("btnClearSearch");
     QCOMPARE(f.column(2), QStringLiteral("y z"));
+  }
+
+  void uploadNamesWhatTheAnalyzerCannotTellApart() {
+    using Tcase = std::pair<QByteArrayList, const char*>;
+    for (const auto& [ids, warning] :
+         {Tcase({"c", "a", "c", ""}, "3 of 4 records have no control number, or one that others have."),
+          Tcase({"a", ""}, "1 of 2 records has no control number, or one that others have."), Tcase({"a", "b"}, "")}) {
+      TframeFixture f;
+      writeRecords(f.folder.path(), ids, QByteArrayList(ids.size(), "x"));
+      f.open();
+      whenOpen("TcomSelectFrm", [&](QWidget* selector) {
+        const auto* line = control<QLabel>(selector, "lblListWarning");
+        QCOMPARE(line->text(), QString::fromLatin1(warning));
+        QCOMPARE(line->isVisible(), !line->text().isEmpty());
+        click(selector, "btnCancel");
+      }).during([&] { f.click("BtnUpload"); });
+    }
   }
 };
 EQREC_TEST(TattentionTest);

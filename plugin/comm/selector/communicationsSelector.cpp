@@ -47,12 +47,19 @@ TcomSelectFrm::~TcomSelectFrm() {
 
 void TcomSelectFrm::setUpForm() {
   ui_->setupUi(this);
+  showListWarning({});
   ui_->pnlAddress->setBoxes({ui_->IP1, ui_->IP2, ui_->IP3, ui_->IP4});
   for (std::size_t i = 0; i < stored_.octets.size(); ++i) {
     ui_->pnlAddress->boxes().at(i)->setText(QString::fromStdString(stored_.octets.at(i)));
   }
   // Its text must not move the buttons.
   ui_->lblPortNote->setMinimumWidth(ui_->lblPortNote->fontMetrics().horizontalAdvance(waitingFor(longestPort)));
+}
+
+void TcomSelectFrm::showListWarning(const QString& text) {
+  ui_->lblListWarning->setText(text);
+  ui_->lblListWarning->setHidden(text.isEmpty());
+  setAccessibleDescription(text);
 }
 
 void TcomSelectFrm::connectControls() {

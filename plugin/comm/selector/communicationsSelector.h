@@ -33,6 +33,9 @@ class TcomSelectFrm : public QDialog {
   /// Writes the settings if the dialog is still open, for example because its owner was destroyed.
   ~TcomSelectFrm() override;
 
+  /// Shows a line about the list that is to be sent; none for an empty text.
+  void showListWarning(const QString& text);
+
   /// The choice in the controls. After `exec` has returned `Accepted`, a chosen address is valid and a chosen port was
   /// free.
   TconnectionChoice choice() const;
