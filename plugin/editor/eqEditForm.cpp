@@ -169,7 +169,7 @@ void TfrmEqRecEditor::showNoRecord() {
 void TfrmEqRecEditor::refillSorted() {
   list_.sort(layout_.sort);
   model_->refill();
-  ui_->lstTestProc->showSort(layout_.sort);
+  ui_->lstTestProc->showList(list_, layout_.sort);
   markTestProc();
 }
 

@@ -1,19 +1,18 @@
 #include "editor/testProcGrid.h"
 
 #include <QHeaderView>
+#include <algorithm>
 
 #include "editor/testProcList.h"
 #include "support/windows1252.h"
 
 namespace {
 
-constexpr int pixelsPerRow = 15;
-constexpr int pixelsForText = 13;  ///< the height of a row without the space above its text
+constexpr int leastRowHeight = 15;
 
-/// The font, made smaller if necessary to fit into a row.
-QFont fittingFont(QFont font) {
-  int size = QFontInfo(font).pixelSize();
-  while (size > 8 && QFontMetrics(font).height() > pixelsForText) font.setPixelSize(--size);
+/// A point smaller than around it, because the list is long.
+QFont listFont(QFont font) {
+  font.setPointSizeF(std::max(7.0, QFontInfo(font).pointSizeF() - 1));
   return font;
 }
 
@@ -48,9 +47,14 @@ void TtestProcModel::refill() {
 
 TtestProcGrid::TtestProcGrid(QWidget* parent) : TheadedGrid(parent) {
   setSelectionMode(SingleSelection);
-  setPixelsPerRow(pixelsPerRow);
-  setFont(fittingFont(font()));
+  setLeastRowHeight(leastRowHeight);
+  setFont(listFont(font()));
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+}
+
+void TtestProcGrid::showList(const TtestProcList& list, const TsortOrder& order) {
+  showSort(order);
+  setEmptyText(fromRecordText(list.emptyText()));
 }
 
 std::optional<std::size_t> TtestProcGrid::markedRow() const {

@@ -7,6 +7,7 @@
 #include "support/headedGrid.h"
 
 class TtestProcList;
+struct TsortOrder;
 
 /// The list of test procedures as a table model: number and title.
 class TtestProcModel : public QAbstractTableModel {
@@ -36,6 +37,9 @@ class TtestProcGrid : public TheadedGrid {
 
  public:
   explicit TtestProcGrid(QWidget* parent);
+
+  /// Shows how the list is sorted, and in an empty one why it is.
+  void showList(const TtestProcList& list, const TsortOrder& order);
 
   /// The marked row, counted from 0. Keyboard focus alone marks no row.
   std::optional<std::size_t> markedRow() const;

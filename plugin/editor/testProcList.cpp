@@ -22,6 +22,11 @@ std::string_view TtestProcList::titleAt(std::size_t row) const {
   return titles_.title(numbers_[row]);
 }
 
+std::string_view TtestProcList::emptyText() const {
+  if (count() > 0) return {};
+  return titles_.count() == 0 ? "No test procedure titles were loaded." : "No title matches the search.";
+}
+
 void TtestProcList::showAll() {
   search({});
 }

@@ -25,6 +25,8 @@ class TtestProcList {
   /// The row of a number; nothing when the list lacks it.
   std::optional<std::size_t> rowOf(unsigned number) const;
   std::string_view titleAt(std::size_t row) const;
+  /// Why the list is empty, for the user; empty itself if it is not.
+  std::string_view emptyText() const;
 
   /// Lists all procedures by number.
   void showAll();

@@ -5,8 +5,8 @@
 #include <QShortcut>
 #include <algorithm>
 
-#include "print/flowLayout.h"
 #include "print/report.h"
+#include "support/flowLayout.h"
 #include "ui_previewForm.h"
 
 namespace {

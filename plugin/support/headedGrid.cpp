@@ -19,7 +19,8 @@ static void registerResources() {
 
 namespace {
 
-constexpr int defaultRowHeight = 18;
+constexpr int spaceAboveText = 2;
+constexpr int leastRowsInSight = 2;
 constexpr int minimumColumnWidth = 12;
 constexpr int widthStep = 10;
 constexpr int widestColumn = 4096;  // beyond that the other columns are out of reach
@@ -33,7 +34,7 @@ constexpr int glyphRoom = 8;   ///< pixels that text and arrow need besides thei
 constexpr int glyphInset = 9;  ///< pixels that an arrow takes from the text's right edge
 
 QRect textRect(const QRect& cell) {
-  return cell.adjusted(3, 2, -3, 0);
+  return cell.adjusted(3, spaceAboveText, -3, 0);
 }
 
 void drawOneLine(QPainter* painter, const QRect& rect, const QString& text) {
@@ -148,7 +149,7 @@ TheadedGrid::TheadedGrid(QWidget* parent) : QTableView(parent), header_(new Tgri
   header_->setMinimumSectionSize(minimumColumnWidth);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  setPixelsPerRow(defaultRowHeight);
+  fitRows();
   setItemDelegate(new TgridDelegate(this));
   setSelectionBehavior(SelectRows);
   setSelectionMode(ContiguousSelection);
@@ -160,10 +161,27 @@ TheadedGrid::TheadedGrid(QWidget* parent) : QTableView(parent), header_(new Tgri
   connect(header_, &QHeaderView::sectionPressed, this, &TheadedGrid::headerPressed);
 }
 
-void TheadedGrid::setPixelsPerRow(int pixels) {
+void TheadedGrid::setLeastRowHeight(int pixels) {
+  leastRowHeight_ = pixels;
+  fitRows();
+}
+
+void TheadedGrid::fitRows() {
+  const int pixels = std::max(leastRowHeight_, fontMetrics().height() + spaceAboveText);
   header_->setFixedHeight(pixels);
   verticalHeader()->setMinimumSectionSize(pixels);
   verticalHeader()->setDefaultSectionSize(pixels);
+}
+
+QSize TheadedGrid::minimumSizeHint() const {
+  const int rows = leastRowsInSight * verticalHeader()->defaultSectionSize();
+  const int height = header_->height() + rows + horizontalScrollBar()->sizeHint().height() + 2 * frameWidth();
+  return {QTableView::minimumSizeHint().width(), height};
+}
+
+void TheadedGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitRows();
 }
 
 void TheadedGrid::showSort(const TsortOrder& order) {

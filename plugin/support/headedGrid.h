@@ -6,7 +6,7 @@ class TgridHeader;
 struct TgridLayout;
 struct TsortOrder;
 
-/// A grid with a silver heading row, rows of one fixed height, selection of whole rows in one range, and columns that
+/// A grid with a silver heading row, rows of one height, selection of whole rows in one range, and columns that
 /// the user may resize. It does not sort: `headerPressed` reports a press on a heading, and the owner sorts.
 ///
 /// A double click on the edge behind a heading fits the column to what is in sight.
@@ -19,8 +19,8 @@ class TheadedGrid : public QTableView {
  public:
   explicit TheadedGrid(QWidget* parent);
 
-  /// Sets the height of each row and of the heading row. The default is 18.
-  void setPixelsPerRow(int pixels);
+  /// Each row and the heading row are as high as the font needs, but at least this high: 18 by default.
+  void setLeastRowHeight(int pixels);
 
   /// Shows the sort arrow in the heading of the sort column.
   void showSort(const TsortOrder& order);
@@ -32,6 +32,9 @@ class TheadedGrid : public QTableView {
   void setColumnWidths(const TgridLayout& layout);
   /// Copies the present columns' widths into `layout`.
   void readColumnWidths(TgridLayout& layout) const;
+
+  /// A window always shows a few rows.
+  QSize minimumSizeHint() const override;
 
  signals:
   /// The user pressed a column's heading with the left mouse button (not on the edge that resizes the column), or its
@@ -48,6 +51,7 @@ class TheadedGrid : public QTableView {
   void cellDoubleClicked(const QModelIndex& index);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
@@ -55,9 +59,11 @@ class TheadedGrid : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
+  void fitRows();
   bool useHeadingKey(int key);
 
   TgridHeader* header_;
+  int leastRowHeight_ = 18;
   int pressedKey_ = 0;
   QString emptyText_;
 };

@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "support/fitToScreen.h"
+
 /// A dialog that a function shows and waits for: `TmodalDialog<TfrmOptions> form(ini, this); form.exec();`.
 ///
 /// Deletes the dialog at the end of its scope. While the dialog is open, the host may delete the dialog's Qt parent and
@@ -20,10 +22,17 @@ class TmodalDialog {
   TmodalDialog& operator=(const TmodalDialog&) = delete;
   ~TmodalDialog() { const std::unique_ptr<Tdialog> last(dialog_.data()); }
 
-  /// Shows the dialog, waits until it closes, and returns its result.
+  /// Shows the dialog within its screen, waits until it closes, and returns its result.
   int exec() {
+    fitToScreen(*dialog_);
     const int result = dialog_->exec();
     return isGone() ? static_cast<int>(QDialog::Rejected) : result;
+  }
+
+  /// Shows the dialog within its screen and returns at once.
+  void show() {
+    fitToScreen(*dialog_);
+    dialog_->show();
   }
 
   /// Whether the dialog was destroyed before its scope ended.

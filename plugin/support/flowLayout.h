@@ -5,13 +5,16 @@
 #include <vector>
 
 /// Lays out widgets in rows from left to right, in as many rows as they need. So a row of buttons fits any window and
-/// any font.
+/// any font. A spacer moves what follows it in its row to the right.
 class TflowLayout : public QLayout {
   Q_OBJECT
 
  public:
   explicit TflowLayout(QWidget* parent);
   ~TflowLayout() override;
+
+  /// Takes the place of the layout that a widget has, with its items and margins.
+  static void replaceLayoutOf(QWidget* widget);
 
   void addItem(QLayoutItem* item) override;
   int count() const override { return static_cast<int>(items_.size()); }
@@ -32,6 +35,8 @@ class TflowLayout : public QLayout {
     QSize size;
   };
   Trow rowAt(int first, int width) const;
+  void placeRow(int first, const Trow& row, const QRect& place) const;
+  QSize margins() const;
 
   std::vector<std::unique_ptr<QLayoutItem>> items_;
 };
