@@ -69,6 +69,7 @@ void TEquipRecImport::setUpRow(std::size_t field) {
   QPalette readOnly = row.preview->palette();
   readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
   row.preview->setPalette(readOnly);
+  row.heading->setMinimumWidth(headingWidth * fontMetrics().averageCharWidth());
   rows_[field] = row;
 }
 

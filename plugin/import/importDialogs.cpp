@@ -23,7 +23,7 @@ TimportDialogs::TimportDialogs(TimportOptions options, const TcolumnMapping& map
       progress_(owner) {}
 
 TimportDialogs::Tend TimportDialogs::run() {
-  progress_->show();
+  progress_.show();
   TimportRun result = runImport(options_, mapping_, columnCount_, list_.records(), *this);
   log(result);
   return progress_.isGone() ? Tend::ownerGone : end(result);
