@@ -13,6 +13,8 @@
 #include "browser/shortcuts.h"
 #include "editor/eqEditForm.h"
 #include "help/helpViewer.h"
+#include "support/fitToScreen.h"
+#include "support/flowLayout.h"
 #include "support/headedGrid.h"
 #include "support/log.h"
 #include "support/paths.h"
@@ -79,11 +81,18 @@ void TEquipmentRecordPluginFrame::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
 }
 
+/// The buttons flow, so the height that the contents need depends on the width.
+void TEquipmentRecordPluginFrame::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  setMinimumHeight(std::max(0, layout()->totalMinimumHeightForWidth(width())));
+}
+
 void TEquipmentRecordPluginFrame::setUpForm() {
   using Tframe = TEquipmentRecordPluginFrame;
   ui_->setupUi(this);
   ui_->BtnUpload->setText(QStringLiteral("Upload To\nQT484"));
   ui_->BtnExit->setText(QStringLiteral("Return To\nMain Window"));
+  for (QWidget* panel : {ui_->pnlCommands, static_cast<QWidget*>(ui_->pnlBottom)}) TflowLayout::replaceLayoutOf(panel);
   connect(ui_->lblAttention, &QLabel::linkActivated, this, &Tframe::lblAttentionClick);
   connect(ui_->btnSearch, &QPushButton::clicked, this, &Tframe::btnSearchClick);
   connect(ui_->btnClearSearch, &QPushButton::clicked, this, &Tframe::btnClearSearchClick);
@@ -109,6 +118,7 @@ void TEquipmentRecordPluginFrame::setUpGrid() {
   TheadedGrid* grid = ui_->tblEqRec;
   grid->setModel(model_.get());
   grid->setFocus();
+  fitToScreen(*this);
   layout()->activate();  // gives the grid the width of the opening size
   connect(grid, &TheadedGrid::headerPressed, this, &Tframe::tblEqRecHeaderPressed);
   connect(grid, &TheadedGrid::cellDoubleClicked, this, &Tframe::tblEqRecDoubleClicked);

@@ -45,6 +45,7 @@ class TEquipmentRecordPluginFrame : public QWidget, private TeditorHost {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   // Construction and saving

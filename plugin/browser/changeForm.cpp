@@ -1,6 +1,7 @@
 #include "browser/changeForm.h"
 
 #include <QPushButton>
+#include <algorithm>
 
 #include "browser/statusText.h"
 #include "editor/testProcGrid.h"
@@ -10,7 +11,7 @@
 
 namespace {
 
-constexpr int numberWidth = 48;
+constexpr int leastNumberWidth = 48;
 
 }  // namespace
 
@@ -24,7 +25,8 @@ TfrmChange::TfrmChange(std::size_t recordCount, const TtestProcTable& titles, co
   ui_->lblCount->setText(recordCount == 1 ? QStringLiteral("The selected record gets:")
                                           : QStringLiteral("All %1 selected records get:").arg(recordCount));
   ui_->lstTestProc->setModel(model_.get());
-  ui_->lstTestProc->setColumnWidth(TtestProcList::numberColumn, numberWidth);
+  const int numberWidth = ui_->lstTestProc->fontMetrics().horizontalAdvance(QStringLiteral("000000"));
+  ui_->lstTestProc->setColumnWidth(TtestProcList::numberColumn, std::max(leastNumberWidth, numberWidth));
   setUpFields(captions);
   showTitles();
   connect(ui_->cbField, &QComboBox::currentIndexChanged, this, &TfrmChange::cbFieldChanged);
@@ -71,7 +73,7 @@ void TfrmChange::showTitles() {
   }
   list_.sort(order_);
   model_->refill();
-  ui_->lstTestProc->showSort(order_);
+  ui_->lstTestProc->showList(list_, order_);
   showButtons();
 }
 

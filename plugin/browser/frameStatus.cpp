@@ -16,8 +16,5 @@ void TEquipmentRecordPluginFrame::showStatus() {
                           rows ? rows->count() : 0, lastEvent_};
   ui_->lblStatus->setStatus(statusText(status));
   ui_->tblEqRec->setEmptyText(emptyGridText(status));
-  const QString attention = attentionText(list_.attention().records().size());
-  ui_->lblAttention->setText(attention.isEmpty() ? QString() : QStringLiteral("<a href=\"#\">%1</a>").arg(attention));
-  ui_->lblAttention->setAccessibleName(attention);
-  ui_->lblAttention->setVisible(!attention.isEmpty());
+  ui_->lblAttention->setLink(attentionText(list_.attention().records().size()));
 }

@@ -4,6 +4,7 @@
 #include <QStyle>
 
 #include "support/plainToolTip.h"
+#include "support/readableLink.h"
 
 TstatusLabel::TstatusLabel(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
@@ -32,6 +33,18 @@ void TstatusLabel::paintEvent(QPaintEvent* /*event*/) {
 void TstatusLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
   showToolTip();
+}
+
+void TlinkLabel::setLink(const QString& text) {
+  const QString link = QStringLiteral("<a href=\"#\" style=\"color:%1\">%2</a>");
+  setText(text.isEmpty() ? QString() : link.arg(readableLink(palette(), QPalette::Window).name(), text));
+  setAccessibleName(text);
+  setVisible(!text.isEmpty());
+}
+
+void TlinkLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) setLink(accessibleName());
 }
 
 void TlinkLabel::paintEvent(QPaintEvent* event) {

@@ -22,13 +22,17 @@ class TstatusLabel : public QLabel {
   void showToolTip();
 };
 
-/// A link at the end of the line. Shows a frame while it has the focus, as no style draws one around a link.
+/// A link at the end of the line, readable on any palette. Shows a frame while it has the focus, as no style draws one
+/// around a link. Without a text it is hidden.
 class TlinkLabel : public QLabel {
   Q_OBJECT
 
  public:
   using QLabel::QLabel;
 
+  void setLink(const QString& text);
+
  protected:
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 };

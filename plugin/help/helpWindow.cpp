@@ -6,6 +6,8 @@
 #include <QWindow>
 
 #include "help/windowTopics.h"
+#include "support/fitToScreen.h"
+#include "support/readableLink.h"
 #include "ui_helpWindow.h"
 
 namespace {
@@ -23,10 +25,13 @@ ThelpWindow::ThelpWindow() : ui_(std::make_unique<Ui::ThelpWindow>()) {
   ui_->setupUi(this);
   setWindowFlags(Qt::Window);
   setAttribute(Qt::WA_QuitOnClose, false);
+  const QColor link = readableLink(ui_->txtPage->palette(), QPalette::Base);
+  ui_->txtPage->document()->setDefaultStyleSheet(QStringLiteral("a { color: %1; }").arg(link.name()));
   ui_->splHelp->setStretchFactor(1, 1);
   ui_->splHelp->setSizes({200, 540});
   fillContents();
   connectControls();
+  fitToScreen(*this);
 }
 
 ThelpWindow::~ThelpWindow() = default;
