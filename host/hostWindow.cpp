@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QScreen>
 #include <utility>
 
 #include "ui_hostWindow.h"
@@ -30,6 +31,10 @@ ThostWindow::ThostWindow(const QString& modulePath, ThostFolders folders)
     ui_->lblState->setText(QStringLiteral("The plug-in could not be loaded.\n%1").arg(pluginError()));
   }
   ui_->lblFolder->setText(QStringLiteral("Records: %1").arg(withSeparator(folders_.working)));
+  ui_->btnLaunch->setMinimumSize(ui_->btnLaunch->minimumSize().expandedTo(ui_->btnLaunch->sizeHint()));
+  resize(size().boundedTo(screen()->availableSize() * 0.95));
+  ui_->btnLaunch->setFocus();
+  setAttribute(Qt::WA_KeyboardFocusChange);  // shows the focus from the start
   connect(ui_->btnLaunch, &QPushButton::clicked, this, &ThostWindow::btnLaunchClick);
 }
 

@@ -1,8 +1,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <algorithm>
 
 #include "host/console.h"
 #include "host/hostWindow.h"
+#include "host/look.h"
 #include "host/tour/tour.h"
 
 namespace {
@@ -35,8 +37,12 @@ int main(int argc, char** argv) {
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("A stand-in for the host application of the QT484."));
   parser.addHelpOption();
-  parser.addOptions({program, working, tour});
+  const QCommandLineOption points(QStringLiteral("points"), QStringLiteral("Size of all texts, 9 for example."),
+                                  QStringLiteral("N"), QString::number(QApplication::font().pointSize()));
+  const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours."));
+  parser.addOptions({program, working, tour, points, dark});
   parser.process(application);
+  setLook(std::clamp(parser.value(points).toInt(), 6, 72), parser.isSet(dark));
   if (parser.isSet(tour)) {
     const QString list = parser.isSet(working) ? parser.value(working) : here + QStringLiteral("/sample");
     return runTour(modulePath(), list, parser.value(tour));

@@ -4,9 +4,12 @@
 #include <QTest>
 #include <cstdio>
 
+#include "host/tour/fitCheck.h"
 #include "host/tour/listFolders.h"
 
 namespace {
+
+constexpr int layoutPatience = 1000;  // milliseconds
 
 void print(const QString& line) {
   std::puts(qPrintable(line));
@@ -59,8 +62,11 @@ void Ttour::step(const QString& name, const Tcheck& check) {
 }
 
 void Ttour::picture(QWidget* window, const QString& name) {
+  QString misfit;
+  const bool fits = QTest::qWaitFor([&] { return (misfit = misfitIn(window)).isEmpty(); }, layoutPatience);
   const QString path = pictureFolder_.filePath(name + QStringLiteral(".png"));
   expect(window->grab().save(path), QStringLiteral("cannot write %1").arg(path));
+  expect(fits, misfit);
 }
 
 /// Takes pictures of a window at its opening size and maximised.
@@ -94,8 +100,8 @@ QTableView* Ttour::grid() const {
 }
 
 void Ttour::launch() {
-  host().tabTo(host().button("btnLaunch"));
-  host().press(Qt::Key_Space);
+  expect(host().button("btnLaunch")->hasFocus(), QStringLiteral("the launch button has not the focus"));
+  host().press(Qt::Key_Return);
   expect(comesToFront(frame().window()), QStringLiteral("the plug-in's window does not open"));
   expect(host_->isHidden(), QStringLiteral("the host's window stays visible"));
 }

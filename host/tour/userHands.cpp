@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMessageBox>
+#include <QScrollArea>
 #include <QStringList>
 #include <QTest>
 #include <QWindow>
@@ -66,7 +67,14 @@ QString TuserHands::controlNames() const {
   return names.join(QStringLiteral(", "));
 }
 
+/// Scrolls there first where the window scrolls.
 QPoint TuserHands::inWindow(QWidget* widget, QPoint position) const {
+  for (QWidget* above = widget->parentWidget(); above != nullptr; above = above->parentWidget()) {
+    auto* area = qobject_cast<QScrollArea*>(above);
+    if (area == nullptr) continue;
+    const QPoint there = widget->mapTo(area->widget(), position);
+    area->ensureVisible(there.x(), there.y());
+  }
   return widget->mapTo(window_, position);
 }
 

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QImage>
 #include <QTest>
 
@@ -8,10 +9,33 @@
 class ThostProgramTest : public QObject {
   Q_OBJECT
  private slots:
+  void tourPassesWithPictures_data() {
+    QTest::addColumn<QByteArray>("scale");
+    QTest::addColumn<QByteArray>("platform");
+    QTest::addColumn<QStringList>("look");
+    const QByteArray small = "offscreen:configfile=screen.json";
+    QTest::newRow("usual texts and screen") << QByteArray("1") << QByteArray("offscreen") << QStringList();
+    QTest::newRow("large texts, small screen")
+        << QByteArray("1") << small << QStringList{QStringLiteral("--points"), QStringLiteral("24")};
+    QTest::newRow("dark, magnified") << QByteArray("2") << small
+                                     << QStringList{QStringLiteral("--points"), QStringLiteral("12"),
+                                                    QStringLiteral("--dark")};
+  }
+
+  /// The tour also checks that each window fits its screen, and each text its control.
   void tourPassesWithPictures() {
+    QFETCH(const QByteArray, scale);
+    QFETCH(const QByteArray, platform);
+    QFETCH(const QStringList, look);
     const TtestFolder folder;
-    const Tended ended =
-        runProgram(QStringLiteral(EQREC_HOST), {QStringLiteral("--tour"), nameOf(folder / "pictures")});
+    writeBytes(folder / "screen.json", R"({"screens": [{"name": "small", "x": 0, "y": 0, "width": 1024, "height": 600,
+        "logicalDpi": 96, "dpr": 1}]})");
+    QDir::setCurrent(nameOf(folder.path()));
+    qputenv("QT_SCALE_FACTOR", scale);
+    qputenv("QT_QPA_PLATFORM", platform);
+    const Tended ended = runProgram(QStringLiteral(EQREC_HOST),
+                                    QStringList{QStringLiteral("--tour"), nameOf(folder / "pictures")} + look);
+    QDir::setCurrent(QDir::rootPath());
     QVERIFY2(ended.status == 0, ended.printed.constData());
     QVERIFY2(ended.printed.contains("\nok ") && !ended.printed.contains("FAILED"), ended.printed.constData());
     QVERIFY(ended.printed.contains(nameOf(folder / "pictures").toUtf8()));
