@@ -1,5 +1,6 @@
 #include "browser/statusLabel.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -45,6 +46,13 @@ void TlinkLabel::setLink(const QString& text) {
 void TlinkLabel::changeEvent(QEvent* event) {
   QLabel::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) setLink(accessibleName());
+}
+
+/// A label itself follows a link only once a second Tab has selected it.
+void TlinkLabel::keyPressEvent(QKeyEvent* event) {
+  const bool follows = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+  if (!follows) return QLabel::keyPressEvent(event);
+  emit linkActivated(QStringLiteral("#"));
 }
 
 void TlinkLabel::paintEvent(QPaintEvent* event) {

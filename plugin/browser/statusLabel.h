@@ -23,7 +23,7 @@ class TstatusLabel : public QLabel {
 };
 
 /// A link at the end of the line, readable on any palette. Shows a frame while it has the focus, as no style draws one
-/// around a link. Without a text it is hidden.
+/// around a link. Enter and Space follow it. Without a text it is hidden.
 class TlinkLabel : public QLabel {
   Q_OBJECT
 
@@ -34,5 +34,7 @@ class TlinkLabel : public QLabel {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override { return QFrame::focusNextPrevChild(next); }
   void paintEvent(QPaintEvent* event) override;
 };

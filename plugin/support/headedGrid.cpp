@@ -166,11 +166,22 @@ void TheadedGrid::setLeastRowHeight(int pixels) {
   fitRows();
 }
 
+/// Makes the rows as high as the font needs, and the columns as much wider.
 void TheadedGrid::fitRows() {
+  const double before = fontScale();
   const int pixels = std::max(leastRowHeight_, fontMetrics().height() + spaceAboveText);
   header_->setFixedHeight(pixels);
   verticalHeader()->setMinimumSectionSize(pixels);
   verticalHeader()->setDefaultSectionSize(pixels);
+  const double growth = fontScale() / before;
+  if (growth == 1) return;
+  for (int column = 0; column < header_->count(); ++column) {
+    setColumnWidth(column, qRound(columnWidth(column) * growth));
+  }
+}
+
+double TheadedGrid::fontScale() const {
+  return static_cast<double>(header_->height()) / leastRowHeight_;
 }
 
 QSize TheadedGrid::minimumSizeHint() const {
@@ -203,13 +214,13 @@ void TheadedGrid::paintEvent(QPaintEvent* event) {
 void TheadedGrid::setColumnWidths(const TgridLayout& layout) {
   for (int column = 0; column < header_->count(); ++column) {
     const int width = layout.widths.at(static_cast<std::size_t>(column));
-    setColumnWidth(column, std::clamp(width, minimumColumnWidth, widestColumn));
+    setColumnWidth(column, std::clamp(qRound(width * fontScale()), minimumColumnWidth, widestColumn));
   }
 }
 
 void TheadedGrid::readColumnWidths(TgridLayout& layout) const {
   for (int column = 0; column < header_->count(); ++column) {
-    layout.widths.at(static_cast<std::size_t>(column)) = columnWidth(column);
+    layout.widths.at(static_cast<std::size_t>(column)) = qRound(columnWidth(column) / fontScale());
   }
 }
 

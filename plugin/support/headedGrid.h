@@ -28,9 +28,10 @@ class TheadedGrid : public QTableView {
   /// What stands in the middle of a grid that shows nothing; an empty text for none.
   void setEmptyText(const QString& text);
 
-  /// Applies the stored widths to the present columns, within the limits of what the user can see and reach.
+  /// Applies the stored widths to the present columns, within the limits of what the user can see and reach. Stored
+  /// are the widths for rows of the least height; where the font makes rows higher, columns are as much wider.
   void setColumnWidths(const TgridLayout& layout);
-  /// Copies the present columns' widths into `layout`.
+  /// Copies the present columns' widths into `layout`, as they are stored.
   void readColumnWidths(TgridLayout& layout) const;
 
   /// A window always shows a few rows.
@@ -60,6 +61,7 @@ class TheadedGrid : public QTableView {
 
  private:
   void fitRows();
+  double fontScale() const;
   bool useHeadingKey(int key);
 
   TgridHeader* header_;

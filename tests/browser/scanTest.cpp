@@ -20,6 +20,12 @@ class TscanTest : public QObject {
     return shown;
   }
 
+  /// The keys that a scanner presses, in whatever has the focus.
+  static void scan(const QWidget* window, const QString& text) {
+    for (const QChar key : text) QTest::keyClick(window->windowHandle(), key.toLatin1());
+    QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+  }
+
  private slots:
   void opensTheRecordWithExactlyThisNumber() {
     TframeFixture f;
@@ -52,6 +58,40 @@ class TscanTest : public QObject {
     f.press(Qt::Key_X);
     f.press(Qt::Key_Backspace);
     QCOMPARE(openedBy([&] { f.press(Qt::Key_Return); }), QStringLiteral("a"));
+  }
+
+  /// What a scanner does twenty times in each place that takes control numbers.
+  void twentyScansLandWhereTheFocusIs_data() {
+    QTest::addColumn<QString>("place");
+    for (const char* place : {"grid", "search", "editor"}) QTest::newRow(place) << QString::fromLatin1(place);
+  }
+
+  void twentyScansLandWhereTheFocusIs() {
+    QFETCH(const QString, place);
+    QByteArrayList numbers;
+    for (int i = 0; i < 20; ++i) numbers << "EQ-" + QByteArray::number(7919 * (i + 1)).rightJustified(6, '0');
+    TframeFixture f;
+    if (place != QStringLiteral("editor")) writeRecords(f.folder.path(), numbers, QByteArrayList(20, "x"));
+    f.open();
+    if (place == QStringLiteral("search")) f.press(Qt::Key_F, Qt::ControlModifier);
+    for (const QByteArray& number : numbers) {
+      const QString text = QString::fromLatin1(number);
+      if (place == QStringLiteral("grid")) {
+        QCOMPARE(openedBy([&] { scan(f.frame.get(), text); }), text);
+        QCOMPARE(f.grid()->currentIndex().siblingAtColumn(1).data().toString(), text);
+      } else if (place == QStringLiteral("search")) {
+        scan(f.frame.get(), text);
+        QCOMPARE(f.column(1), text);
+      } else {
+        whenOpen("TfrmEqRecEditor", [&](QWidget* editor) {
+          scan(editor, text);
+          QTest::keyClick(editor->windowHandle(), Qt::Key_Return, Qt::ControlModifier);
+        }).during([&] { f.click("btnAdd"); });
+      }
+    }
+    if (place == QStringLiteral("editor")) {
+      QCOMPARE(f.column(1), QStringLiteral("c a b ") + QString::fromLatin1(numbers.join(' ')));
+    }
   }
 
   void keysReachTheButtons() {
