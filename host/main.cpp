@@ -40,11 +40,13 @@ int main(int argc, char** argv) {
   const QCommandLineOption points(QStringLiteral("points"), QStringLiteral("Size of all texts, 9 for example."),
                                   QStringLiteral("N"), QString::number(QApplication::font().pointSize()));
   const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours."));
-  parser.addOptions({program, working, tour, points, dark});
+  const QCommandLineOption keyboard(QStringLiteral("keyboard"), QStringLiteral("Runs the tour without a mouse."));
+  parser.addOptions({program, working, tour, points, dark, keyboard});
   parser.process(application);
   setLook(std::clamp(parser.value(points).toInt(), 6, 72), parser.isSet(dark));
   if (parser.isSet(tour)) {
     const QString list = parser.isSet(working) ? parser.value(working) : here + QStringLiteral("/sample");
+    if (parser.isSet(keyboard)) TuserHands::takeMouseAway();
     return runTour(modulePath(), list, parser.value(tour));
   }
   return runHost({parser.value(program), parser.value(working)});

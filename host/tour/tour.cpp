@@ -31,6 +31,7 @@ Ttour::Ttour(QString modulePath, const QString& sample, const QString& pictures)
 int Ttour::run() {
   if (failures_ == 0) tourSampleList();
   if (failures_ == 0) tourEditing();
+  if (failures_ == 0) tourStatus();
   if (failures_ == 0) tourPrinting();
   if (failures_ == 0) tourImport();
   if (failures_ == 0) tourUpload();

@@ -51,6 +51,7 @@ class Ttour {
 
   void tourSampleList();
   void tourEditing();
+  void tourStatus();
   void tourPrinting();
   void tourImport();
   void tourUpload();
@@ -78,6 +79,12 @@ class Ttour {
   QString exportListAs();
   QString openHelp();
   QString findItAllAgain();
+  QString status() const;
+  QString findNothing();
+  QString showAttention();
+  void chooseChange();
+  QString changeRecords();
+  QString scanNumber();
   void whilePrintIsOpen(const std::function<void(const TuserHands&)>& act);
   QString choosePrint();
   QString leafPreview();

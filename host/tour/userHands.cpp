@@ -1,9 +1,11 @@
 #include "host/tour/userHands.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QStringList>
 #include <QTest>
@@ -13,6 +15,7 @@
 namespace {
 
 constexpr int mostTabs = 60;
+constexpr int mostRadioButtons = 5;
 
 QPoint headingCentre(const QHeaderView* header, int column) {
   return {header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2};
@@ -25,16 +28,47 @@ void expect(bool holds, const QString& why) {
 }
 
 void TuserHands::click(QWidget* widget) const {
+  if (!hasMouse_) return pressByKeys(widget);
   QTest::mouseClick(window_->windowHandle(), Qt::LeftButton, Qt::NoModifier, inWindow(widget, widget->rect().center()));
 }
 
+void TuserHands::pressByKeys(QWidget* widget) const {
+  if (const auto* radioButton = qobject_cast<QRadioButton*>(widget)) {
+    tabToRadioButton(radioButton);
+  } else {
+    tabTo(widget);
+  }
+  if (qobject_cast<QAbstractButton*>(widget) != nullptr) press(Qt::Key_Space);
+}
+
+/// Of a group of radio buttons Tab reaches one, and the arrow keys the others.
+void TuserHands::tabToRadioButton(const QRadioButton* button) const {
+  const auto isInGroup = [button](const QWidget* widget) {
+    return qobject_cast<const QRadioButton*>(widget) != nullptr && widget->parentWidget() == button->parentWidget();
+  };
+  for (int i = 0; i < mostTabs && !isInGroup(QApplication::focusWidget()); ++i) press(Qt::Key_Tab);
+  for (int i = 0; i < 2 * mostRadioButtons && QApplication::focusWidget() != button; ++i) {
+    press(i < mostRadioButtons ? Qt::Key_Down : Qt::Key_Up);
+  }
+  expect(QApplication::focusWidget() == button, QStringLiteral("no key reaches %1").arg(button->objectName()));
+}
+
 void TuserHands::clickHeading(QTableView* grid, int column) const {
+  if (!hasMouse_) {
+    tabTo(grid);
+    return press(column == 9 ? Qt::Key_0 : static_cast<Qt::Key>(Qt::Key_1 + column), Qt::ControlModifier);
+  }
   QHeaderView* header = grid->horizontalHeader();
   QTest::mouseClick(window_->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                     inWindow(header->viewport(), headingCentre(header, column)));
 }
 
 void TuserHands::dragColumnEdge(QTableView* grid, int column, int pixels) const {
+  if (!hasMouse_) {
+    tabTo(grid);
+    for (int i = 0; i < pixels / 10; ++i) press(Qt::Key_Right, Qt::ControlModifier);
+    return;
+  }
   QHeaderView* header = grid->horizontalHeader();
   const QPoint edge(header->sectionViewportPosition(column) + header->sectionSize(column) - 1, header->height() / 2);
   const QPoint from = inWindow(header->viewport(), edge);
@@ -52,6 +86,13 @@ void TuserHands::type(const QString& text) const {
 
 void TuserHands::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
   QTest::keyClick(window_->windowHandle(), key, modifiers);
+}
+
+void TuserHands::pressMenuKey() const {
+  QWidget* target = QApplication::focusWidget();
+  const QPoint there = target->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, there, target->mapToGlobal(there));
+  QCoreApplication::sendEvent(target, &event);
 }
 
 void TuserHands::tabTo(QWidget* widget) const {

@@ -9,6 +9,8 @@
 #include <functional>
 #include <stdexcept>
 
+class QRadioButton;
+
 inline constexpr int windowPatience = 5000;  ///< ms to wait for a window
 
 /// A step of the tour did not find what it expected.
@@ -26,6 +28,10 @@ class TuserHands {
  public:
   explicit TuserHands(QWidget* window) : window_(window) {}
 
+  /// From now on there is no mouse: what is to be clicked is reached with Tab and the arrow keys, and pressed with
+  /// Space.
+  static void takeMouseAway() { hasMouse_ = false; }
+
   QWidget* window() const { return window_; }
 
   template <typename Control>
@@ -39,17 +45,23 @@ class TuserHands {
 
   void click(QWidget* widget) const;
   void clickHeading(QTableView* grid, int column) const;
-  /// Drags the right edge of a column's heading by `pixels`.
+  /// Drags the right edge of a column's heading by `pixels`, a multiple of 10. Without a mouse it must be the sort
+  /// column.
   void dragColumnEdge(QTableView* grid, int column, int pixels) const;
   void type(const QString& text) const;
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+  /// The menu key, which offscreen platforms do not know.
+  void pressMenuKey() const;
   /// Presses Tab until `widget` has the focus.
   void tabTo(QWidget* widget) const;
 
  private:
+  void pressByKeys(QWidget* widget) const;
+  void tabToRadioButton(const QRadioButton* button) const;
   QString controlNames() const;
   QPoint inWindow(QWidget* widget, QPoint position) const;
 
+  inline static bool hasMouse_ = true;
   QWidget* window_;
 };
 
