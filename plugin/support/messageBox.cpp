@@ -1,6 +1,7 @@
 #include "support/messageBox.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <utility>
 
 #include "support/modalDialog.h"
@@ -26,12 +27,22 @@ QMessageBox::Icon toIcon(TmessageIcon icon) {
   return QMessageBox::Critical;
 }
 
+/// By itself the box would be as narrow as its text allows, and the informative text a tall column.
+void widen(QMessageBox& box) {
+  constexpr int characters = 60;
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  if (grid == nullptr) return;
+  const int width = characters * box.fontMetrics().averageCharWidth();
+  grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 void fill(QMessageBox& box, const TmessageText& message, const QString& informativeText) {
   box.setTextFormat(Qt::PlainText);
   box.setWindowTitle(QString::fromLatin1(message.caption));
   box.setText(QString::fromLatin1(message.text));
   box.setInformativeText(informativeText);
   box.setIcon(toIcon(message.icon));
+  if (!informativeText.isEmpty()) widen(box);
 }
 
 void restore(QWidget* owner) {
