@@ -12,6 +12,8 @@ struct Tfunctions {
   Tstatus (*read)(void*, void*, std::uint32_t, std::uint32_t*) = nullptr;
   Tstatus (*write)(void*, const void*, std::uint32_t, std::uint32_t*) = nullptr;
   Tstatus (*getQueueStatus)(void*, std::uint32_t*) = nullptr;
+  Tstatus (*setTimeouts)(void*, std::uint32_t, std::uint32_t) = nullptr;
+  Tstatus (*purge)(void*, std::uint32_t) = nullptr;
 };
 
 template <typename Tfunction>
@@ -29,6 +31,8 @@ Tfunctions findDriver() {
   find(library, "FT_Read", found.read);
   find(library, "FT_Write", found.write);
   find(library, "FT_GetQueueStatus", found.getQueueStatus);
+  find(library, "FT_SetTimeouts", found.setTimeouts);
+  find(library, "FT_Purge", found.purge);
   return found;
 }
 

@@ -3,8 +3,8 @@
 #include "comm/d2xxCalls.h"
 
 /// Calls the functions of the driver library. `Tfunctions` holds pointers to them, in the platform's calling
-/// convention; a call of a null one returns `deviceNotFound`. If the library is missing, each open looks for it again,
-/// as the user may have installed it meanwhile.
+/// convention; a call of a null one returns `deviceNotFound`, except for those that a library may lack. If the library
+/// is missing, each open looks for it again, as the user may have installed it meanwhile.
 template <typename Tfunctions>
 class Td2xxLibrary final : public Td2xxCalls {
  public:
@@ -26,6 +26,12 @@ class Td2xxLibrary final : public Td2xxCalls {
   }
   Tstatus getQueueStatus(Thandle handle, std::uint32_t* waiting) override {
     return call(functions_.getQueueStatus, handle, waiting);
+  }
+  Tstatus setTimeouts(Thandle handle, std::uint32_t read, std::uint32_t write) override {
+    return functions_.setTimeouts ? functions_.setTimeouts(handle, read, write) : 0;
+  }
+  Tstatus purge(Thandle handle, std::uint32_t which) override {
+    return functions_.purge ? functions_.purge(handle, which) : 0;
   }
 
  private:

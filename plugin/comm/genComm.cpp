@@ -152,6 +152,7 @@ void TDataCommClass::progress(int) {}
 
 void TDataCommClass::discardInput() {
   if (openMode() == TcommMode::serial) resources_->serial()->discardInput();
+  if (openMode() == TcommMode::usb) resources_->usbCalls().purge(*resources_->usb(), Td2xxCalls::received);
 }
 
 TcommWait TDataCommClass::waitForBytes(std::size_t count, std::chrono::milliseconds slot) {

@@ -13,6 +13,9 @@ namespace {
 /// The device descriptions of analyzers. They differ in letter case, too.
 constexpr std::array<const char*, 2> descriptions = {"Velmora Systems QT484 Plus", "Velmora Systems Qt484 Final"};
 
+/// A transfer that the device does not accept ends by then, in ms; only then does a cancel take effect.
+constexpr std::uint32_t transferTimeout = 500;
+
 std::string statusText(Td2xxCalls::Tstatus status) {
   return "driver status " + std::to_string(status);
 }
@@ -38,7 +41,10 @@ void TDataCommClass::openUsbDevice() {
   for (const char* description : descriptions) {
     const auto status = resources_->usbCalls().openEx(description, Td2xxCalls::openByDescription, cell);
     usbOpen_ = status == 0;
-    if (usbOpen_) return;
+    if (usbOpen_) {
+      resources_->usbCalls().setTimeouts(*cell, transferTimeout, transferTimeout);
+      return;
+    }
     reason += (reason.empty() ? "" : ", ") + statusText(status) + " for " + description;
   }
   if (!resources_->usbCalls().isInstalled()) reason = noUsbDriver;

@@ -1,5 +1,8 @@
 #include "simulator/d2xx/ftd2xx.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <map>
@@ -15,7 +18,7 @@
 namespace {
 
 constexpr int openTimeout = 2000;     // milliseconds
-constexpr int transferTimeout = 300;  // milliseconds, for reads and writes
+constexpr int transferTimeout = 300;  // milliseconds, for reads and writes, until the host sets another
 
 /// An open device.
 class Tdevice {
@@ -25,13 +28,42 @@ class Tdevice {
   /// How many bytes of a write are accepted; fewer than all if the order applies to this write.
   std::uint32_t taken(std::string_view bytes);
 
+  /// Counts a call of the function. The one that must hang returns when the link has dropped.
+  void enter(const std::string& function);
+
+  /// Drops the bytes that wait to be read. False if the link has dropped.
+  bool dropReceived() const;
+
   const std::unique_ptr<Tloopback> link;
+  std::atomic<int> readTimeout = transferTimeout;
+  std::atomic<int> writeTimeout = transferTimeout;
 
  private:
+  std::map<std::string, int> calls_;
   TwriteOrder order_;
   bool seen_ = false;  ///< the order's command
   std::uint32_t writesLeft_ = 0;
 };
+
+std::string environment(const char* name, const char* otherwise) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? otherwise : value;
+}
+
+void Tdevice::enter(const std::string& function) {
+  const std::string hanging = environment("QT484_USB_HANG", "");
+  const std::string call = function + '@' + std::to_string(++calls_[function]);
+  if (hanging != call && hanging + "@1" != call) return;
+  while (dropReceived()) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
+bool Tdevice::dropReceived() const {
+  std::array<char, 256> dropped{};
+  while (const std::size_t waiting = link->waiting().value_or(0)) {
+    link->receive(dropped.data(), std::min(waiting, dropped.size()), transferTimeout);
+  }
+  return link->waiting().has_value();
+}
 
 std::uint32_t Tdevice::taken(std::string_view bytes) {
   const auto all = static_cast<std::uint32_t>(bytes.size());
@@ -41,7 +73,7 @@ std::uint32_t Tdevice::taken(std::string_view bytes) {
   seen_ = seen_ || isCommand;
   if (order_.kind == TwriteOrder::Tkind::none || !seen_ || writesLeft_ != 0) return all;
   if (order_.kind == TwriteOrder::Tkind::blockedWrite) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(transferTimeout));
+    std::this_thread::sleep_for(std::chrono::milliseconds(writeTimeout));
   }
   order_.kind = TwriteOrder::Tkind::none;
   return all / 2;
@@ -82,9 +114,11 @@ Topened& opened() {
   return devices;
 }
 
-std::string environment(const char* name, const char* otherwise) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? otherwise : value;
+/// The open device, once a call that must hang has returned; null if the handle is not open.
+std::shared_ptr<Tdevice> entered(FT_HANDLE handle, const char* function) {
+  auto device = opened().find(handle);
+  if (device) device->enter(function);
+  return device;
 }
 
 /// Connects and waits for the analyzer's order, which comes first. Null if there is no analyzer.
@@ -104,6 +138,7 @@ FT_STATUS D2XX_CALL FT_OpenEx(const void* description, std::uint32_t flags, FT_H
   if (!opened().isEmpty()) return FT_DEVICE_NOT_OPENED;
   std::shared_ptr<Tdevice> device = connectDevice();
   if (!device) return FT_DEVICE_NOT_FOUND;
+  device->enter("FT_OpenEx");
   *handle = opened().add(std::move(device));
   return FT_OK;
 }
@@ -111,20 +146,21 @@ FT_STATUS D2XX_CALL FT_OpenEx(const void* description, std::uint32_t flags, FT_H
 FT_STATUS D2XX_CALL FT_Close(FT_HANDLE handle) {
   const auto device = opened().take(handle);
   if (!device) return FT_INVALID_HANDLE;
+  device->enter("FT_Close");
   return device->link->waiting() ? FT_OK : FT_IO_ERROR;
 }
 
 FT_STATUS D2XX_CALL FT_Read(FT_HANDLE handle, void* buffer, std::uint32_t count, std::uint32_t* read) {
   *read = 0;
-  const auto device = opened().find(handle);
+  const auto device = entered(handle, "FT_Read");
   if (!device) return FT_INVALID_HANDLE;
-  *read = static_cast<std::uint32_t>(device->link->receive(static_cast<char*>(buffer), count, transferTimeout));
+  *read = static_cast<std::uint32_t>(device->link->receive(static_cast<char*>(buffer), count, device->readTimeout));
   return *read > 0 || device->link->waiting() ? FT_OK : FT_IO_ERROR;
 }
 
 FT_STATUS D2XX_CALL FT_Write(FT_HANDLE handle, const void* buffer, std::uint32_t count, std::uint32_t* written) {
   *written = 0;
-  const auto device = opened().find(handle);
+  const auto device = entered(handle, "FT_Write");
   if (!device) return FT_INVALID_HANDLE;
   if (!device->link->waiting()) return FT_IO_ERROR;
   const std::string_view bytes(static_cast<const char*>(buffer), count);
@@ -140,9 +176,24 @@ FT_STATUS D2XX_CALL FT_Write(FT_HANDLE handle, const void* buffer, std::uint32_t
 
 FT_STATUS D2XX_CALL FT_GetQueueStatus(FT_HANDLE handle, std::uint32_t* waiting) {
   *waiting = 0;
-  const auto device = opened().find(handle);
+  const auto device = entered(handle, "FT_GetQueueStatus");
   if (!device) return FT_INVALID_HANDLE;
   const auto count = device->link->waiting();
   *waiting = count.value_or(0);
   return count ? FT_OK : FT_IO_ERROR;
+}
+
+FT_STATUS D2XX_CALL FT_SetTimeouts(FT_HANDLE handle, std::uint32_t read, std::uint32_t write) {
+  const auto device = entered(handle, "FT_SetTimeouts");
+  if (!device) return FT_INVALID_HANDLE;
+  device->readTimeout = static_cast<int>(read);
+  device->writeTimeout = static_cast<int>(write);
+  return FT_OK;
+}
+
+FT_STATUS D2XX_CALL FT_Purge(FT_HANDLE handle, std::uint32_t mask) {
+  const auto device = entered(handle, "FT_Purge");
+  if (!device) return FT_INVALID_HANDLE;
+  const bool isLinked = (mask & FT_PURGE_RX) != 0 ? device->dropReceived() : device->link->waiting().has_value();
+  return isLinked ? FT_OK : FT_IO_ERROR;
 }

@@ -123,14 +123,18 @@ class TchannelTest : public QObject {
 
   void aCommandFindsAnEmptyLine() {
     std::array<char, 264> block{};
-    for (const bool asks : {false, true}) {
-      TDataCommClass channel = channelOver(TcommMode::serial, serialParameters);
+    using Tcase = std::pair<TcommMode, bool>;
+    for (const auto& [mode, asks] : {Tcase(TcommMode::serial, false), Tcase(TcommMode::serial, true),
+                                     Tcase(TcommMode::usb, false), Tcase(TcommMode::usb, true)}) {
+      TDataCommClass channel = channelOver(mode, mode == TcommMode::serial ? serialParameters : usbParameters);
       VMRcommClass analyzer(&channel);
       analyzer.open();
       serial_.calls.clear();
+      usb_.calls.clear();
       asks ? analyzer.getData(handshakeCommand, commandLength, block.data(), 1)
            : analyzer.putData(putRecordsCommand, commandLength, block.data(), 1);
-      QCOMPARE(serial_.calls.first(2), QByteArrayList({"discard", "write"}));
+      if (mode == TcommMode::serial) QCOMPARE(serial_.calls.first(2), QByteArrayList({"discard", "write"}));
+      if (mode == TcommMode::usb) QCOMPARE(usb_.calls.first(2), QByteArrayList({"purge 1", "write"}));
     }
   }
 
@@ -154,7 +158,7 @@ class TchannelTest : public QObject {
       QVERIFY(!resources_.isInUse());
     }
     QCOMPARE(serial_.calls.count("close"), 1);
-    QCOMPARE(usb_.calls, QByteArrayList({"open Velmora Systems QT484 Plus 2", "write", "write", "close"}));
+    QCOMPARE(usb_.calls, QByteArrayList({"open Velmora Systems QT484 Plus 2", "timeouts", "write", "write", "close"}));
     QCOMPARE(boxes_, QByteArrayList());
   }
 
@@ -165,6 +169,7 @@ class TchannelTest : public QObject {
     usb_.failing = "open";
     QVERIFY_THROWS_EXCEPTION(TnoDeviceAttachedException, channel.openAgain());
     const QByteArray open = usb_.calls.first();
+    usb_.calls.removeAll("timeouts");
     QCOMPARE(usb_.calls.first(5), QByteArrayList({open, "close", open, "close", open}));
     QVERIFY(!usb_.calls.mid(5).contains("close") && !resources_.isInUse());
   }

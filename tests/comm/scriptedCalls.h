@@ -79,6 +79,8 @@ class TscriptedUsb final : public Td2xxCalls, public TscriptedCalls {
     *waiting = transfer;
     return status("queue");
   }
+  Tstatus setTimeouts(Thandle, std::uint32_t, std::uint32_t) override { return status("timeouts"); }
+  Tstatus purge(Thandle, std::uint32_t which) override { return status("purge " + QByteArray::number(which)); }
 
  private:
   Tstatus status(const QByteArray& call) { return succeeds(call) ? 0 : 4; }
