@@ -25,7 +25,9 @@ constexpr auto windowTopics = std::to_array<TwindowTopic>({
     {"TImportProgress", "importing.html"},
     {"TfrmImportReport", "importing.html#report"},
     {"TcomSelectFrm", "upload.html#connection"},
+    {"TfrmGreeting", "upload.html"},
     {"TfrmProgress", "upload.html"},
+    {"TfrmWaiting", "upload.html#waiting"},
 });
 
 struct TmessageTopic {

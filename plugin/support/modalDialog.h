@@ -38,6 +38,9 @@ class TmodalDialog {
   /// Whether the dialog was destroyed before its scope ended.
   bool isGone() const { return dialog_.isNull(); }
 
+  /// Hands the dialog over; null once it is gone.
+  std::unique_ptr<Tdialog> release() { return std::unique_ptr<Tdialog>(std::exchange(dialog_, nullptr).data()); }
+
   /// The dialog; null once it is gone.
   Tdialog* get() const { return dialog_.data(); }
   Tdialog* operator->() const { return get(); }

@@ -1,9 +1,9 @@
 #include "upload/progress.h"
 
-#include <QEventLoop>
 #include <QTimer>
 #include <chrono>
 #include <stdexcept>
+#include <utility>
 
 #include "ui_progress.h"
 #include "upload/keepAwake.h"
@@ -12,7 +12,7 @@
 #include "upload/upload.h"
 
 TfrmProgress::TfrmProgress(const TuploadCommStruct* upload, TcommStruct* resources, QWidget* parent)
-    : QDialog(parent),
+    : TworkerDialog(parent),
       upload_(upload),
       ui_(std::make_unique<Ui::TfrmProgress>()),
       timeLeft_(std::make_unique<TtimeLeft>()) {
@@ -21,44 +21,25 @@ TfrmProgress::TfrmProgress(const TuploadCommStruct* upload, TcommStruct* resourc
   }
   setWindowFlags(Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
   ui_->setupUi(this);
-  worker_ = std::make_unique<TuploadThread>(this, resources);
-  connect(ui_->btnCancel, &QPushButton::clicked, this, &TfrmProgress::btnCancelClick);
-  connect(worker_.get(), &TuploadThread::operationChanged, ui_->lblOperation, &QLabel::setText);
-  connect(worker_.get(), &TuploadThread::progressChanged, this, &TfrmProgress::showProgress);
+  auto worker = std::make_unique<TuploadThread>(this, resources);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &TfrmProgress::reject);
+  connect(worker.get(), &TuploadThread::operationChanged, ui_->lblOperation, &QLabel::setText);
+  connect(worker.get(), &TuploadThread::progressChanged, this, &TfrmProgress::showProgress);
+  connect(worker.get(), &QThread::finished, this, &TfrmProgress::workerFinished);
+  setWorker(std::move(worker));
   auto* second = new QTimer(this);
   connect(second, &QTimer::timeout, this, &TfrmProgress::showTimeLeft);
   second->start(std::chrono::seconds(1));
-  connect(worker_.get(), &QThread::finished, this, &TfrmProgress::workerFinished);
 }
 
-TfrmProgress::~TfrmProgress() {
-  cancelled_ = true;
-  worker_.reset();  // waits for it
-}
-
-void TfrmProgress::awaitWorker() {
-  if (!worker_->isRunning()) return;
-  QEventLoop loop;
-  connect(worker_.get(), &QThread::finished, &loop, &QEventLoop::quit);
-  connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
-  if (worker_->isRunning()) loop.exec(QEventLoop::ExcludeUserInputEvents);
-}
-
-void TfrmProgress::reject() {
-  btnCancelClick();
-}
+TfrmProgress::~TfrmProgress() = default;
 
 void TfrmProgress::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
-  if (worker_->isRunning() || worker_->isFinished()) return;
+  if (worker().isRunning() || worker().isFinished()) return;
   taskbar_ = std::make_unique<TtaskbarProgress>(parentWidget());
   keepAwake_ = std::make_unique<TkeepAwake>();
-  worker_->start();
-}
-
-void TfrmProgress::btnCancelClick() {
-  cancelled_ = true;
-  done(Rejected);
+  startWorker();
 }
 
 void TfrmProgress::showProgress(int position) {
@@ -74,5 +55,5 @@ void TfrmProgress::showTimeLeft() {
 void TfrmProgress::workerFinished() {
   taskbar_.reset();
   keepAwake_.reset();
-  if (isVisible()) done(worker_->isCompleted() ? Accepted : Rejected);
+  if (isVisible()) done(isCompleted() ? Accepted : Rejected);
 }

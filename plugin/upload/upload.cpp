@@ -15,22 +15,10 @@ auto& required(Tpointer* pointer) {
 }  // namespace
 
 TuploadThread::TuploadThread(TfrmProgress* dialog, TcommStruct* resources)
-    : dialog_(required(dialog)), resources_(required(resources)) {}
+    : TdriverThread(dialog), upload_(required(dialog).upload()), resources_(required(resources)) {}
 
-TuploadThread::~TuploadThread() {
-  giveUp();
-  wait();
-  static_cast<void>(isCompleted());  // synchronizes with everything that the thread wrote
-}
-
-void TuploadThread::run() {
-  const TtransferResult result = transferRecords(dialog_.upload(), resources_, *this);
-  if (result.message) boxes_.show(&dialog_, *result.message, QString::fromStdString(result.message->advice));
-  completed_.store(result.completed, std::memory_order_release);
-}
-
-bool TuploadThread::isCancelled() const {
-  return dialog_.isCancelled();
+TtransferResult TuploadThread::exchange() {
+  return transferRecords(upload_, resources_, *this);
 }
 
 void TuploadThread::showOperation(const char* text) {

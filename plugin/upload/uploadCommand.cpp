@@ -1,7 +1,8 @@
 #include "upload/uploadCommand.h"
 
-#include <QGuiApplication>
 #include <QPointer>
+#include <QSharedPointer>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -10,30 +11,22 @@
 #include "support/log.h"
 #include "support/messageBox.h"
 #include "support/modalDialog.h"
+#include "upload/greeting.h"
 #include "upload/progress.h"
-#include "upload/transfer.h"
 #include "upload/uploadMessages.h"
+#include "upload/waiting.h"
 
 namespace {
 
-/// Cancels the handshake when the owner is destroyed. Shows no progress: the handshake is too short for that.
-class TgreetingView final : public TtransferView {
- public:
-  explicit TgreetingView(QWidget* owner) : owner_(owner) {}
-  bool isCancelled() const override { return owner_.isNull(); }
-  void showOperation(const char*) override {}
-  void showProgress(int) override {}
+/// What an upload's workers use. A worker that hangs in a driver keeps it.
+struct TuploadWork final : TheldByWorker {
+  TuploadWork(const TconnectionChoice& choice, const TequipRecTable& records)
+      : entries(makeUploadEntries(records)),
+        upload(choice.method, serialPortNumber(choice.portText), choice.octets, entries) {}
 
- private:
-  QPointer<QWidget> owner_;
-};
-
-class TwaitCursor {
- public:
-  TwaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-  TwaitCursor(const TwaitCursor&) = delete;
-  TwaitCursor& operator=(const TwaitCursor&) = delete;
-  ~TwaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+  const std::vector<TuploadEntry> entries;
+  const TuploadCommStruct upload;
+  TcommStruct resources;
 };
 
 /// Nothing if the user has cancelled or the owner was destroyed.
@@ -46,17 +39,27 @@ std::optional<TconnectionChoice> chooseConnection(QWidget* owner, const TiniFile
   return selector.exec() == QDialog::Accepted ? std::optional(selector->choice()) : std::nullopt;
 }
 
-TcommOutcome greetOverTransport(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
-  const TuploadTransport transport = transportOf(upload);
-  const TwaitCursor waiting;
-  return greet(transport, resources, TgreetingView(owner));
+/// Shows a dialog until its worker has ended. Returns whether the worker has done its work. A worker that does not end
+/// after a cancel is left to a window of its own.
+template <typename Tdialog>
+bool runWorker(TmodalDialog<Tdialog>& dialog, const QSharedPointer<TuploadWork>& work, QWidget* owner) {
+  const QPointer<QWidget> self(owner);
+  dialog->hold(work);
+  dialog.exec();
+  if (dialog.isGone()) return false;
+  const bool ended = dialog->awaitWorker();
+  if (!ended) TfrmWaiting::showFor(dialog.release(), self);
+  return ended && !dialog.isGone() && dialog->isCompleted();
 }
 
-bool transferWithProgress(const TuploadCommStruct& upload, TcommStruct& resources, QWidget* owner) {
-  TmodalDialog<TfrmProgress> dialog(&upload, &resources, owner);
-  const bool completed = dialog.exec() == QDialog::Accepted;
-  if (!dialog.isGone()) dialog->awaitWorker();
-  return completed;
+bool greetAnalyzer(const QSharedPointer<TuploadWork>& work, QWidget* owner) {
+  TmodalDialog<TfrmGreeting> dialog(work->upload, work->resources, owner);
+  return runWorker(dialog, work, owner);
+}
+
+bool transferWithProgress(const QSharedPointer<TuploadWork>& work, QWidget* owner) {
+  TmodalDialog<TfrmProgress> dialog(&work->upload, &work->resources, owner);
+  return runWorker(dialog, work, owner);
 }
 
 void logStart(const TuploadCommStruct& upload) {
@@ -69,18 +72,14 @@ void logStart(const TuploadCommStruct& upload) {
 
 bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
                    const QString& warning) {
+  if (TfrmWaiting::showOpen()) return false;
   const QPointer<QWidget> self(owner);
   try {
     const auto choice = chooseConnection(owner, hostSettings, warning);
     if (!choice) return false;
-    const auto entries = makeUploadEntries(records);
-    const TuploadCommStruct upload(choice->method, serialPortNumber(choice->portText), choice->octets, entries);
-    logStart(upload);
-    TcommStruct resources;
-    const TcommOutcome failure = greetOverTransport(upload, resources, owner);
-    if (self.isNull()) return false;
-    if (!failure) return transferWithProgress(upload, resources, owner);
-    showMessage(owner, *failure, QMessageBox::Ok, QString::fromStdString(failure->advice));
+    const auto work = QSharedPointer<TuploadWork>::create(*choice, records);
+    logStart(work->upload);
+    return greetAnalyzer(work, owner) && !self.isNull() && transferWithProgress(work, owner);
   } catch (...) {
     logCaught("upload");
     if (!self.isNull()) showMessage(owner, internalError);

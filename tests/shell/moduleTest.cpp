@@ -7,8 +7,11 @@
 #include "shell/entryPoints.h"
 #include "shell/exportedNames.h"
 #include "shell/hostInterface.h"
+#include "tools/analyzerProcess.h"
+#include "tools/dialogs.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
+#include "tools/testPlatform.h"
 
 namespace {
 
@@ -106,6 +109,27 @@ class TmoduleTest : public QObject {
     const auto frame = module.mainForm();
     host.throws = true;  // the module has asked for the folders already, and does not ask again
     QVERIFY(frame != nullptr);
+  }
+
+  /// The thread of an upload whose driver hangs returns when the host has unloaded the module.
+  void aHangingDriverKeepsTheCode() {
+    QVERIFY(loadStandInDriver());
+    const auto handles = openHandles();
+    auto analyzer = std::make_unique<TusbAnalyzer>();
+    qputenv("QT484_USB_HANG", "FT_Write");
+    TtestHost host;
+    {
+      Tmodule module;
+      module.setUp(&host, &host);
+      const auto frame = module.mainForm();
+      frame->show();
+      (clickIn("TcomSelectFrm", "btnConnect") + clickIn("TfrmGreeting", "btnCancel")).during([&] {
+        click(frame.get(), "BtnUpload");
+      });
+    }
+    analyzer.reset();
+    QTRY_VERIFY(openHandles() <= handles);
+    qunsetenv("QT484_USB_HANG");
   }
 
   /// Qt must not keep plug-ins of libraries that were unloaded with the module.
