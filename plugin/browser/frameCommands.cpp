@@ -153,13 +153,11 @@ void TEquipmentRecordPluginFrame::BtnUploadClick() {
   const QString count = recordCountText(list_.records().count());
   const QString warning = uploadWarning(list_.attention().withoutOwnControlNum(), list_.records().count());
   const TiniFile hostSettings(findPath(context_.programFolder, "QT484pc.ini"));
-  const bool sent = uploadRecords(this, list_.records(), hostSettings, warning);
+  const auto place = uploadRecords(this, list_.records(), hostSettings, warning);
   if (self.isNull()) return;
   uploading_ = false;
-  if (sent) {
-    say(QStringLiteral("%1 sent to the analyzer at %2")
-            .arg(count, QTime::currentTime().toString(QStringLiteral("HH:mm"))));
-  }
+  const QString time = QTime::currentTime().toString(QStringLiteral("HH:mm"));
+  if (place) say(QStringLiteral("%1 sent to the analyzer at %2 (%3)").arg(count, time, *place));
 }
 
 /// Shows all records afterwards, so that the new ones are in sight whatever was searched for before.

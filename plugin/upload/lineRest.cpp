@@ -30,3 +30,8 @@ std::chrono::milliseconds restLeft(const std::string& target, std::chrono::milli
   if (found == brokenOff().times.end()) return std::chrono::milliseconds(0);
   return std::chrono::ceil<std::chrono::milliseconds>(found->second + rest - Tclock::now());
 }
+
+void forgetBrokenOff() {
+  const std::lock_guard lock(brokenOff().mutex);
+  brokenOff().times.clear();
+}

@@ -13,6 +13,7 @@
 #include "support/modalDialog.h"
 #include "upload/greeting.h"
 #include "upload/progress.h"
+#include "upload/uploadAdvice.h"
 #include "upload/uploadMessages.h"
 #include "upload/waiting.h"
 
@@ -68,21 +69,29 @@ void logStart(const TuploadCommStruct& upload) {
           ", number of records: " + std::to_string(upload.entries->size()));
 }
 
+/// Returns the analyzer's place.
+QString logSuccess(const TuploadCommStruct& upload) {
+  const std::string place = placeOf(transportOf(upload));
+  logInfo("upload completed: " + place + ", number of records: " + std::to_string(upload.entries->size()));
+  return QString::fromStdString(place);
+}
+
 }  // namespace
 
-bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
-                   const QString& warning) {
-  if (TfrmWaiting::showOpen()) return false;
+std::optional<QString> uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
+                                     const QString& warning) {
+  if (TfrmWaiting::showOpen()) return std::nullopt;
   const QPointer<QWidget> self(owner);
   try {
     const auto choice = chooseConnection(owner, hostSettings, warning);
-    if (!choice) return false;
+    if (!choice) return std::nullopt;
     const auto work = QSharedPointer<TuploadWork>::create(*choice, records);
     logStart(work->upload);
-    return greetAnalyzer(work, owner) && !self.isNull() && transferWithProgress(work, owner);
+    if (!greetAnalyzer(work, owner) || self.isNull() || !transferWithProgress(work, owner)) return std::nullopt;
+    return logSuccess(work->upload);
   } catch (...) {
     logCaught("upload");
     if (!self.isNull()) showMessage(owner, internalError);
   }
-  return false;
+  return std::nullopt;
 }

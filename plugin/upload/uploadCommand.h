@@ -1,17 +1,18 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 class QWidget;
 class TequipRecTable;
 class TiniFile;
 
 /// Runs the whole upload: lets the user choose the connection, exchanges the handshake with the analyzer, and sends a
-/// snapshot of all records behind the progress dialog. Every failure ends in one message box. Returns whether the
-/// analyzer has acknowledged everything.
+/// snapshot of all records behind the progress dialog. Every failure ends in one message box. Returns the analyzer's
+/// place ("192.168.1.20", "COM5", "USB") when it has acknowledged everything, otherwise nothing.
 ///
 /// `owner` may be destroyed at any time: the upload then ends without a message, its thread has ended when this
 /// function returns, and nothing of the owner is touched any more. `hostSettings` is the host's INI file.
 /// `warning` is what the user should know of the list before it goes; empty for nothing.
-bool uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
-                   const QString& warning = {});
+std::optional<QString> uploadRecords(QWidget* owner, const TequipRecTable& records, const TiniFile& hostSettings,
+                                     const QString& warning = {});

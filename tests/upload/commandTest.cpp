@@ -11,6 +11,7 @@
 #include "tools/recordChanges.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
+#include "upload/lineRest.h"
 #include "upload/uploadCommand.h"
 
 /// The Upload command from the choice of the connection to the end.
@@ -23,14 +24,16 @@ class TuploadCommandTest : public QObject {
   TmessageRecorder messages_;
   std::unique_ptr<QWidget> owner_;
   TequipRecTable records_;
+  std::optional<QString> place_;
 
   void upload(const TdialogSteps& choice = clickIn("TcomSelectFrm", "btnConnect")) {
-    choice.during([this] { uploadRecords(owner_.get(), records_, settings_); });
+    choice.during([this] { place_ = uploadRecords(owner_.get(), records_, settings_); });
   }
 
  private slots:
   void initTestCase() { QVERIFY(loadStandInDriver()); }
   void init() {
+    forgetBrokenOff();
     owner_ = std::make_unique<QWidget>();
     append(records_, makeRecord({"A-1"}));
   }
@@ -44,6 +47,8 @@ class TuploadCommandTest : public QObject {
     const QByteArray log = linesOf(folder_ / "EquipmentRecord.log");
     QVERIFY(log.contains("upload starts: USB, USB device, number of records: 1\n") && !log.contains("A-1"));
     QVERIFY(log.contains("handshake completed after ") && log.contains("transfer completed after "));
+    QVERIFY(log.contains("upload completed: USB, number of records: 1\n"));
+    QCOMPARE(place_, std::optional(QStringLiteral("USB")));
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
     QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
     QVERIFY(bytesOf(folder_ / "QT484pc.ini").contains("DEFAULTCOMMMETHOD=1"));
@@ -55,6 +60,7 @@ class TuploadCommandTest : public QObject {
     QCOMPARE(messages_.takeCaptions(), QByteArrayList());
     upload();
     QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
+    QVERIFY(!place_);
     records_ = TequipRecTable(std::vector<TequipRec>(equipRecLimit));
     upload();
     QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
