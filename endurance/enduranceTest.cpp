@@ -2,13 +2,10 @@
 #include <random>
 
 #include "listUsers.h"
+#include "rounds.h"
 #include "tools/testList.h"
 
 namespace {
-
-int numberIn(const char* variable, int otherwise) {
-  return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable) : otherwise;
-}
 
 /// What a user does: opens the list, then steps at random, each as often as its letter is in `letters`. The list is
 /// opened again only where `opening` follows.
@@ -122,8 +119,8 @@ class TenduranceTest : public QObject {
     return text + outputs.join("\n---\n") + "\n---\n" + bytesOf(folder.path() / "EquipmentRecord.log");
   }
 
-  int rounds_ = numberIn("EQREC_ROUNDS", 15);
-  int firstSeed_ = numberIn("EQREC_SEED", 1);
+  int rounds_ = proofRounds();
+  int firstSeed_ = static_cast<int>(proofSeed());
 };
 EQREC_TEST(TenduranceTest);
 

@@ -1,14 +1,9 @@
 #include <QMap>
 #include <QTest>
-#include <QThread>
-#include <atomic>
 #include <chrono>
 
-#include "tools/analyzerProcess.h"
-#include "tools/testFiles.h"
+#include "tools/analyzerLink.h"
 #include "tools/testList.h"
-#include "tools/testPlatform.h"
-#include "upload/transfer.h"
 
 namespace {
 
@@ -71,48 +66,10 @@ unsigned timeOutFor(const QString& fault, char outcome) {
   return outcome == 't' ? shortTimeOut : longTimeOut;
 }
 
-/// Cancels at a point in time.
-class Tview final : public TtransferView {
- public:
-  Tclock::time_point cancelAt = Tclock::time_point::max();
-
-  bool isCancelled() const override { return Tclock::now() >= cancelAt; }
-  void showOperation(const char*) override {}
-  void showProgress(int) override {}
-};
-
-/// The simulated analyzer on one kind of link.
-class TanalyzerLink {
- public:
-  TanalyzerLink(char link, const QString& fault, unsigned timeOut)
-      : link_(link),
-        analyzer_(optionsOf(link) + QStringList{QStringLiteral("--blocks"), QString::number(blocks),
-                                                QStringLiteral("--timeout"), QString::number(timeOut),
-                                                QStringLiteral("--fault"), fault}) {
-    if (link == 'u') qputenv("QT484_USB", QByteArray::number(analyzer_.port()));
-  }
-
-  TanalyzerProcess& analyzer() { return analyzer_; }
-
-  TuploadTransport transport() const {
-    const std::vector<TuploadEntry> none;
-    const auto method = static_cast<TcommMethod>(std::string_view("uts").find(link_));
-    TuploadTransport transport = transportOf(TuploadCommStruct(method, 3, {127, 0, 0, 1}, none));
-    if (link_ == 't') std::get<TethernetParameters>(transport.parameters).port = analyzer_.port();
-    return transport;
-  }
-
- private:
-  QStringList optionsOf(char link) {
-    if (link == 't') return {QStringLiteral("--tcp"), QStringLiteral("0")};
-    if (link == 'u') return {QStringLiteral("--usb"), QStringLiteral("0")};
-    return {QStringLiteral("--serial"), linkOfPort3(folder_)};
-  }
-
-  char link_;
-  TtestFolder folder_;
-  TanalyzerProcess analyzer_;
-};
+QStringList optionsOf(const QString& fault, unsigned timeOut) {
+  return {QStringLiteral("--blocks"), QString::number(blocks),   QStringLiteral("--timeout"),
+          QString::number(timeOut),   QStringLiteral("--fault"), fault};
+}
 
 }  // namespace
 
@@ -121,39 +78,23 @@ class TfaultMatrixTest : public QObject {
   Q_OBJECT
 
  private:
-  TcommStruct resources_;
-  Tview view_;
-  bool greeted_ = false;
-  QByteArray advice_;
+  Tuploader uploader_;
 
-  /// Exchanges the handshake and then sends three records on a worker thread. Returns the message's text, empty after
-  /// success.
+  /// Sends three records. Returns the message's text, empty after success.
   QByteArray upload(const TuploadTransport& transport, unsigned timeOut, std::chrono::milliseconds rest = {}) {
-    const TtransferSettings settings = {timeOut, uploadBlockSize, rest};
-    const auto failure = greet(transport, resources_, view_, settings);
-    greeted_ = !failure;
-    advice_ = failure ? QByteArray::fromStdString(failure->advice) : QByteArray();
-    if (failure) return failure->text;
     const std::vector<TuploadEntry> entries = {makeUploadEntry("A-1", 1), makeUploadEntry("A-2", 500),
                                                makeUploadEntry("A-3", 20)};
     TuploadCommStruct data(TcommMethod::usb, 1, {}, entries);
     data.image.resize(blocks * uploadBlockSize);
-    TtransferResult result;
-    std::atomic<bool> ended = false;
-    const std::unique_ptr<QThread> worker(QThread::create([&] {
-      result = transferImage(data.image, transport, resources_, view_, settings);
-      ended.store(true, std::memory_order_release);
-    }));
-    worker->start();
-    worker->wait();
-    if (!ended.load(std::memory_order_acquire)) return "not ended";
-    if (result.message) advice_ = QByteArray::fromStdString(result.message->advice);
-    return result.message ? QByteArray(result.message->text) : QByteArray(result.completed ? "" : "silently ended");
+    const TcommOutcome failure = uploader_.upload(data.image, transport, {timeOut, uploadBlockSize, rest});
+    advice_ = failure ? QByteArray::fromStdString(failure->advice) : QByteArray();
+    return failure ? QByteArray(failure->text) : QByteArray();
   }
+  QByteArray advice_;
 
  private slots:
   void initTestCase() { QVERIFY(loadStandInDriver()); }
-  void init() { view_ = {}; }
+  void init() { uploader_.cancelAt = Tuploader::never; }
 
   void eachFaultHasItsOutcome_data() {
     QTest::addColumn<char>("link");
@@ -176,19 +117,19 @@ class TfaultMatrixTest : public QObject {
     QFETCH(std::size_t, place);
     QFETCH(char, outcome);
     const unsigned timeOut = timeOutFor(fault, outcome);
-    TanalyzerLink far(link, fault, timeOut);
+    TanalyzerLink far(link, optionsOf(fault, timeOut));
     const auto handlesBefore = openHandles();
     const auto begin = Tclock::now();
     QCOMPARE(upload(far.transport(), timeOut), textOf(outcome));
     const auto elapsed = Tclock::now() - begin;
-    QCOMPARE(greeted_, place > 0 || outcome == 's');
+    QCOMPARE(uploader_.isGreeted(), place > 0 || outcome == 's');
     QCOMPARE(advice_.isEmpty(), outcome == 's');
     const bool goesOn = fault.startsWith(u"surplus") || fault.startsWith(u"ack-close");
     QVERIFY2(outcome == 's' || advice_.endsWith(heldAfter(place).mid(goesOn ? heldAfter(place).indexOf("5 b") : 0)),
              advice_);
     QVERIFY(outcome != 't' || elapsed >= std::chrono::milliseconds(timeOut));
     QVERIFY(elapsed < std::chrono::milliseconds(longTimeOut));
-    QVERIFY(!resources_.isInUse());
+    QVERIFY(!uploader_.isInUse());
     QTRY_VERIFY(openHandles() <= handlesBefore);
     if (outcome != 's') {
       if (place > 0) far.analyzer().waitFor("closed");
@@ -205,10 +146,10 @@ class TfaultMatrixTest : public QObject {
 
   void uploadAfterACancelStartsClean() {
     for (const char link : {'t', 's', 'u'}) {
-      TanalyzerLink far(link, QStringLiteral("resume@3"), 2 * shortTimeOut);
-      view_.cancelAt = Tclock::now() + std::chrono::milliseconds(150);
+      TanalyzerLink far(link, optionsOf(QStringLiteral("resume@3"), 2 * shortTimeOut));
+      uploader_.cancelAt = Tclock::now() + std::chrono::milliseconds(150);
       QCOMPARE(upload(far.transport(), longTimeOut), "Operation Cancelled.");
-      view_ = {};
+      uploader_.cancelAt = Tuploader::never;
       // Without a rest the handshake belongs to the block.
       QCOMPARE(upload(far.transport(), shortTimeOut), textOf('t'));
       QCOMPARE(far.analyzer().waitFor("taken"), QByteArray("taken for the rest of a block: 5 bytes"));
@@ -222,11 +163,11 @@ class TfaultMatrixTest : public QObject {
         auto took = Tclock::duration::max();
         // Once in several attempts is enough: the machine may be busy.
         for (int attempt = 0; attempt < 3 && took > std::chrono::milliseconds(150); ++attempt) {
-          TanalyzerLink far(link, QStringLiteral("silence@") + QLatin1String(place), longTimeOut);
-          view_.cancelAt = Tclock::now() + std::chrono::milliseconds(250);
+          TanalyzerLink far(link, optionsOf(QStringLiteral("silence@") + QLatin1String(place), longTimeOut));
+          uploader_.cancelAt = Tclock::now() + std::chrono::milliseconds(250);
           QCOMPARE(upload(far.transport(), 2 * longTimeOut), "Operation Cancelled.");
-          took = Tclock::now() - view_.cancelAt;
-          QVERIFY(!resources_.isInUse());
+          took = Tclock::now() - uploader_.cancelAt;
+          QVERIFY(!uploader_.isInUse());
         }
         QVERIFY2(took <= std::chrono::milliseconds(150), QByteArray(1, link) + " at " + place);
       }
