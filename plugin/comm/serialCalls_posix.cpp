@@ -115,8 +115,10 @@ class TposixSerialCalls final : public TserialCalls {
   }
 
   bool close(Thandle port) override {
-    const std::lock_guard lock(mutex_);
-    timeouts_.erase(port);
+    {
+      const std::lock_guard lock(mutex_);
+      timeouts_.erase(port);
+    }
     return ::close(static_cast<int>(port)) == 0;
   }
 

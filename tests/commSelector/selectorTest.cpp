@@ -58,6 +58,12 @@ struct TselectorFixture {
   void open(const QList<int>& free, int slow = 0) {
     computer = std::make_shared<Tports>(free, slow);
     openOn(computer);
+    const auto isFound = [slow](int number) { return slow == 0 || number < slow; };
+    const auto found = std::count_if(free.begin(), free.end(), isFound);
+    const int stored = TconnectionSettings::load(TiniFile(folder / "q.ini")).serialPort;
+    const bool isSought = slow > 0 && stored > 0 && !(free.contains(stored) && isFound(stored));
+    QTRY_COMPARE(ports()->count(), std::max<int>(1, static_cast<int>(found) + (isSought ? 1 : 0)));
+    if (slow == 0) QTRY_VERIFY(!ports()->currentText().endsWith(QStringLiteral("earching...")));
   }
   void openOn(const std::shared_ptr<Tports>& on) {
     const TportCalls calls = {[on](int number) { return on->canOpen(number); },
@@ -282,6 +288,7 @@ class TselectorTest : public QObject {
     QVERIFY(f.note().isEmpty());
     f.computer->gate.release(2);
     QTRY_COMPARE(f.method(), "0 COM200 2");
+    QVERIFY(f.control<QWidget>("btnConnect")->isEnabled());
     f.click("radSerial");
     f.press(Qt::Key_Return);
     QTRY_VERIFY(f.form->isHidden());
@@ -295,7 +302,6 @@ class TselectorTest : public QObject {
     f.press(Qt::Key_Return);
     QVERIFY(f.form->isHidden() && f.form->result() == QDialog::Accepted);
     f.openOn(std::make_shared<Tports>(QList<int>{200}, 0));
-    QTest::qWait(300);
     QCOMPARE(f.method(), "0 COM200, searching... 1");
     f.computer->gate.release();
     QTRY_COMPARE(f.method(), "0 COM200 1");

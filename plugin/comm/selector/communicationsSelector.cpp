@@ -196,14 +196,12 @@ void TcomSelectFrm::waitToConnect(int port) {
   showNote();
 }
 
-/// Searches again, because the search may have been stopped.
+/// Searches again where the search was stopped for the connection.
 void TcomSelectFrm::waitNoMore() {
-  if (connectTo_) {
-    connectTo_.reset();
-    ui_->btnConnect->setEnabled(true);
-    search_.emplace(calls_);
-  }
-  showNote();
+  connectTo_.reset();
+  ui_->btnConnect->setEnabled(true);
+  if (search_->isStopped()) search_.emplace(calls_);
+  showPorts();
 }
 
 void TcomSelectFrm::done(int result) {

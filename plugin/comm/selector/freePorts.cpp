@@ -93,6 +93,10 @@ void TfreePortSearch::stop() {
   run_->set(&TportSearchRun::stopped_);
 }
 
+bool TfreePortSearch::isStopped() const {
+  return run_->waitFor(&TportSearchRun::stopped_, {});
+}
+
 bool TfreePortSearch::waitForEnd(milliseconds atMost) const {
   return run_->waitFor(&TportSearchRun::ended_, atMost);
 }

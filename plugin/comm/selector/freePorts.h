@@ -60,6 +60,7 @@ class TfreePortSearch {
   bool waitUntilComplete(std::chrono::milliseconds atMost) const;
 
   void stop();
+  bool isStopped() const;
   /// Waits for `atMost` until a stopped search has ended; false if it is still running. After its end no port is open.
   bool waitForEnd(std::chrono::milliseconds atMost) const;
 

@@ -9,7 +9,7 @@ using Tclock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds betweenLooks(250);
-constexpr milliseconds quickAnswer(50);
+constexpr milliseconds quickAnswer(200);
 
 }  // namespace
 
