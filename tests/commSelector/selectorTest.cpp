@@ -229,7 +229,7 @@ class TselectorTest : public QObject {
         TselectorFixture f(onSerial);
         f.open({3, 5, 200}, slow);
         act(f);
-        QCOMPARE(f.method(), during);
+        QTRY_COMPARE(f.method(), during);
         if (closes) {
           f.press(Qt::Key_Escape);
           QVERIFY(f.form->isHidden());
@@ -319,6 +319,7 @@ class TselectorTest : public QObject {
     QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM5 2", 1000);
     f.computer->set({}, {});
     QTRY_COMPARE_WITH_TIMEOUT(f.method(), "0 <No Free Ports> 1", 1000);
+    QVERIFY(f.address().endsWith("radUSB"));
     f.computer->set({9, 200}, {9, 200});
     QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM200 2", 1000);
     QCOMPARE(f.computer->tried.count(5), 2);  // never while it was listed

@@ -73,17 +73,20 @@ void TcomSelectFrm::connectControls() {
 }
 
 /// Checks the wanted method's button, or USB where there is no port, and moves the focus to it if another method's
-/// button has it.
+/// button has it: before that is disabled, which would move the focus elsewhere.
 void TcomSelectFrm::showMethod() {
+  const bool hasPorts = !found_.complete || items_.front().connectable;
+  if (hasPorts) ui_->radSerial->setEnabled(true);
   QRadioButton* button = ui_->radUSB;
   if (wantedMethod_ == TcommMethod::ethernet) button = ui_->radEthernet;
-  if (wantedMethod_ == TcommMethod::serial && ui_->radSerial->isEnabled()) button = ui_->radSerial;
+  if (wantedMethod_ == TcommMethod::serial && hasPorts) button = ui_->radSerial;
   if (!button->isChecked()) {
     const QWidget* focus = focusWidget();
     const bool onMethod = focus == nullptr || qobject_cast<const QRadioButton*>(focus) != nullptr;
     button->setChecked(true);
     if (onMethod) button->setFocus();
   }
+  ui_->radSerial->setEnabled(hasPorts);
   enableFields();
 }
 
@@ -102,7 +105,6 @@ void TcomSelectFrm::showPorts() {
   const int shown = ui_->serialPortSelector->currentData().toInt();
   items_ = portItems(found_, stored_.serialPort);
   fillPortList(*ui_->serialPortSelector, items_);
-  ui_->radSerial->setEnabled(!found_.complete || items_.front().connectable);
   selectPort(shown);
   showMethod();
   showNote();
