@@ -65,6 +65,7 @@ void TcomSelectFrm::showListWarning(const QString& text) {
 void TcomSelectFrm::connectControls() {
   for (const QRadioButton* button : {ui_->radUSB, ui_->radEthernet, ui_->radSerial}) {
     connect(button, &QRadioButton::clicked, this, &TcomSelectFrm::radMethodClick);
+    connect(button, &QRadioButton::toggled, this, &TcomSelectFrm::enableFields);  // a screen reader does not click
   }
   connect(ui_->serialPortSelector, &QComboBox::activated, this, &TcomSelectFrm::serialPortSelectorActivated);
   connect(ui_->btnConnect, &QPushButton::clicked, this, &TcomSelectFrm::btnConnectClick);
