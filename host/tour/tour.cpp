@@ -6,6 +6,7 @@
 
 #include "host/tour/fitCheck.h"
 #include "host/tour/listFolders.h"
+#include "host/tour/pictureFile.h"
 
 namespace {
 
@@ -66,7 +67,7 @@ void Ttour::picture(QWidget* window, const QString& name) {
   QString misfit;
   const bool fits = QTest::qWaitFor([&] { return (misfit = misfitIn(window)).isEmpty(); }, layoutPatience);
   const QString path = pictureFolder_.filePath(name + QStringLiteral(".png"));
-  expect(window->grab().save(path), QStringLiteral("cannot write %1").arg(path));
+  expect(savePicture(window->grab().toImage(), path), QStringLiteral("cannot write %1").arg(path));
   expect(fits, misfit);
 }
 
