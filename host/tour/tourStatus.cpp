@@ -26,7 +26,7 @@ QString Ttour::findNothing() {
   frame().press(Qt::Key_F, Qt::ControlModifier);
   frame().type(QStringLiteral("no such device"));
   frame().press(Qt::Key_Return);
-  const QString said = status();
+  QString said = status();
   expect(said.startsWith(QStringLiteral("0 of ")), QStringLiteral("the line says: ") + said);
   picture(frame().window(), QStringLiteral("frame-nothing-found"));
   frame().press(Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
@@ -36,7 +36,7 @@ QString Ttour::findNothing() {
 QString Ttour::showAttention() {
   const int all = rows();
   auto* link = frame().control<QLabel>(QStringLiteral("lblAttention"));
-  const QString said = link->accessibleName();
+  QString said = link->accessibleName();
   frame().tabTo(link);
   frame().press(Qt::Key_Return);
   expect(rows() < all && said.startsWith(QString::number(rows())), QStringLiteral("%1 rows").arg(rows()));
@@ -73,7 +73,7 @@ QString Ttour::changeRecords() {
         picture(change.window(), QStringLiteral("change"));
         change.press(Qt::Key_Return);
       });
-  const QString said = status();
+  QString said = status();
   expect(said.endsWith(QStringLiteral("3 records changed")), QStringLiteral("the line says: ") + said);
   picture(frame().window(), QStringLiteral("frame-changed"));
   frame().press(Qt::Key_Z, Qt::ControlModifier);
@@ -84,7 +84,7 @@ QString Ttour::scanNumber() {
   const QString number = cellText(grid(), rows() - 1, controlNumColumn);
   frame().tabTo(grid());
   frame().type(number);
-  const QString typed = status();
+  QString typed = status();
   whileDialogIsOpen(
       QStringLiteral("TfrmEqRecEditor"), [this] { frame().press(Qt::Key_Return); },
       [&](const TuserHands& editor) {

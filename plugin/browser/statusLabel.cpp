@@ -48,7 +48,7 @@ void TlinkLabel::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) setLink(accessibleName());
 }
 
-/// A label itself follows a link only once a second Tab has selected it.
+/// A label's own way with keys would select the link only with a second Tab.
 void TlinkLabel::keyPressEvent(QKeyEvent* event) {
   const bool follows = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
   if (!follows) return QLabel::keyPressEvent(event);

@@ -35,6 +35,5 @@ class TlinkLabel : public QLabel {
  protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  bool focusNextPrevChild(bool next) override { return QFrame::focusNextPrevChild(next); }
   void paintEvent(QPaintEvent* event) override;
 };

@@ -1,6 +1,7 @@
 #include "support/fitToScreen.h"
 
 #include <QAbstractButton>
+#include <QEvent>
 #include <QMessageBox>
 #include <QPointer>
 #include <QScreen>
