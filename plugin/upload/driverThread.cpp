@@ -29,5 +29,8 @@ void TdriverThread::end(std::unique_ptr<TdriverThread> thread) {
   }
   logFailure("a driver does not return: the thread of the upload is left to the end of the process");
   keepModule();
+  // Should the driver return after all, the thread is deleted like any other.
+  connect(thread.get(), &QThread::finished, thread.get(), &QObject::deleteLater);
+  if (thread->isFinished()) thread->deleteLater();
   static_cast<void>(thread.release());
 }

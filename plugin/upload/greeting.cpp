@@ -15,8 +15,8 @@ constexpr std::chrono::milliseconds withoutWindow(500);
 
 class TgreetingThread final : public TdriverThread {
  public:
-  TgreetingThread(TuploadTransport transport, TcommStruct& resources, QWidget* boxOwner)
-      : TdriverThread(boxOwner), transport_(std::move(transport)), resources_(resources) {}
+  TgreetingThread(const TuploadTransport& transport, TcommStruct& resources, QWidget* boxOwner)
+      : TdriverThread(boxOwner), transport_(transport), resources_(resources) {}
 
  private:
   TtransferResult exchange() override {

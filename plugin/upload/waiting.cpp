@@ -1,5 +1,6 @@
 #include "upload/waiting.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 
 #include "ui_waiting.h"
@@ -22,6 +23,7 @@ TfrmWaiting::TfrmWaiting(std::unique_ptr<TworkerDialog> dialog, QWidget* parent)
   const TdriverThread& worker = dialog->worker();
   connect(&worker, &TdriverThread::exchangeEnded, this, &QWidget::hide);
   connect(&worker, &QThread::finished, this, &QObject::deleteLater);
+  connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &QObject::deleteLater);
   dialog->setParent(this, dialog->windowFlags());
   if (!worker.isRunning()) deleteLater();  // it has just ended
   static_cast<void>(dialog.release());     // a child now

@@ -11,8 +11,9 @@ class TfrmWaiting;
 /// Tells the user that a cancelled upload has not ended yet, because a driver does not return. The host and its windows
 /// take input meanwhile.
 ///
-/// Owns the closed dialog of the upload, with its worker. Deletes itself when the worker has ended. Destroying it
-/// earlier, with its parent, ends the worker as destroying the dialog does. Lives on the user-interface thread.
+/// Owns the closed dialog of the upload, with its worker. Deletes itself when the worker has ended, or when the
+/// application quits. Destroying it before the worker has ended, also with its parent, ends the worker as destroying
+/// the dialog does. Lives on the user-interface thread.
 class TfrmWaiting final : public QDialog {
   Q_OBJECT
 
