@@ -12,7 +12,7 @@ namespace {
 using std::chrono::milliseconds;
 using Tclock = Tuploader::Tclock;
 
-constexpr unsigned timeOut = 1000;  // ms, of the host
+constexpr unsigned timeOut = uploadTimeOut;  // ms, of the host
 constexpr milliseconds longest(4 * timeOut);
 
 /// A number from one of the system's tables about this process, in its unit; 0 where there is none.
@@ -25,19 +25,12 @@ long statusOf(const QByteArray& name) {
   return 0;
 }
 
-/// Places of the analyzer's answers at which a fault can be played, a block's number among them.
 QString randomFault(std::mt19937& random, char link) {
-  static const QByteArrayList anywhere = {"silence", "half", "split",    "wrong",         "wrong-end", "stale",
-                                          "surplus", "late", "too-late", "blocked-write", "noise",     "resume"};
-  QByteArrayList kinds = anywhere;
-  if (link == 't')
-    kinds << "close"
-          << "ack-close"
-          << "reset";
-  if (link == 's') kinds << "unplug";
-  if (link == 'u')
-    kinds << "unplug"
-          << "short-write";
+  QByteArrayList kinds = {"silence", "half", "split",    "wrong",         "wrong-end", "stale",
+                          "surplus", "late", "too-late", "blocked-write", "noise",     "resume"};
+  if (link == 't') kinds += QByteArrayList{"close", "ack-close", "reset"};
+  if (link == 's') kinds += QByteArrayList{"unplug"};
+  if (link == 'u') kinds += QByteArrayList{"unplug", "short-write"};
   const QByteArray kind = kinds[static_cast<qsizetype>(random() % static_cast<unsigned>(kinds.size()))];
   const unsigned place = random() % (uploadBlockCount + 2);
   const QByteArray where = place == 0   ? QByteArray("command")

@@ -92,8 +92,8 @@ int TDataCommClass::lost(const char* operation) {
 
 /// Without a buffer of its own the socket learns only by reading that the other side has ended the connection.
 void TDataCommClass::noticeEnd() {
-  char byte = 0;
-  connected_->peek(&byte, 1);
+  char next = 0;
+  connected_->peek(&next, 1);
 }
 
 void TDataCommClass::socketConnect(QTcpSocket* socket) {

@@ -51,7 +51,7 @@ class Tuploader final : public TtransferView {
   /// Exchanges the handshake, then sends the image on a worker thread. Nothing after success.
   TcommOutcome upload(const std::vector<std::uint8_t>& image, const TuploadTransport& transport,
                       const TtransferSettings& settings) {
-    const TcommOutcome failure = greet(transport, resources_, *this, settings);
+    TcommOutcome failure = greet(transport, resources_, *this, settings);
     greeted_ = !failure;
     if (failure) return failure;
     TtransferResult result;
