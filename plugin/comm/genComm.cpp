@@ -216,10 +216,13 @@ bool TDataCommClass::isLost() const {
   return serialLost_ || (connected_ && connected_->state() != QAbstractSocket::ConnectedState);
 }
 
-void TDataCommClass::pumpMessages() {
+bool TDataCommClass::isOnUserInterfaceThread() {
   const QCoreApplication* application = QCoreApplication::instance();
-  if (!application || QThread::currentThread() != application->thread()) return;
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  return application && QThread::currentThread() == application->thread();
+}
+
+void TDataCommClass::pumpMessages() {
+  if (isOnUserInterfaceThread()) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void TDataCommClass::show(const TmessageText& message) {

@@ -138,6 +138,7 @@ class TDataCommClass : public TgenericCommmunicationsModule {
   void startConnecting(const TethernetParameters& parameters);
   void awaitConnection();
   void requireNotRefused() const;
+  static bool isOnUserInterfaceThread();
   int lost(const char* operation);
   void noticeEnd();
   void closeTransport();

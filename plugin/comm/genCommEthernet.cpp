@@ -61,9 +61,12 @@ void TDataCommClass::startConnecting(const TethernetParameters& parameters) {
   socket->setProxy(QNetworkProxy::NoProxy);
   pumpMessages();
   state_ = TcommState::connecting;
-  // A buffer would cost more than the exchange itself: it makes the socket wake its event loop at each read and write.
+  // On a worker thread a buffer would cost more than the exchange itself: the socket would wake an event loop that
+  // nobody runs at each read and write. Where one runs, a socket without a buffer keeps it busy with what is not read
+  // yet.
+  const QIODevice::OpenMode buffering = isOnUserInterfaceThread() ? QIODevice::NotOpen : QIODevice::Unbuffered;
   socket->connectToHost(QString::fromStdString(parameters.address()), static_cast<quint16>(parameters.port),
-                        QIODevice::ReadWrite | QIODevice::Unbuffered);
+                        QIODevice::ReadWrite | buffering);
 }
 
 /// Waits in the event loop: the socket's own wait would give up connecting after the first slot.

@@ -33,7 +33,7 @@ class ThostProgramTest : public QObject {
     QDir::setCurrent(nameOf(folder.path()));
     qputenv("QT_SCALE_FACTOR", scale);
     qputenv("QT_QPA_PLATFORM", platform);
-    const Tended ended = runProgram(QStringLiteral(EQREC_HOST),
+    const Tended ended = runProgram(QCoreApplication::applicationDirPath() + QStringLiteral("/qt484-host"),
                                     QStringList{QStringLiteral("--tour"), nameOf(folder / "pictures")} + look);
     QDir::setCurrent(QDir::rootPath());
     QVERIFY2(ended.status == 0, ended.printed.constData());
