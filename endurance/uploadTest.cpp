@@ -54,7 +54,7 @@ class TuploadEnduranceTest : public QObject {
   Q_OBJECT
 
  private:
-  const TtestFolder folder_;
+  TtestFolder folder_;
   const std::filesystem::path saved_ = folder_ / "image";
   Tuploader uploader_;
 
