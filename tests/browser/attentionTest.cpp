@@ -71,9 +71,9 @@ class TattentionTest : public QObject {
       TframeFixture f;
       writeRecords(f.folder.path(), ids, QByteArrayList(ids.size(), "x"));
       f.open();
-      whenOpen("TcomSelectFrm", [&](QWidget* selector) {
+      whenOpen("TcomSelectFrm", [warning = QString::fromLatin1(warning)](QWidget* selector) {
         const auto* line = control<QLabel>(selector, "lblListWarning");
-        QCOMPARE(line->text(), QString::fromLatin1(warning));
+        QCOMPARE(line->text(), warning);
         QCOMPARE(line->isVisible(), !line->text().isEmpty());
         click(selector, "btnCancel");
       }).during([&] { f.click("BtnUpload"); });
