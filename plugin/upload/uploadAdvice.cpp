@@ -66,8 +66,7 @@ std::string onNoDevice(const std::string& reason, Tstep step) {
   }
   if (step != Tstep::opening) return "The analyzer was unplugged or switched off.";
   return "The USB driver found no analyzer. Check the cable, and that the analyzer is on. If it is, close other "
-         "programs "
-         "that use it.";
+         "programs that use it.";
 }
 
 std::string whatHappened(const TcommFailure& failure, const TuploadTransport& transport, const TuploadReach& reach) {

@@ -30,6 +30,15 @@ auto startSignals() {
   });
 }
 
+/// The far end of a pseudo-terminal whose near end is COM3; -1 where there is none.
+int openFarEnd(const TtestFolder& folder) {
+  const int farEnd = posix_openpt(O_RDWR | O_NOCTTY);
+  if (farEnd < 0 || grantpt(farEnd) != 0 || unlockpt(farEnd) != 0) return -1;
+  std::filesystem::create_symlink(ptsname(farEnd), folder / "com3");
+  qputenv("QT484_PORTS", QByteArray(folder.path().c_str()));
+  return farEnd;
+}
+
 }  // namespace
 
 /// The system's serial port calls on a pseudo-terminal.
@@ -39,10 +48,8 @@ class TserialCallsTest : public QObject {
  private slots:
   void signalsShortenNoWait() {
     const TtestFolder folder;
-    const int farEnd = posix_openpt(O_RDWR | O_NOCTTY);
-    QVERIFY(grantpt(farEnd) == 0 && unlockpt(farEnd) == 0);
-    std::filesystem::create_symlink(ptsname(farEnd), folder / "com3");
-    qputenv("QT484_PORTS", QByteArray(folder.path().c_str()));
+    const int farEnd = openFarEnd(folder);
+    QVERIFY(farEnd >= 0);
     TserialCalls& calls = systemSerialCalls();
     const auto port = calls.open("COM3");
     QVERIFY(calls.setTimeouts(port, {15, 0, 150, 0, 150}));
@@ -65,10 +72,8 @@ class TserialCallsTest : public QObject {
 
   void discardingLeavesNothingToRead() {
     const TtestFolder folder;
-    const int farEnd = posix_openpt(O_RDWR | O_NOCTTY);
-    QVERIFY(grantpt(farEnd) == 0 && unlockpt(farEnd) == 0);
-    std::filesystem::create_symlink(ptsname(farEnd), folder / "com3");
-    qputenv("QT484_PORTS", QByteArray(folder.path().c_str()));
+    const int farEnd = openFarEnd(folder);
+    QVERIFY(farEnd >= 0);
     TserialCalls& calls = systemSerialCalls();
     const auto port = calls.open("COM3");
     std::uint32_t waiting = 0;

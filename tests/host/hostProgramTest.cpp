@@ -17,9 +17,9 @@ class ThostProgramTest : public QObject {
     QTest::newRow("usual texts and screen") << QByteArray("1") << QByteArray("offscreen") << QStringList();
     QTest::newRow("large texts, small screen")
         << QByteArray("1") << small << QStringList{QStringLiteral("--points"), QStringLiteral("24")};
-    QTest::newRow("dark, magnified, no mouse")
-        << QByteArray("2") << small
-        << QStringList{QStringLiteral("--points"), QStringLiteral("12"), QStringLiteral("--dark")};
+    QTest::newRow("dark, magnified, no mouse") << QByteArray("2") << small
+                                               << QStringList{QStringLiteral("--points"), QStringLiteral("12"),
+                                                              QStringLiteral("--dark"), QStringLiteral("--keyboard")};
   }
 
   /// The tour also checks that each window fits its screen, and each text its control.
