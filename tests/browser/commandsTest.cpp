@@ -4,6 +4,8 @@
 #include <QTest>
 
 #include "browser/frameFixture.h"
+#include "browser/optionsForm.h"
+#include "support/iniFile.h"
 #include "tools/testList.h"
 
 namespace {
@@ -54,6 +56,43 @@ class TcommandsTest : public QObject {
     QCOMPARE(f.messages.takeCaptions().size(), 1);
     f.click("BtnExit");
     QCOMPARE(f.data(), "");
+  }
+
+  void heldKeyIsOnePress() {
+    TopenFrame f;
+    const auto send = [&](QEvent::Type type, bool isRepeated) {
+      QKeyEvent key(type, Qt::Key_Delete, Qt::NoModifier, {}, isRepeated);
+      QCoreApplication::sendEvent(f.grid(), &key);
+    };
+    for (const bool isRepeated : {false, true, true}) {
+      send(QEvent::KeyPress, isRepeated);
+      send(QEvent::KeyRelease, true);
+    }
+    QCOMPARE(f.messages.takeCaptions(), {});
+    send(QEvent::KeyRelease, false);
+    QCOMPARE(f.messages.takeCaptions(), QByteArrayList{"Delete Records?"});
+  }
+
+  void tabGoesThroughTheFrameInOrder() {
+    TopenFrame f;
+    QStringList names;
+    for (const auto* first = f.frame->focusWidget(); names.isEmpty() || f.frame->focusWidget() != first;) {
+      names << f.frame->focusWidget()->objectName();
+      f.press(Qt::Key_Tab);
+    }
+    QCOMPARE(names.join(u' '),
+             QStringLiteral("tblEqRec btnAdd btnCopy btnDelete btnExport btnOptions btnPrint BtnUpload btnImport "
+                            "BtnHelp BtnExit txtDescSearch txtManufacturerSearch txtModelSearch txtGeneralSearch "
+                            "btnSearch btnClearSearch"));
+  }
+
+  void cancelledImportLeavesTheSearch() {
+    TopenFrame f;
+    f.search("txtDescSearch", QStringLiteral("alone"));
+    whenOpen("TEquipRecImportOptions", [](QWidget* form) { click(form, "BtnCancel"); }).during([&] {
+      f.click("btnImport");
+    });
+    QCOMPARE(f.column(1) + f.control("txtDescSearch")->text(), QStringLiteral("balone"));
   }
 
   void copySelectsTheCopies() {
@@ -118,12 +157,14 @@ class TcommandsTest : public QObject {
     f.click("btnRedo");
     QCOMPARE(f.selectedRows(), QList<int>({3}));
     whenOpen("TfrmEqRecEditor", [&](QWidget* editor) {
+      f.control("txtDescSearch")->setFocus();
       f.click("btnUndo");  // does nothing while an editor is open
       click(editor, "btnPrev");
       click(editor, "btnCancel");
     }).during([&] { f.press(Qt::Key_Return); });
     QCOMPARE(f.column(1), QStringLiteral("c a 2b NEW-1"));
     QCOMPARE(f.selectedRows(), QList<int>({2}));
+    QCOMPARE(f.frame->focusWidget(), f.grid());
   }
 
   void searchBoxKeepsItsOwnUndo() {
@@ -169,6 +210,21 @@ class TcommandsTest : public QObject {
     QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"Too Many Equipment Records", "Too Many Equipment Records"}));
   }
 
+  void optionsShowEachSetting() {
+    const std::initializer_list<const char*> names = {"Description", "Manufacturer", "Model",  "Title",
+                                                      "Custom1",     "Custom2",      "Custom3"};
+    for (const QByteArray shown : names) {
+      const TtestFolder folder;
+      QByteArray ini = "[DISPLAY]\n";
+      for (const QByteArray name : names) ini += name.toUpper() + (name == shown ? "=1\n" : "=0\n");
+      writeBytes(folder / "e.ini", ini);
+      const TfrmOptions form(TiniFile(folder / "e.ini"), nullptr);
+      for (const QByteArray name : names) {
+        QCOMPARE(control<QCheckBox>(&form, ("chk" + name).constData())->isChecked(), name == shown);
+      }
+    }
+  }
+
   void optionsChangeColumns() {
     TopenFrame f("[GRID]\nSORTCOL=6\nSORTASC=0\nCOL_2_WIDTH=140\n");
     const QByteArray before = f.ini();
@@ -177,6 +233,7 @@ class TcommandsTest : public QObject {
       click(options, "btnCancel");
     }).during([&] { f.click("btnOptions"); });
     QCOMPARE(f.ini(), before);
+    f.grid()->setColumnWidth(1, 99);
     whenOpen("TfrmOptions", [](QWidget* options) {
       click(options, "chkDescription");
       click(options, "chkCustom2");
@@ -198,6 +255,7 @@ class TcommandsTest : public QObject {
     }
     QCOMPARE(headings.join(u'|'),
              QStringLiteral("No.|Control Number|Manufacturer|Model|Test Procedure|Test Procedure Title|R&D"));
+    QCOMPARE(f.grid()->columnWidth(1), 99);
     QCOMPARE(f.grid()->columnWidth(2), 140);
     f.click("BtnExit");
     for (const char* line : {"DESCRIPTION=0\n", "CUSTOM2=1\n", "FIELD1NAME=\n", "FIELD2NAME=R&D\n", "SORTCOL=5\n"}) {

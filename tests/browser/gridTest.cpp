@@ -1,4 +1,5 @@
 #include <QHeaderView>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "browser/frameFixture.h"
@@ -50,6 +51,39 @@ class TgridTest : public QObject {
     const int before = f.grid()->columnWidth(1);
     QTest::keyClick(f.grid(), Qt::Key_Right, Qt::ControlModifier);
     QCOMPARE(f.grid()->columnWidth(1), before + 10);
+  }
+
+  /// The view paints only what the model reports as changed.
+  void everyCellAndHeadingIsReported() {
+    TopenFrame f;
+    const QAbstractItemModel* model = f.grid()->model();
+    QSignalSpy cells(model, &QAbstractItemModel::dataChanged);
+    QSignalSpy headings(model, &QAbstractItemModel::headerDataChanged);
+    f.pressHeading(1);
+    QCOMPARE(cells.takeLast().first(2), QVariantList({model->index(0, 0), model->index(2, 6)}));
+    QCOMPARE(headings.takeLast().mid(1), QVariantList({0, 6}));
+  }
+
+  void commandsScrollToTheirRows() {
+    TframeFixture f;
+    QByteArrayList texts;
+    for (int i = 0; i < 90; ++i) texts << "x" + QByteArray::number(i);
+    writeRecords(f.folder.path(), texts, texts);
+    f.open();
+    const auto isInSight = [&](int row) {
+      const QRect cell = f.grid()->visualRect(f.grid()->model()->index(row, 0));
+      return f.grid()->viewport()->rect().contains(cell);
+    };
+    f.search("txtDescSearch", QStringLiteral("x89"));
+    f.click("btnClearSearch");
+    QCOMPARE(f.selectedRows(), QList<int>({89}));
+    QVERIFY(isInSight(89) && !isInSight(0));
+    f.grid()->setFocus();
+    f.press(Qt::Key_Home, Qt::ControlModifier);
+    f.press(Qt::Key_Down, Qt::ShiftModifier);
+    QVERIFY(isInSight(0));
+    f.click("btnCopy");
+    QVERIFY(isInSight(90) && isInSight(91));
   }
 
   void draggingAnEdgeResizesWithoutSorting() {

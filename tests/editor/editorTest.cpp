@@ -252,6 +252,44 @@ class TeditorTest : public QObject {
     }
   }
 
+  void inputMethodReplacesText() {
+    for (const char* box : {"txtControlNum", "txtDescription"}) {
+      TeditorFixture f(1);
+      f.control<QWidget>(box)->setFocus();
+      f.press(Qt::Key_A, Qt::ControlModifier);
+      f.type(box, QString(300, u'a'));  // full
+      QInputMethodEvent commit;
+      commit.setCommitString(QStringLiteral("\""), -2, 2);
+      const auto before = f.text(box);
+      QApplication::sendEvent(f.control(box), &commit);
+      QCOMPARE(f.text(box), before.chopped(2) + QChar(0x201D));
+    }
+  }
+
+  void minimizingKeepsWhatIsTyped() {
+    TeditorFixture f(1);
+    f.type("txtModel", QStringLiteral("typed"));
+    f.clickListed(0);
+    QShowEvent shownAgain;
+    QSpontaneKeyEvent::setSpontaneous(&shownAgain);
+    qApp->notify(f.editor.get(), &shownAgain);
+    QCOMPARE(f.text("txtModel") + f.text("txtTestProcedure"), QStringLiteral("typed2 - Zoom"));
+    QCOMPARE(f.field(0, fieldModel), "");
+  }
+
+  void tabGoesThroughTheEditorInOrder() {
+    TeditorFixture f(1);
+    QStringList names;
+    for (const auto* first = f.editor->focusWidget(); names.isEmpty() || f.editor->focusWidget() != first;) {
+      names << f.editor->focusWidget()->objectName();
+      f.press(Qt::Key_Tab);
+    }
+    QCOMPARE(names.join(u' '),
+             QStringLiteral("txtControlNum txtManufacturer txtModel txtDescription txtCustom1 txtCustom2 txtCustom3 "
+                            "txtTestProcedure txtTestProcSearch btnSearch btnClearSearch lstTestProc btnPrev btnNext "
+                            "btnOk btnCancel"));
+  }
+
   void everyByteSurvives() {
     TeditorFixture f(1);
     for (int byte = 1; byte < 256; ++byte) {

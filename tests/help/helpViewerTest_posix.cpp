@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <functional>
 
@@ -34,6 +35,16 @@ void clickLink(const QString& target) {
   page()->setTextCursor(cursor);
   page()->ensureCursorVisible();
   QTest::mouseClick(page()->viewport(), Qt::LeftButton, {}, page()->cursorRect(cursor).center());
+}
+
+/// The first picture of the page shown.
+QUrl pictureOf(const QTextBrowser* page) {
+  for (auto block = page->document()->begin(); block.isValid(); block = block.next()) {
+    for (const auto& part : block.textFormats()) {
+      if (part.format.isImageFormat()) return QUrl(part.format.toImageFormat().name());
+    }
+  }
+  return {};
 }
 
 const QString startPage = QStringLiteral("EquipmentRecord.html");
@@ -114,6 +125,22 @@ class ThelpViewerTest : public QObject {
     }
     QTest::keyClick(owner_.get(), Qt::Key_F1);
     QVERIFY(openHelp().isEmpty());
+  }
+
+  void minimizedWindowComesBack() {
+    openHelp().first()->showMinimized();
+    viewer_->show(owner_.get(), messagesPage);
+    QVERIFY(openHelp().size() == 1 && !openHelp().first()->isMinimized());
+  }
+
+  void picturesFollowTheWidth() {
+    const auto pictureWidth = [] {
+      const auto picture = page()->document()->resource(QTextDocument::ImageResource, pictureOf(page()));
+      return picture.value<QImage>().deviceIndependentSize().width();
+    };
+    const auto before = pictureWidth();
+    openHelp().first()->resize(openHelp().first()->width() - 100, openHelp().first()->height());
+    QTRY_VERIFY(pictureWidth() > 0 && pictureWidth() < before);
   }
 
   void closesAndOpensAgain() {

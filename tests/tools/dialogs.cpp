@@ -18,7 +18,7 @@ QByteArray nameOf(const QWidget* window) {
 class Tdriver final : public QObject {
  public:
   explicit Tdriver(QObject* parent) : QObject(parent) {
-    patience_.setInterval(std::chrono::minutes(1));  // sanitizers are slow
+    patience_.setInterval(std::chrono::seconds(20));  // sanitizers are slow
     patience_.callOnTimeout(this, [this] {
       const QWidget* dialog = QApplication::activeModalWidget();
       if (dialog == nullptr) return patience_.stop();
