@@ -61,6 +61,11 @@ class TattentionTest : public QObject {
     QVERIFY(!link->isVisible());
     f.click("btnClearSearch");
     QCOMPARE(f.column(2), QStringLiteral("y z"));
+    f.click("btnUndo");
+    emit link->linkActivated({});
+    QCOMPARE(f.column(2), QStringLiteral("x z"));
+    f.search("txtDescSearch", QStringLiteral("y"));  // takes the place of that search
+    QCOMPARE(f.column(2), QStringLiteral("y"));
   }
 
   void uploadNamesWhatTheAnalyzerCannotTellApart() {

@@ -24,6 +24,9 @@ class TcommandsTest : public QObject {
     TopenFrame f;
     f.press(Qt::Key_F, Qt::ControlModifier);
     QCOMPARE(f.frame->focusWidget(), f.control("txtGeneralSearch"));
+    f.control("txtDescSearch")->setFocus();
+    f.press(Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(f.frame->focusWidget(), f.control("txtGeneralSearch"));
     type(f.control("txtDescSearch"), " SAME ");
     QTest::keyClick(f.control("txtDescSearch"), Qt::Key_Return);
     QCOMPARE(f.column(1), QStringLiteral("c a"));

@@ -165,6 +165,11 @@ class TgridTest : public QObject {
     const QImage ascending = f.grid()->horizontalHeader()->viewport()->grab(heading).toImage();
     f.pressHeading(0);
     QVERIFY(f.grid()->horizontalHeader()->viewport()->grab(heading).toImage() != ascending);  // the arrow has turned
+    for (const QPoint& line : {QPoint(heading.right(), 4), QPoint(4, heading.bottom())}) {
+      QCOMPARE(ascending.pixelColor(line), QColor(0x80, 0x80, 0x80));
+    }
+    QVERIFY(pictureOfRow(f.grid(), 1).pixelColor({55, 16}) != QColor(0x80, 0x80, 0x80));
+    QCOMPARE(pictureOfRow(f.grid(), 2).pixelColor({55, 16}), QColor(0x80, 0x80, 0x80));  // under the last row
     QCOMPARE(f.grid()->rowHeight(0), 18);
     QCOMPARE(f.grid()->horizontalHeader()->height(), 18);
   }

@@ -1,5 +1,8 @@
 #include <QTest>
+#include <algorithm>
 #include <functional>
+#include <numeric>
+#include <random>
 
 #include "browser/columnLayout.h"
 #include "browser/csvExport.h"
@@ -97,6 +100,30 @@ class TrecordListTest : public QObject {
     list.add("1", "Syringe pump of the second ward", 1);
     list.view.sort(fieldDescription, true);
     QCOMPARE(shown(list.view), "wz12yx");
+  }
+
+  /// Beyond 192 records the list is sorted in another way.
+  void longListIsSortedLikeAShortOne() {
+    Tlist list;
+    std::vector<std::string> texts;
+    std::minstd_rand random(1);
+    for (int i = 0; i < 1000; ++i) {
+      std::string text(random() % 30, 'm');
+      if (!text.empty()) text[random() % text.size()] = static_cast<char>('a' + random() % 26);
+      append(list.records, makeRecord({std::to_string(i), text}, static_cast<unsigned>(random() % 500 + 1)));
+      texts.push_back(text);
+    }
+    for (const TcolumnId column : {TcolumnId(fieldDescription), columnTestProc}) {
+      std::vector<TrecordIndex> expected(texts.size());
+      std::iota(expected.begin(), expected.end(), TrecordIndex{0});
+      std::stable_sort(expected.begin(), expected.end(), [&](TrecordIndex a, TrecordIndex b) {
+        const auto& records = list.records;
+        return column == columnTestProc ? records.at(a).testProc() < records.at(b).testProc() : texts[a] < texts[b];
+      });
+      list.view.showAll();
+      list.view.sort(column, true);
+      for (std::size_t row = 0; row < expected.size(); ++row) QCOMPARE(list.view.at(row), expected[row]);
+    }
   }
 
   void cellsShowWhatColumnsSay() {

@@ -123,8 +123,9 @@ class ThelpViewerTest : public QObject {
         open->close();
       }).during([window = window] { window->exec(); });
     }
-    QTest::keyClick(owner_.get(), Qt::Key_F1);
-    QVERIFY(openHelp().isEmpty());
+    QKeyEvent elsewhere(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QApplication::sendEvent(owner_.get(), &elsewhere);
+    QVERIFY(openHelp().isEmpty() && !elsewhere.isAccepted());  // left to the host
   }
 
   void minimizedWindowComesBack() {
