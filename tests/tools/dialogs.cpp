@@ -87,6 +87,16 @@ void failWithoutControl(const QWidget* window, const char* name) {
   qFatal("%s has no such control %s, only %s", nameOf(window).constData(), name, names.join(", ").constData());
 }
 
+QString tabOrder(const QWidget* window) {
+  QStringList names;
+  const QWidget* first = window->focusWidget();
+  do {
+    names << window->focusWidget()->objectName();
+    QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
+  } while (window->focusWidget() != first && names.size() < 100);
+  return names.join(u' ');
+}
+
 void pasteByMenu(QLineEdit* edit) {
   const std::unique_ptr<QMenu> menu(edit->createStandardContextMenu());
   for (QAction* action : menu->actions()) {

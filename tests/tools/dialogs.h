@@ -21,6 +21,10 @@ inline void click(const QWidget* window, const char* button) {
   control<QAbstractButton>(window, button)->click();
 }
 
+/// The names of the controls that Tab goes through in an active window, from the one that has the focus, joined by
+/// blanks.
+QString tabOrder(const QWidget* window);
+
 /// Chooses Paste in the context menu.
 void pasteByMenu(QLineEdit* edit);
 
