@@ -5,10 +5,21 @@
 
 #include "browser/frameFixture.h"
 #include "browser/optionsForm.h"
+#include "browser/shortcuts.h"
 #include "support/iniFile.h"
 #include "tools/testList.h"
 
 namespace {
+
+/// Takes all keys for itself, as edits of some systems do with Ctrl+U and the like.
+class TgreedyEdit final : public QLineEdit {
+ public:
+  using QLineEdit::QLineEdit;
+  bool event(QEvent* event) override {
+    event->accept();
+    return event->type() == QEvent::ShortcutOverride || QLineEdit::event(event);
+  }
+};
 
 void type(QWidget* control, const char* text) {
   QTest::keyClicks(control, QString::fromLatin1(text));
@@ -180,6 +191,18 @@ class TcommandsTest : public QObject {
     f.press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(f.control("txtModelSearch")->text(), QStringLiteral("x"));
     QCOMPARE(f.column(1), QStringLiteral("c a b"));
+  }
+
+  void shortcutsWorkInEveryEdit() {
+    QWidget window;
+    auto* edit = new TgreedyEdit(&window);
+    int calls = 0;
+    (new Tshortcuts(&window))->add(Qt::CTRL | Qt::Key_U, &window, [&] { ++calls; });
+    window.show();
+    edit->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(window.windowHandle(), Qt::Key_U, Qt::ControlModifier);
+    QCOMPARE(calls, 1);
   }
 
   void cancelledNewRecordGoes() {

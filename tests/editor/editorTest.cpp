@@ -139,6 +139,9 @@ class TeditorTest : public QObject {
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}) f.press(key);
     QCOMPARE(f.text("txtTestProcedure"), QStringLiteral("3 - defibrillator"));
     f.control("btnOk")->setFocus();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(f.control("btnOk"), &held);
+    QCOMPARE(f.browser->records().at(1).testProc(), 7U);
     f.press(Qt::Key_Return);
     QCOMPARE(f.browser->records().at(1).testProc(), 3U);
     for (unsigned number = 100; number < 200; ++number) f.browser->titles.set(number, "t");
