@@ -112,6 +112,8 @@ class TcommandsTest : public QObject {
     QCOMPARE(f.column(2), QStringLiteral("same same Alone \u20AC same same"));
     QCOMPARE(f.column(5), QStringLiteral("1 2 3 1 2"));
     QCOMPARE(f.selectedRows(), QList<int>({3, 4}));
+    f.control<QWidget>("btnUndo")->setFocus();
+    f.press(Qt::Key_Space);
     QVERIFY(f.grid()->hasFocus());
   }
 

@@ -67,7 +67,7 @@ class TnothingIsLostTest : public QObject {
     takeFilesAway(f);
     f.frame.reset();
     putFilesBack(f);
-    f.messages.takeCaptions();
+    QCOMPARE(f.messages.takeCaptions().last(), "ER1STFILENOTFOUND");
     f.open();
     QCOMPARE(f.messages.takeCaptions(), {});  // done and undone
     f.click("btnDelete");

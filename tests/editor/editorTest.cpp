@@ -2,6 +2,7 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPointer>
 #include <QScreen>
 
@@ -308,6 +309,13 @@ class TeditorTest : public QObject {
     QApplication::clipboard()->setText(QStringLiteral("\"\u4E2D"));
     pasteByMenu(f.control<QLineEdit>("txtControlNum"));
     QCOMPARE(f.text("txtControlNum"), QStringLiteral("r2\u201D"));
+    QMimeData text;
+    text.setText(QStringLiteral("\"\u4E2D"));
+    QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(f.control("txtControlNum"), &enter);
+    QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(f.control("txtControlNum"), &drop);
+    QCOMPARE(f.text("txtControlNum"), QStringLiteral("\u201Dr2\u201D"));
     f.control("txtDescription")->setFocus();
     f.press(Qt::Key_A, Qt::ControlModifier);
     f.press(Qt::Key_X, Qt::ControlModifier);
