@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMap>
 #include <QStringList>
 #include <QTableView>
 #include <QTest>
@@ -27,6 +28,29 @@ inline void writeRecords(const std::filesystem::path& folder, const QByteArrayLi
   writeBytes(folder / "DATA/eqinfo.dat", info);
 }
 
+/// The cells of a grid as its view paints them: looked at again only where the model reports a change.
+class TpaintedCells final : public QObject {
+ public:
+  explicit TpaintedCells(const QAbstractItemModel* model) : model_(model) {
+    const QModelIndex last = model->index(model->rowCount() - 1, model->columnCount() - 1);
+    look(model->index(0, 0), last);
+    connect(model, &QAbstractItemModel::dataChanged, this, &TpaintedCells::look);
+  }
+  QString at(int row, int column) const { return texts_.value({row, column}); }
+
+ private:
+  void look(const QModelIndex& first, const QModelIndex& last) {
+    for (int row = first.row(); row <= std::min(last.row(), 100); ++row) {
+      for (int column = first.column(); column <= last.column(); ++column) {
+        texts_[{row, column}] = model_->index(row, column).data(Qt::DisplayRole).toString();
+      }
+    }
+  }
+
+  const QAbstractItemModel* model_;
+  QMap<std::pair<int, int>, QString> texts_;
+};
+
 /// A frame with files in a folder of its own.
 class TframeFixture {
  public:
@@ -42,6 +66,7 @@ class TframeFixture {
     frame.reset();
     frame = std::make_unique<TEquipmentRecordPluginFrame>(
         TframeContext{folder.path(), folder.path(), [this] { onReturn(); }});
+    painted = std::make_unique<TpaintedCells>(grid()->model());
     frame->show();
     QVERIFY(QTest::qWaitForWindowActive(frame.get()));
   }
@@ -65,11 +90,11 @@ class TframeFixture {
     const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, 5);
     QTest::mouseClick(header->viewport(), button, Qt::NoModifier, centre);
   }
-  /// The cells of a column, joined by blanks.
+  /// The cells of a column as they are on the screen, joined by blanks.
   QString column(int column) const {
     QStringList cells;
     for (int row = 0; row < grid()->model()->rowCount(); ++row) {
-      cells << grid()->model()->index(row, column).data(Qt::DisplayRole).toString();
+      cells << painted->at(row, column);
     }
     return cells.join(QLatin1Char(' '));
   }
@@ -84,6 +109,7 @@ class TframeFixture {
   TmessageRecorder messages;
   std::function<void()> onReturn = [] {};
   std::unique_ptr<TEquipmentRecordPluginFrame> frame;
+  std::unique_ptr<TpaintedCells> painted;
 };
 
 /// A frame that is open.

@@ -54,6 +54,7 @@ class TframeTest : public QObject {
       seen << (f.ini().contains("SORTCOL=0\nSORTASC=1\n") ? QStringLiteral("layout") : QString());
     };
     f.open();
+    QVERIFY(bytesOf(f.folder / "EquipmentRecord.log").contains("Equipment Record Editor"));
     std::filesystem::remove(f.folder / "DATA/eq.dat");
     f.click("BtnExit");
     QCOMPARE(seen, QStringList({QStringLiteral("hidden"), QStringLiteral("saved"), QStringLiteral("layout")}));

@@ -90,6 +90,7 @@ class TgridTest : public QObject {
     f.press(Qt::Key_Home, Qt::ControlModifier);
     for (int i = 0; i < 4; ++i) f.press(Qt::Key_Down, Qt::ShiftModifier);
     f.click("btnDelete");
+    QCOMPARE(f.selectedRows(), QList<int>({0}));
     f.press(Qt::Key_End, Qt::ControlModifier);
     f.click("btnUndo");
     QVERIFY(isInSight(0) && isInSight(4));
@@ -172,6 +173,9 @@ class TgridTest : public QObject {
     QCOMPARE(pictureOfRow(f.grid(), 2).pixelColor(clear), QColor(0xFF, 0xFF, 0xFF));
     const QRect heading(0, 0, f.grid()->columnWidth(0), 18);
     const QImage ascending = f.grid()->horizontalHeader()->viewport()->grab(heading).toImage();
+    const QHeaderView* header = f.grid()->horizontalHeader();
+    const QImage whole = header->viewport()->grab().toImage();
+    QCOMPARE(whole.pixelColor(header->length() + 3, 4), QColor(0xC0, 0xC0, 0xC0));
     f.pressHeading(0);
     QVERIFY(f.grid()->horizontalHeader()->viewport()->grab(heading).toImage() != ascending);  // the arrow has turned
     for (const QPoint& line : {QPoint(heading.right(), 4), QPoint(4, heading.bottom())}) {

@@ -43,6 +43,9 @@ class TrowsTest : public QObject {
     titles.set(2, "Pump");
     titles.set(7, "Hospital bed");
     TfrmChange form(2, titles, defaultCaptions(), nullptr);
+    control<QComboBox>(&form, "cbField")->setCurrentText(QStringLiteral("Manufacturer"));
+    QTest::keyClicks(control(&form, "txtValue"), QString(100, u'x'));
+    QCOMPARE(form.assignment().text.size(), textField(fieldManufacturer).size - 1);
     control<QComboBox>(&form, "cbField")->setCurrentText(QStringLiteral("Test Procedure"));
     auto* list = control<QTableView>(&form, "lstTestProc");
     QCOMPARE(list->model()->rowCount(), 2);
@@ -77,6 +80,7 @@ class TrowsTest : public QObject {
     QCOMPARE(offered(), QStringLiteral("New Change Copy Delete Undo CopyRows ExportAs"));
     f.search("txtDescSearch", QStringLiteral("nowhere"));
     QCOMPARE(offered(), QStringLiteral("New Undo"));
+    f.press(Qt::Key_R, Qt::ControlModifier);  // no dialog opens
   }
 
   void rowsGoToASpreadsheet() {

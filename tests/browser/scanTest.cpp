@@ -30,7 +30,7 @@ class TscanTest : public QObject {
  private slots:
   void opensTheRecordWithExactlyThisNumber() {
     TframeFixture f;
-    writeRecords(f.folder.path(), {"b1", "b", "a"}, {"x", "y", "z"});
+    writeRecords(f.folder.path(), {"b1", "b", "a", "a"}, {"x", "y", "z", "z"});
     f.open();
     f.press(Qt::Key_End);  // whichever column is current
     QCOMPARE(openedBy([&] { f.press(Qt::Key_B), f.press(Qt::Key_Enter); }), QStringLiteral("b"));
@@ -38,8 +38,11 @@ class TscanTest : public QObject {
     f.search("txtDescSearch", QStringLiteral("z"));
     f.grid()->setFocus();
     QCOMPARE(openedBy([&] { f.press(Qt::Key_B), f.press(Qt::Key_1), f.press(Qt::Key_Return); }), QStringLiteral("b1"));
-    QCOMPARE(f.column(1), QStringLiteral("b1 b a"));
+    QCOMPARE(f.column(1), QStringLiteral("b1 b a a"));
     QVERIFY(f.control("txtDescSearch")->text().isEmpty());
+    QCOMPARE(openedBy([&] { scan(f.frame.get(), QStringLiteral("a")); }), QStringLiteral("a"));
+    QCOMPARE(status(f), QStringLiteral("4 records \u00B7 2 records have the control number a"));
+    f.press(Qt::Key_Home, Qt::ControlModifier);
     f.press(Qt::Key_Down);
     QCOMPARE(openedBy([&] { f.press(Qt::Key_Return); }), QStringLiteral("b"));
   }
@@ -104,11 +107,14 @@ class TscanTest : public QObject {
     f.control("txtDescSearch")->setFocus();
     f.press(Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(f.column(1), QStringLiteral("c a b"));
-    whenOpen("TfrmOptions", [](QWidget* options) { click(options, "btnCancel"); }).during([&] {
-      f.press(Qt::Key_Comma, Qt::ControlModifier);
-    });
-    f.frame->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(f.frame.get()));
+    using Tcase = std::tuple<Qt::Key, const char*, const char*>;
+    for (const auto& [key, dialog, button] :
+         {Tcase(Qt::Key_Comma, "TfrmOptions", "btnCancel"), Tcase(Qt::Key_I, "TEquipRecImportOptions", "BtnCancel"),
+          Tcase(Qt::Key_U, "TcomSelectFrm", "btnCancel"), Tcase(Qt::Key_R, "TfrmChange", "btnCancel")}) {
+      clickIn(dialog, button).during([&, key = key] { f.press(key, Qt::ControlModifier); });
+      f.frame->activateWindow();
+      QVERIFY(QTest::qWaitForWindowActive(f.frame.get()));
+    }
     f.onReturn = [&] { f.frame.reset(); };
     f.press(Qt::Key_W, Qt::ControlModifier);
     QTRY_VERIFY(f.frame == nullptr);

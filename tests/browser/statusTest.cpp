@@ -19,6 +19,9 @@ class TstatusTest : public QObject {
         {{240, 51, true, 3, QStringLiteral("12 records deleted")},
          "51 of 240 records match \u00B7 3 selected \u00B7 12 records deleted"}};
     for (const auto& [status, expected] : cases) QCOMPARE(statusText(status), QString::fromUtf8(expected));
+    QVERIFY(emptyGridText({0, 0}).startsWith(QStringLiteral("No records yet.")));
+    QCOMPARE(emptyGridText({2, 0, true}), QStringLiteral("0 of 2 records match. Press Clear to see all."));
+    QCOMPARE(emptyGridText({2, 1, true}), QString());
   }
 
   void commandsSayWhatTheyDid() {
@@ -78,6 +81,7 @@ class TstatusTest : public QObject {
   void longTextDoesNotWidenTheFrame() {
     TopenFrame f;
     f.search("txtDescSearch", QStringLiteral("nowhere"));
+    QCOMPARE(f.control("txtDescSearch")->selectedText(), QStringLiteral("nowhere"));
     auto* label = f.control<QLabel>("lblStatus");
     QTRY_VERIFY(label->toolTip().isEmpty());  // the layout gives it room
     const int width = f.frame->minimumSizeHint().width();

@@ -167,12 +167,14 @@ class TeditorTest : public QObject {
   }
 
   void remarksStandBesideTheBoxes() {
-    TeditorFixture f(1);
+    TeditorFixture f(2);
     QCOMPARE(f.text("lblControlNumUsed") + f.text("lblRemark"), QString());
-    f.press(Qt::Key_Backspace);
-    f.press(Qt::Key_2);
-    QCOMPARE(f.text("lblControlNumUsed"), QStringLiteral("in use"));
-    QCOMPARE(f.text("lblRemark"), QStringLiteral("Record 3 has this control number, too"));
+    for (const Qt::Key key : {Qt::Key_0, Qt::Key_2}) {
+      f.press(Qt::Key_Backspace);
+      f.press(key);
+      QCOMPARE(f.text("lblControlNumUsed"), QStringLiteral("in use"));
+      QCOMPARE(f.text("lblRemark"), QStringLiteral("Record %1 has this control number, too").arg(key - Qt::Key_0 + 1));
+    }
     for (const char key : QByteArray("34567890ABCDEFGHIJ")) QTest::keyClick(f.editor->windowHandle(), key);
     f.press(Qt::Key_Return);
     QCOMPARE(f.text("lblRemark"), QStringLiteral("Left out, the box is full: HIJ"));
@@ -208,6 +210,7 @@ class TeditorTest : public QObject {
     QCOMPARE(f.editor->pos(), QPoint(30, 40));
     QCOMPARE(f.listed(), QStringLiteral("3 9 2 5 500"));
     QCOMPARE(f.list()->columnWidth(0), 44);
+    QCOMPARE(f.list()->rowHeight(0), 15);
     QCOMPARE(f.text("lblCustom1") + f.text("lblCustom2") + f.text("lblCustom3"), QStringLiteral("R&D <b>Custom 3"));
     const QImage caption = f.control("lblCustom1")->grab().toImage();
     f.control<QLabel>("lblCustom1")->setText(QStringLiteral("RD <b>"));
@@ -226,8 +229,14 @@ class TeditorTest : public QObject {
   void opensCentredAndTheHostMayGoFirst() {
     TeditorFixture f;
     const QPointer editor(new TfrmEqRecEditor(*f.browser, TiniFile(f.folder / "e.ini"), f.browser.get()));
-    const QPoint offCentre = editor->geometry().center() - editor->screen()->availableGeometry().center();
-    QVERIFY(offCentre.manhattanLength() < 3);
+    const auto offCentre = [](const QWidget& window) {
+      return (window.geometry().center() - window.screen()->availableGeometry().center()).manhattanLength();
+    };
+    QVERIFY(offCentre(*editor) < 3);
+    for (const char* half : {"TOP=5", "LEFT=5"}) {
+      writeBytes(f.folder / "half.ini", QByteArray("[EQEDITOR]\n") + half);
+      QVERIFY(offCentre(TfrmEqRecEditor(*f.browser, TiniFile(f.folder / "half.ini"), nullptr)) < 3);
+    }
     editor->showRecord(0);
     whenOpen("TfrmEqRecEditor", [&](QWidget*) { f.browser.reset(); }).during([&] { editor->exec(); });
     QVERIFY(editor.isNull());
