@@ -89,6 +89,13 @@ class TfilesAndTextsTest : public QObject {
     QVERIFY(trimmedText(text) == "\x7F\xA0 b\xA0\x81" && trimmedText(" \t").empty());
   }
 
+  void lettersHaveTheirSmallOnes() {
+    for (int byte = 0; byte < 256; ++byte) {
+      const std::string text(1, static_cast<char>(byte));
+      QCOMPARE(fromRecordText(lowerCased(text)), fromRecordText(text).toLower());
+    }
+  }
+
   void everyByteComesBackAndNothingElseGoes() {
     std::string bytes;
     for (int byte = 0; byte < 256; ++byte) bytes.push_back(static_cast<char>(byte));

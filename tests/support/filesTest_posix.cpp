@@ -2,26 +2,39 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdarg>
+#include <fcntl.h>
+#include <functional>
 #include <grp.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include "support/appendFile.h"
 #include "support/fileSystem.h"
+#include "support/iniFile.h"
 #include "support/paths.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
 
-// The calls as this program makes them. While a thread is `interrupting`, a signal interrupts every other call of its.
+// The calls as this program makes them. While a thread is `interrupting`, a signal interrupts every other call of its;
+// the call `failing` fails. `beforeLock` happens once, before a thread locks a file.
 namespace {
 
 thread_local bool interrupting = false;
+thread_local long failing = -1;
+thread_local std::function<void()> beforeLock;
 
 template <typename... Targument>
 int call(long number, Targument... arguments) {
   thread_local bool interrupted = false;
+  if (number == failing) {
+    errno = EIO;
+    return -1;
+  }
   interrupted = interrupting && !interrupted;
   if (!interrupted) return static_cast<int>(syscall(number, arguments...));
   errno = EINTR;
@@ -30,6 +43,22 @@ int call(long number, Targument... arguments) {
 
 }  // namespace
 
+int close(int file) {
+  const int closed = static_cast<int>(syscall(SYS_close, file));
+  return failing == SYS_close ? call(failing) : closed;
+}
+int fcntl(int file, int command, ...) {
+  va_list arguments;
+  va_start(arguments, command);
+  void* argument = va_arg(arguments, void*);
+  va_end(arguments);
+  if (beforeLock && command == F_OFD_SETLK) std::exchange(beforeLock, {})();
+  return call(SYS_fcntl, file, command, argument);
+}
+int flock(int file, int operation) {
+  if (beforeLock) std::exchange(beforeLock, {})();
+  return call(SYS_flock, file, operation);
+}
 int fsync(int file) {
   return call(SYS_fsync, file);
 }
@@ -56,7 +85,54 @@ class TposixFilesTest : public QObject {
     }
   }
 
-  void cleanup() { interrupting = false; }
+  void cleanup() {
+    interrupting = false;
+    failing = -1;
+    beforeLock = {};
+  }
+
+  void failedCallIsToldAndLeavesTheFile() {
+    const TtestFolder folder;
+    std::unique_ptr<TfileWriter> writer;
+    const std::string half(40000, 'x');  // of the buffer
+    const auto write = [&] { return writer->write(half); };
+    const auto flush = [&] { return writer->flush(); };
+    const auto close = [&] { return writer->close(); };
+    for (const auto& [number, act] : std::initializer_list<std::pair<long, std::function<Toutcome()>>>{
+             {SYS_write, write}, {SYS_write, flush}, {SYS_write, close}, {SYS_fsync, flush}, {SYS_close, close}}) {
+      QVERIFY(diskFileSystem().create(folder / "new", {}, writer) && write());
+      failing = number;
+      const Toutcome outcome = act();
+      failing = -1;
+      QVERIFY(!outcome && diskFileSystem().remove(folder / "new"));
+    }
+    writeBytes(folder / "e.ini", "[A]\nB=1\n");
+    std::string content;
+    for (const auto& [number, end] :
+         {std::pair(SYS_read, TreadResult::Tend::readFailed), {SYS_close, TreadResult::Tend::closeFailed}}) {
+      failing = number;
+      QCOMPARE(diskFileSystem().read(folder / "e.ini", content).end, end);
+      TiniFile(folder / "e.ini").write("A", {{"B", "2"}});
+      failing = -1;
+      QCOMPARE(bytesOf(folder / "e.ini"), "[A]\nB=1\n");
+    }
+  }
+
+  /// Whoever gets a lock late may hold a file that has lost its name to another one.
+  void lockOfAFormerFileIsNone() {
+    const TtestFolder folder;
+    const auto replace = [&] {
+      std::filesystem::rename(folder / "file", folder / "old");
+      writeBytes(folder / "file", "new");
+    };
+    writeBytes(folder / "file", "former");
+    beforeLock = replace;
+    turnFileOver(folder / "file", folder / "old", 1);
+    QCOMPARE(bytesOf(folder / "old"), "former");
+    beforeLock = replace;
+    const TlockResult locked = diskFileSystem().lock(folder / "file", false, {}, {});
+    QVERIFY(locked.lock && diskFileSystem().lock(folder / "file", false, {}, {}).end == TlockResult::Tend::busy);
+  }
 
   void replacedFileKeepsPermissionsAndLinkWhateverInterrupts() {
     const TtestFolder folder;
