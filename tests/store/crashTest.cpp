@@ -65,6 +65,8 @@ class TcrashTest : public QObject {
   void failureIsNamedAndLeavesOldFiles() {
     const QMap<QByteArray, QByteArray> texts = {
         {"checkWritable eq.dat 1", "2"},
+        {"create eqinfo.dat.new 1", "3"},
+        {"flush eqinfo.dat.new 1", "exception 8: fclose() failed on eq info file"},
         {"write eqinfo.dat.new 1,close eqinfo.dat.new 1",
          "exception 1: fprintf() returned EOF on eq info file where i=1. And fclose failed"},
         {"close eqinfo.dat.new 1", "exception 8: fclose() failed on eq info file"},

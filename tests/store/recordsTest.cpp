@@ -58,10 +58,71 @@ class TrecordsTest : public QObject {
     checkKept(dataLine(longName, 1), infoLine(longName, ""), "", "", bothKept);
     checkKept(data, infoLine("B", "a"), "", "", bothKept);
     checkKept(data, info, "read eqinfo.dat 1", "General EREXCEPTION", bothKept);
+    checkKept(data, info, "closeRead eqinfo.dat 1", "Unknown Exception", bothKept);
     checkKept("!\n", info, "write eqinfo.dat.new 2", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept("!\n", info, "rename eq.dat.new 2", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept("!\n", info, "write eqinfo.dat.new 1", "ERINVALIDRECORDSGeneral EREXCEPTION", bothKept);
     checkKept(data, info, "rename eqinfo.dat.new 1", "General EREXCEPTION", {});  // the next save finishes this one
+  }
+
+  void oneFileWithoutTheOtherIsLeftAlone() {
+    for (const char* path : {"/DATA/eq.dat", "/DATA/eqinfo.dat"}) {
+      TsimulatedFiles disk(TsimulatedDisk(TfileMap{{path, "x"}}));
+      TopenList list("/", disk);
+      list.load();
+      QCOMPARE(list.save(), "");
+      QCOMPARE(disk.history.back().names.size(), std::size_t{2});  // with the lock
+      QVERIFY(disk.history.back().contains(path));
+    }
+  }
+
+  /// As release 0.1 left it.
+  void decidedSaveOfTheFirstReleaseIsFinished() {
+    TsimulatedFiles disk(TsimulatedDisk(
+        TfileMap{{"/DATA/eq.dat.new", "\"N\",7\n"},
+                 {"/DATA/eqinfo.dat.new", "\"N\",\"new\",\"\",\"\",\"\",\"\",\"\"\n"},
+                 {"/DATA/eq.commit", "EQCOMMIT1\n6 57db72ad eq.dat\n25 5f272ec8 eqinfo.dat\n51 2eb04ced end\n"}}));
+    QCOMPARE(loadText("/DATA", disk), "0: N 7 new");
+    QCOMPARE(disk.history.back().names.size(), std::size_t{3});  // with the lock
+  }
+
+  void changeDuringALoadIsJoined() {
+    const QByteArray& info = infoLine("A", "a");
+    TsimulatedFiles disk(TsimulatedDisk(
+        TfileMap{{"/DATA/eq.dat", dataLine("A", 1).toStdString()}, {"/DATA/eqinfo.dat", info.toStdString()}}));
+    disk.before = [&](const QByteArray& operation) {
+      if (operation != "closeRead eqinfo.dat 1") return;
+      auto& file = disk.history.back().nodeAt("/DATA/eqinfo.dat");
+      file.content = infoLine("A", "theirs").toStdString();
+      ++file.writes;
+    };
+    TopenList list("/", disk);
+    list.load();
+    list.add(makeRecord({"B", "b"}));
+    QCOMPARE(list.save(), "List Changed Meanwhile");
+    QCOMPARE(textOf(list.records()), "A 1 theirs, B 1 b");
+  }
+
+  void failureWhileJoiningLosesNothing() {
+    for (qsizetype step = 1, count = 1; step <= count; ++step) {
+      TsimulatedFiles disk{TsimulatedDisk()};
+      TopenList theirs("/", disk);
+      TopenList ours("/", disk);
+      theirs.load();
+      theirs.add(makeRecord({"A", "a"}));
+      theirs.save();
+      ours.load();
+      theirs.add(makeRecord({"B", "b"}));
+      ours.add(makeRecord({"C", "c"}));
+      QCOMPARE(theirs.save(), "");
+      const qsizetype before = disk.operations.size();
+      disk.firstFailing = disk.lastFailing = before + step;
+      const bool isJoined = ours.save() == "List Changed Meanwhile";
+      count = disk.operations.size() - before;
+      disk.lastFailing = 0;
+      const QByteArray list = loadText("/DATA", disk);
+      QVERIFY2(list == "0: A 1 a, B 1 b, C 1 c" || (!isJoined && list == "0: A 1 a, B 1 b"), list);
+    }
   }
 
   void savesAreJoinedAndSayWhatCollided() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayList>
+#include <functional>
 #include <map>
 #include <set>
 #include <utility>
@@ -123,8 +124,9 @@ class TsimulatedFiles final : public TfileSystem {
   QByteArrayList failing;      ///< the names of the operations to fail
   qsizetype firstFailing = 0;  ///< numbers of the operations to fail, counted from 1
   qsizetype lastFailing = 0;
-  QByteArrayList operations;  ///< all so far
-  std::set<Tpath> locked;     ///< files that somebody has locked; a test may add its own
+  QByteArrayList operations;                                ///< all so far
+  std::function<void(const QByteArray& operation)> before;  ///< is told each operation and its number
+  std::set<Tpath> locked;                                   ///< files that somebody has locked; a test may add its own
 
   TreadResult read(const Tpath& path, std::string& content, std::uint64_t most) override {
     using enum TreadResult::Tend;
@@ -267,6 +269,7 @@ class TsimulatedFiles final : public TfileSystem {
     const QByteArray name = operation + ' ' + withoutRandomPart(path.filename().string()).c_str();
     operations << name;
     const QByteArray numbered = name + ' ' + QByteArray::number(operations.count(name));
+    if (before) before(numbered);
     const auto number = operations.size();
     const bool fails = (number >= firstFailing && number <= lastFailing) || failing.contains(numbered);
     return fails ? Toutcome({operation.toStdString(), path.generic_string(), "told to fail"}) : Toutcome();
