@@ -95,6 +95,21 @@ class TdialogsTest : public QObject {
                 .endsWith("f.csv\nDelimiter=2\nUserDelimiter=#\nStartRow=2\nQuotes=0\nSpreadsheet=0\nCharset=0\n"));
   }
 
+  void optionsComeBackAndCount() {
+    for (const auto& [flags, id] : {std::pair("Quotes=1\nSpreadsheet=0\n", "b,c"),
+                                    {"Quotes=0\nSpreadsheet=1\n",
+                                     "x \x94"
+                                     "b"}}) {
+      TimportFixture f;
+      const QByteArray kept = "[Import]\nFilename=" + f.name.toLatin1() +
+                              "\nDelimiter=5\nUserDelimiter=,\nStartRow=2\n" + flags + "Charset=2\n";
+      writeBytes(f.folder / "e.ini", kept);
+      QCOMPARE(f.import("\nx \"b,c\" y\n", goOn + firstColumn + runIt + confirm), int{QDialog::Accepted});
+      QCOMPARE(f.ids(), QByteArray("a ") + id);
+      QVERIFY(linesOf(f.folder / "e.ini").startsWith(kept));
+    }
+  }
+
   void importGoesThroughAllDialogs() {
     TimportFixture f;
     writeBytes(f.folder / "e.ini", "[Import]\nStartRow=2\n[CUSTOMFIELDS]\nFIELD2NAME=Ward\n");
@@ -203,6 +218,13 @@ class TdialogsTest : public QObject {
       QCOMPARE(f.import("b\na\n", before + go), int{QDialog::Rejected});
       QCOMPARE(f.messages.takeCaptions(), {});
     }
+  }
+
+  void recordsStayWhenTheHostGoesUnderABox() {
+    TimportFixture f;
+    replaceMessageBox([&](auto...) { return f.host.reset(), QMessageBox::Ok; });
+    QCOMPARE(f.import("b\nc,d\n", goOn + firstColumn + runIt), int{QDialog::Rejected});
+    QCOMPARE(f.ids(), "a b c");
   }
 
   void exportComesBackThroughTheFrame() {

@@ -96,8 +96,12 @@ class TresultTest : public QObject {
   void onlyWhatTheUserChangedIsStored() {
     const QByteArray stored = "[Import]\nDeviceID=1\nDesc=9\nModel=2\n";
     for (const char* button : {"BtnBack", "BtnCancel"}) {
-      TmappingFixture f("a,b,c\n", stored);
+      TmappingFixture f("a,b, \n", stored);
       auto form = f.open();
+      for (const int column : {3, 1}) {  // an empty Device ID is none
+        choose(form.get(), "cbDeviceID", column);
+        QCOMPARE(control(form.get(), "BtnImport")->isEnabled(), column == 1);
+      }
       click(form.get(), button);
       QCOMPARE(f.settings(), stored);
       form = f.open();

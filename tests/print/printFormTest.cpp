@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTest>
 
@@ -112,6 +114,12 @@ class TprintFormTest : public QObject {
       QCOMPARE(sheet->grab().toImage(), first);
       press(Qt::Key_Plus);
       QVERIFY(sheet->width() > first.width());
+      for (int i = 0; i < 5; ++i) press(Qt::Key_Plus);
+      auto* bar = control<QScrollArea>(preview, "scrPage")->verticalScrollBar();
+      bar->setValue(bar->maximum());
+      QVERIFY(bar->value() > 0);
+      QTest::keyClick(preview->windowHandle(), Qt::Key_PageDown);
+      QCOMPARE(bar->value(), 0);
       press(Qt::Key_0);
       QVERIFY(sheet->height() < preview->height());
       preview->close();

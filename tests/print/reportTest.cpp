@@ -1,6 +1,7 @@
 #include <QDate>
 #include <QImage>
 #include <QLocale>
+#include <QPrintEngine>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QTest>
@@ -53,7 +54,8 @@ void checkPictures(const std::filesystem::path& pdf, qsizetype count) {
   QCOMPARE(namesIn(folder.path()).size(), count);
   for (const QByteArray& name : namesIn(folder.path())) {
     const QImage picture(nameOf(folder / name.toStdString()));
-    const QRect inside = picture.rect().adjusted(17, 17, -17, -17);
+    const bool isLying = picture.width() > picture.height();
+    const QRect inside = picture.rect().adjusted(isLying ? 17 : 27, isLying ? 27 : 17, -17, -17);  // room for binding
     QRect ink;
     for (int y = 0; y < picture.height(); ++y) {
       for (int x = 0; x < picture.width(); ++x) {
@@ -64,6 +66,24 @@ void checkPictures(const std::filesystem::path& pdf, qsizetype count) {
     QVERIFY(ink.width() > inside.width() * 0.9 && ink.height() > inside.height() * 0.9);
   }
 }
+
+/// Takes no job, but notes when one is aborted.
+struct TabortEngine final : QPrintEngine {
+  void setProperty(PrintEnginePropertyKey /*key*/, const QVariant& /*value*/) override {}
+  QVariant property(PrintEnginePropertyKey /*key*/) const override { return {}; }
+  bool newPage() override { return false; }
+  bool abort() override { return isAborted = true; }
+  int metric(QPaintDevice::PaintDeviceMetric /*metric*/) const override { return 0; }
+  QPrinter::PrinterState printerState() const override { return QPrinter::Idle; }
+
+  bool isAborted = false;
+};
+
+struct TabortPrinter final : QPrinter {
+  TabortPrinter() { setEngines(&engine, nullptr); }
+
+  TabortEngine engine;
+};
 
 }  // namespace
 
@@ -163,6 +183,20 @@ class TreportTest : public QObject {
     QCOMPARE(pagesOf(folder / "printer.pdf"), pagesOf(folder / "r.pdf").mid(1, 2));
   }
 
+  void cellsAreThoseOfTheRecord() {
+    const TprintFixture f(3, " \tx ");
+    const TreportTable table = f.table();
+    QVERIFY(table.text(0, 0) + table.text(0, 1) + table.text(0, 2) + table.text(0, 6) == "3ID00002xx");
+  }
+
+  void cancelledPrintIsAborted() {
+    const TprintFixture f(1);
+    const Treport report(f.table(), reportPageLayout(usualPaper(), false));
+    TabortPrinter printer;
+    QCOMPARE(printReport(report, printer, {0, 1}, [](std::size_t) { return false; }), ToutputResult::cancelled);
+    QVERIFY(printer.engine.isAborted);
+  }
+
   void nothingIsLeftOfAFailure() {
     const TprintFixture f(150);
     const Treport report(f.table(), reportPageLayout(usualPaper(), false));
@@ -172,7 +206,11 @@ class TreportTest : public QObject {
     QCOMPARE(savePdf(report, nameOf(folder.path()), goOn), ToutputResult::failed);
     const auto untilThird = [](std::size_t page) { return page < 2; };
     QCOMPARE(savePdf(report, nameOf(folder / "old.pdf"), untilThird), ToutputResult::cancelled);
-    QCOMPARE(namesIn(folder.path()), QByteArrayList{"old.pdf"});
+    const auto blockPlace = [&](std::size_t) {
+      return std::filesystem::create_directories(folder / "blocked.pdf"), true;
+    };
+    QCOMPARE(savePdf(report, nameOf(folder / "blocked.pdf"), blockPlace), ToutputResult::failed);
+    QCOMPARE(namesIn(folder.path()), QByteArrayList({"blocked.pdf", "old.pdf"}));
     QCOMPARE(bytesOf(folder / "old.pdf"), "old");
   }
 };
