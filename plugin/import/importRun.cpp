@@ -119,8 +119,7 @@ class Timporter {
   }
 
   void addRenamed() {
-    const auto [known, isAdded] = known_.add(made_.record, nextIndex());
-    if (!isAdded) known->isSeveral = true;
+    known_.add(made_.record, nextIndex());
     take();
   }
 

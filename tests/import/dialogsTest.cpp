@@ -2,6 +2,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPointer>
+#include <QProgressBar>
 #include <QSpinBox>
 #include <QTest>
 
@@ -157,7 +158,11 @@ class TdialogsTest : public QObject {
       edit->setText(QStringLiteral("x"));
       click(dialog, "BtnSkip");
     };
-    const auto steps = goOn + firstColumn + runIt + whenOpen("TEquipRecImportDup", refuse) + type(" b\" \r") +
+    const auto seeProgress = [](QWidget* dialog) {
+      QVERIFY(control<QProgressBar>(dialog->parentWidget(), "pbImport")->value() > 0);
+    };
+    const auto steps = goOn + firstColumn + runIt + whenOpen("TEquipRecImportDup", refuse) +
+                       whenOpen("TEquipRecImportDup", seeProgress) + type(" b\" \r") +
                        clickIn("TEquipRecImportDup", "BtnRename") + type("12345678901234567890\r") + confirm;
     openLog(f.folder.path());
     QCOMPARE(f.import("A\na\na\na\nb\nb\"\n", steps), int{QDialog::Accepted});

@@ -133,7 +133,7 @@ class TengineTest : public QObject {
         {"i,d,1234567890123456789012,1",
          "i|d||123456789012345678901||||1",
          {{fieldCut, fieldModel, "1234567890123456789012", {}}}},
-        {"\x1B\ti\x1F,\x7F d\te\r\n\n\x02\nf\x81,\v,1", "i| d e f\x81||||||1", {}},
+        {"\x1B\ti\x1F,\x7F d\te\r\n\n\x02\nf\rg\x81,\v,1", "i| d e f g\x81||||||1", {}},
         {"i,d,m,1\x02"
          "2",
          "i|d||m||||1",

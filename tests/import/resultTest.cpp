@@ -74,6 +74,7 @@ class TresultTest : public QObject {
     TmappingFixture f(content, "[CUSTOMFIELDS]\nFIELD1NAME=Ward\n[Import]\nDeviceID=1\n", 2);
     const auto form = f.open();
     QCOMPARE(control<QComboBox>(form.get(), "cbDeviceID")->currentIndex(), 2);
+    QVERIFY(control(form.get(), "lblHeadings")->isHidden());
     QCOMPARE(control<QLabel>(form.get(), "lblHeadingDeviceID")->text(), QStringLiteral("Inventarnummer"));
     QCOMPARE(control<QComboBox>(form.get(), "cbModel")->itemData(3, Qt::ToolTipRole).toString(), QStringLiteral("x"));
     choose(form.get(), "cbModel", 1);
@@ -87,6 +88,7 @@ class TresultTest : public QObject {
              "L!Device ID: the record cannot hold ? (U+0141). It was replaced.|" + cut + "|8");
     QCOMPARE(rowOf(form.get(), "tblPreview", 2), "b!Other number of fields: 4 instead of 3.||500");
     QCOMPARE(rowOf(form.get(), "tblPreview", 3), "!No Device ID. The row was not imported.||");
+    QCOMPARE(rowOf(form.get(), "tblPreview", 5), "c!This row updates the record that has this Device ID.|m|1");
     const auto* model = control<QTableView>(form.get(), "tblPreview")->model();
     QVERIFY(model->rowCount() == 20 && model->headerData(0, Qt::Vertical).toInt() == 2);
     choose(form.get(), "cbModel", 0);
@@ -139,6 +141,9 @@ class TresultTest : public QObject {
       QTest::keyClick(control(report, "tblReport"), Qt::Key_C, Qt::ControlModifier);
       QCOMPARE(QApplication::clipboard()->text(),
                QStringLiteral("Row\tDevice ID\tRemark\n1\ta\tThis Device ID is in use. The row was skipped.\n"));
+      control<QTableView>(report, "tblReport")->clearSelection();
+      QTest::keyClick(control(report, "tblReport"), Qt::Key_C, Qt::ControlModifier);
+      QCOMPARE(QApplication::clipboard()->text().count(u'\n'), 4);  // all rows
       click(report, "btnSave");
       click(report, "btnSave");
       click(report, "btnClose");

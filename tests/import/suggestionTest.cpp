@@ -68,6 +68,8 @@ class TsuggestionTest : public QObject {
     QVERIFY(suggestion->isSetIn(choices));
     QVERIFY(choices.delimiter == 4 && !choices.quotes && choices.spreadsheet && choices.charset == 0);
     QCOMPARE(choices.startRow, 2);
+    choices.quotes = true;  // does not count for a spreadsheet's file
+    QVERIFY(suggestion->isSetIn(choices));
     choices.charset = static_cast<int>(Tcharset::windows1252);
     QVERIFY(!suggestion->isSetIn(choices));
     suggestion->setIn(choices);

@@ -1,9 +1,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -43,19 +41,6 @@ class Tform {
   TprintFixture records;
   std::unique_ptr<TEquipRecPrint> form;
 };
-
-/// Nothing that shows a text is cut off by its own size or its window.
-void checkTexts(const QWidget& window) {
-  for (const QWidget* widget : window.findChildren<QWidget*>()) {
-    const bool isText = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-                        qobject_cast<const QLabel*>(widget) != nullptr ||
-                        qobject_cast<const QComboBox*>(widget) != nullptr;
-    if (!isText || !widget->isVisible()) continue;
-    QVERIFY2(widget->size() == widget->size().expandedTo(widget->minimumSizeHint()), qPrintable(widget->objectName()));
-    QVERIFY2(window.rect().contains(QRect(widget->mapTo(&window, QPoint()), widget->size())),
-             qPrintable(widget->objectName()));
-  }
-}
 
 constexpr int manyRecords = 18432;
 
@@ -172,27 +157,6 @@ class TprintFormTest : public QObject {
     });
     QVERIFY(f.form->isVisible());
     QCOMPARE(namesIn(f.folder.path()), QByteArrayList());
-  }
-
-  void textsFitInAnyFont() {
-    const QFont usual = QApplication::font();
-    for (const int points : {9, 14, 24}) {
-      QFont font = usual;
-      font.setPointSize(points);
-      QApplication::setFont(font);
-      Tform f(5);
-      checkTexts(*f.form);
-      whenOpen("TfrmPrintPreview", [&](QWidget* preview) {
-        QVERIFY(preview->screen()->availableSize().width() >= preview->width());
-        for (const QSize& window : {preview->size(), QSize(480, 400), QSize(2000, 900)}) {
-          preview->resize(window);
-          QTRY_COMPARE(preview->width(), window.width());
-          checkTexts(*preview);
-        }
-        preview->close();
-      }).during([&] { f.click("btnPreview"); });
-    }
-    QApplication::setFont(usual);
   }
 
   void hostMayDeleteItAtAnyTime() {

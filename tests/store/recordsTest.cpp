@@ -3,7 +3,6 @@
 #include <locale>
 
 #include "store/commitMarker.h"
-#include "store/loadReport.h"
 #include "store/testRecords.h"
 #include "tools/openList.h"
 #include "tools/simulatedFiles.h"
@@ -229,13 +228,6 @@ class TrecordsTest : public QObject {
     const auto found = TcommitMarker::fromText(text);
     std::locale::global(before);
     QVERIFY(found && found->sums == marker.sums && text == marker.toText());
-  }
-
-  void statusHasItsMessages() {
-    for (const TERStatus status : {ERSUCCESS, ERSUCCESSTOO}) QVERIFY(!loadMessage(status) && !saveMessage(status));
-    QCOMPARE(QByteArray(loadMessage(5)->caption) + exceptionMessage(5).caption, "UnknownUnknown Exception");
-    QCOMPARE(QByteArray(saveMessage(ERDATAOVERFLOW)->text),
-             QByteArray(loadMessage(ERDATAOVERFLOW)->text).replace("only accept", "only handle"));
   }
 
   void recordTakesWhatFits() {
