@@ -10,6 +10,7 @@
 #include "print/paper.h"
 #include "print/printFixture.h"
 #include "print/printForm.h"
+#include "support/captionControls.h"
 #include "tools/dialogs.h"
 #include "tools/messageRecorder.h"
 #include "tools/testFiles.h"
@@ -80,6 +81,26 @@ class TprintFormTest : public QObject {
     QCOMPARE(control<QComboBox>(f.form.get(), "ComboBoxPaper")->currentText(), QStringLiteral("A5"));
   }
 
+  void oneSelectedRecordIsOnlyOffered() {
+    const TtestFolder folder;
+    const TprintFixture records(5);
+    for (const std::size_t count : {0, 1}) {
+      TprintJob job = records.job();
+      job.selected.resize(count);
+      const TEquipRecPrint form(job, TiniFile(folder / "e.ini"), nullptr);
+      QVERIFY(control<QAbstractButton>(&form, "radAll")->isChecked());
+      QCOMPARE(control(&form, "radSelected")->isEnabled(), count == 1);
+    }
+  }
+
+  void captionIsShownToTheLetter() {
+    TcaptionCheckBox box;
+    box.setCaption(QStringLiteral("R&D"));
+    QCheckBox plain(QStringLiteral("R&&D"));
+    for (QCheckBox* either : {static_cast<QCheckBox*>(&box), &plain}) either->resize(120, 24);
+    QCOMPARE(box.grab().toImage(), plain.grab().toImage());
+  }
+
   void previewIsLeafedByKeyboard() {
     Tform f(manyRecords);
     f.click("radAll");
@@ -100,6 +121,9 @@ class TprintFormTest : public QObject {
       press(Qt::Key_Plus);
       QVERIFY(sheet->width() > first.width());
       for (int i = 0; i < 5; ++i) press(Qt::Key_Plus);
+      const int before = sheet->width();
+      press(Qt::Key_Minus);
+      QVERIFY(sheet->width() < before);
       auto* bar = control<QScrollArea>(preview, "scrPage")->verticalScrollBar();
       bar->setValue(bar->maximum());
       QVERIFY(bar->value() > 0);
