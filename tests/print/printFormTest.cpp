@@ -109,6 +109,10 @@ class TprintFormTest : public QObject {
       auto* sheet = control(preview, "pagPage");
       QVERIFY(QTest::qWaitForWindowActive(preview));
       const QImage first = sheet->grab().toImage();
+      const QImage margin = first.copy(0, 0, first.width() / 20, first.height());
+      QImage white = margin;
+      white.fill(Qt::white);
+      QCOMPARE(margin, white);
       const auto press = [&](Qt::Key key) { QTest::keyClick(preview->windowHandle(), key, Qt::ControlModifier); };
       QTest::keyClick(preview->windowHandle(), Qt::Key_PageDown);
       QCOMPARE(page->value(), 2);
@@ -117,6 +121,7 @@ class TprintFormTest : public QObject {
       QCOMPARE(page->value(), page->maximum());
       QVERIFY(page->maximum() > 100 && !control<QAbstractButton>(preview, "btnNext")->isEnabled());
       press(Qt::Key_Home);
+      QVERIFY(!control(preview, "btnPrevious")->isEnabled());
       QCOMPARE(sheet->grab().toImage(), first);
       press(Qt::Key_Plus);
       QVERIFY(sheet->width() > first.width());
