@@ -232,7 +232,8 @@ class TengineTest : public QObject {
     QVERIFY(run.malformed && !run.truncated && !run.limitReached && f.table.count() == 0);
     QVERIFY(f.run("").end == TimportRun::Tend::done);
     // The last one is opened, but cannot be read.
-    for (const std::filesystem::path path : {(f.folder / "none").string().c_str(), "/dev/zero", "/proc/self/mem"}) {
+    using Tpath = std::filesystem::path;
+    for (const Tpath& path : {f.folder / "none", f.folder.path(), Tpath("/dev/zero"), Tpath("/proc/self/mem")}) {
       QVERIFY(runImport({path}, fourColumns, 4, f.table, f).end == TimportRun::Tend::unreadable);
       QVERIFY(!TimportSample::read({path}));
     }
@@ -282,11 +283,10 @@ class TengineTest : public QObject {
     f.table = TequipRecTable(std::vector<TequipRec>(18431));
     run = f.run("a,,,1\nb,,,x\n");
     QVERIFY(run.limitReached && !run.malformed && run.records.size() == 1);
-    for (int count : {18432, 18433}) {  // a load may bring one more
+    for (int i = 0; i < 2; ++i) {  // a load may bring one record more
       append(f.table, TequipRec());
       run = f.run("a,,,1\n");
-      QVERIFY2(run.limitReached && run.records.empty() && run.end == TimportRun::Tend::done,
-               qPrintable(QString::number(count)));
+      QVERIFY(run.limitReached && run.records.empty() && run.end == TimportRun::Tend::done);
     }
     QVERIFY(!f.run("\n", 1, TknownChoice::update).limitReached);
     run = f.run("a,,,1\nb,,,1\n", 1, TknownChoice::update);

@@ -86,7 +86,7 @@ class TrecordsTest : public QObject {
   }
 
   void changeDuringALoadIsJoined() {
-    const QByteArray& info = infoLine("A", "a");
+    const QByteArray info = infoLine("A", "a");
     TsimulatedFiles disk(TsimulatedDisk(
         TfileMap{{"/DATA/eq.dat", dataLine("A", 1).toStdString()}, {"/DATA/eqinfo.dat", info.toStdString()}}));
     disk.before = [&](const QByteArray& operation) {
