@@ -20,21 +20,19 @@ class TtestHost : public THostApplication, public Tqt484Frame {
  public:
   TtestHost() {
     const QByteArray empty = R"(,"","","","","","")";
-    writeBytes(folder_ / "DATA/eq.dat", "\"A1\",1\n\"A2\",2\n");
-    writeBytes(folder_ / "DATA/eqinfo.dat", "\"A1\"" + empty + "\n\"A2\"" + empty + '\n');
+    writeBytes(folder / "DATA/eq.dat", "\"A1\",1\n\"A2\",2\n");
+    writeBytes(folder / "DATA/eqinfo.dat", "\"A1\"" + empty + "\n\"A2\"" + empty + '\n');
   }
 
   QString programFolder() const override { return workingFolder(); }
   QString workingFolder() const override {
     if (throws) throw std::runtime_error("no folder");
-    return QString::fromStdString(folder_.path().string());  // without a separator at its end
+    return QString::fromStdString(folder.path().string());  // without a separator at its end
   }
   void returnToMainWindow() override {}
 
+  const TtestFolder folder;
   bool throws = false;
-
- private:
-  TtestFolder folder_;
 };
 
 /// The module, loaded for one test and unloaded after it.
@@ -127,6 +125,7 @@ class TmoduleTest : public QObject {
         click(frame.get(), "BtnUpload");
       });
     }
+    QVERIFY(linesOf(host.folder / "EquipmentRecord.log").contains("left to the end of the process"));
     analyzer.reset();
     QTRY_VERIFY(openHandles() <= handles);
     qunsetenv("QT484_USB_HANG");

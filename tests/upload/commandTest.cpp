@@ -1,69 +1,42 @@
 #include <QTest>
 #include <thread>
 
-#include "store/datastructs.h"
-#include "support/iniFile.h"
 #include "support/log.h"
-#include "support/messageBox.h"
-#include "tools/analyzerProcess.h"
-#include "tools/dialogs.h"
-#include "tools/messageRecorder.h"
-#include "tools/recordChanges.h"
-#include "tools/testFiles.h"
 #include "tools/testList.h"
-#include "upload/lineRest.h"
-#include "upload/uploadCommand.h"
+#include "upload/commandFixture.h"
 
 /// The Upload command from the choice of the connection to the end.
-class TuploadCommandTest : public QObject {
+class TuploadCommandTest : public QObject, private TcommandFixture {
   Q_OBJECT
-
- private:
-  TtestFolder folder_;
-  const TiniFile settings_{folder_ / "QT484pc.ini"};
-  TmessageRecorder messages_;
-  std::unique_ptr<QWidget> owner_;
-  TequipRecTable records_;
-  std::optional<QString> place_;
-
-  void upload(const TdialogSteps& choice = clickIn("TcomSelectFrm", "btnConnect")) {
-    choice.during([this] { place_ = uploadRecords(owner_.get(), records_, settings_); });
-  }
-
  private slots:
   void initTestCase() { QVERIFY(loadStandInDriver()); }
-  void init() {
-    forgetBrokenOff();
-    owner_ = std::make_unique<QWidget>();
-    append(records_, makeRecord({"A-1"}));
-  }
-  void cleanup() { records_ = {}; }
+  void init() { start(); }
+  void cleanup() { end(); }
 
   void theWholeListArrives() {
     TusbAnalyzer analyzer;
     openLog(folder_.path());
-    upload();
+    QCOMPARE(upload(connecting), std::optional(QStringLiteral("USB")));
     closeLog();
     const QByteArray log = linesOf(folder_ / "EquipmentRecord.log");
     QVERIFY(log.contains("upload starts: USB, USB device, number of records: 1\n") && !log.contains("A-1"));
     QVERIFY(log.contains("handshake completed after ") && log.contains("transfer completed after "));
     QVERIFY(log.contains("upload completed: USB, number of records: 1\n"));
-    QCOMPARE(place_, std::optional(QStringLiteral("USB")));
-    QCOMPARE(messages_.takeCaptions(), QByteArrayList());
+    QCOMPARE(takeBoxes(), QByteArrayList());
     QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
     QVERIFY(bytesOf(folder_ / "QT484pc.ini").contains("DEFAULTCOMMMETHOD=1"));
   }
 
   void whatGoesWrongIsOneBoxUnlessCancelled() {
     qputenv("QT484_USB", "1");  // no one listens there
-    upload(clickIn("TcomSelectFrm", "btnCancel"));
-    QCOMPARE(messages_.takeCaptions(), QByteArrayList());
-    upload();
-    QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
-    QVERIFY(!place_);
+    QVERIFY(!upload(clickIn("TcomSelectFrm", "btnCancel")));
+    QCOMPARE(takeBoxes(), QByteArrayList());
+    QVERIFY(!upload(connecting));
+    QCOMPARE(takeBoxes(), QByteArrayList{"No Deviced Attached.\nOperation Canceled."});
     records_ = TequipRecTable(std::vector<TequipRec>(equipRecLimit));
-    upload();
-    QCOMPARE(messages_.takeCaptions(), QByteArrayList{"Error"});
+    append(records_, TequipRec());
+    QVERIFY(!upload(connecting));
+    QVERIFY(takeBoxes().value(0).startsWith("An internal error occurred"));
   }
 
   /// The owner goes while the user chooses, and in the greeting and the transfer.
@@ -78,10 +51,9 @@ class TuploadCommandTest : public QObject {
         QMetaObject::invokeMethod(
             this, [this] { owner_.reset(); }, Qt::QueuedConnection);
       });
-      upload();
-      QVERIFY(!owner_);
+      QVERIFY(!upload(connecting) && !owner_);
     }
-    QCOMPARE(messages_.takeCaptions(), QByteArrayList());
+    QCOMPARE(takeBoxes(), QByteArrayList());
   }
 };
 EQREC_TEST(TuploadCommandTest);
