@@ -1,10 +1,12 @@
 #include <QElapsedTimer>
 #include <QScopeGuard>
 #include <QTest>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -12,6 +14,7 @@
 #include "comm/serialCalls.h"
 #include "tools/testFiles.h"
 #include "tools/testList.h"
+#include "tools/testPlatform.h"
 
 namespace {
 
@@ -67,6 +70,32 @@ class TserialCallsTest : public QObject {
     QVERIFY(timer.elapsed() >= 150);
     QVERIFY(signalCount > 5);
     QVERIFY(calls.close(port));
+    ::close(farEnd);
+  }
+
+  /// Neither a look nor an opening that fails keeps the port, waits for it, or leaves what came before.
+  void aPortIsForOneProgram() {
+    const TtestFolder folder;
+    const int farEnd = openFarEnd(folder);
+    QVERIFY(farEnd >= 0);
+    TserialCalls& calls = systemSerialCalls();
+    QVERIFY(!calls.isFree(4) && calls.lastError() == ENOENT);
+    writeBytes(folder / "com5", "no port");
+    const auto handles = openHandles();
+    QVERIFY(calls.isFree(3) && calls.isFree(3) && !calls.isFree(5) && calls.open("COM5") < 0);
+    QCOMPARE(openHandles(), handles);
+    const int other = ::open((folder / "com3").c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY(flock(other, LOCK_EX) == 0);
+    // With a wait for the lock this would not come back.
+    QVERIFY(!calls.isFree(3) && calls.open("COM3") == TserialCalls::invalidHandle && calls.lastError() == EWOULDBLOCK);
+    QCOMPARE(openHandles(), handles + 1);
+    ::close(other);
+    QVERIFY(::write(farEnd, "old\n", 4) == 4);
+    const auto port = calls.open("COM3");
+    std::uint32_t waiting = 1;
+    QVERIFY(calls.inputCount(port, waiting) && waiting == 0);
+    QVERIFY(!calls.isFree(3) && calls.close(port) && calls.isFree(3));
+    QCOMPARE(openHandles(), handles);
     ::close(farEnd);
   }
 

@@ -10,9 +10,13 @@ namespace {
 
 class TblindView final : public TtransferView {
  public:
-  bool isCancelled() const override { return false; }
+  explicit TblindView(bool cancelled = false) : cancelled_(cancelled) {}
+  bool isCancelled() const override { return cancelled_; }
   void showOperation(const char*) override {}
   void showProgress(int) override {}
+
+ private:
+  bool cancelled_;
 };
 
 TuploadTransport transportBy(TcommMethod method, int serialPort = 1) {
@@ -50,6 +54,16 @@ class TuploadAdviceTest : public QObject {
     const QByteArray missing = adviceOfGreeting(transportBy(TcommMethod::serial, 77));
     QVERIFY2(missing.startsWith("COM77 could not be opened. The system says: "), missing);
     QVERIFY(adviceOfGreeting(transportBy(TcommMethod::usb)).startsWith("The USB driver found no analyzer."));
+  }
+
+  /// Until the connection is open, nothing has happened that the user must know.
+  void cancellingWhileConnectingSaysNothing() {
+    TcommStruct resources;
+    TblindView view(true);
+    const std::vector<std::uint8_t> image(uploadBlockSize);
+    const auto result = transferImage(image, transportBy(TcommMethod::ethernet), resources, view, {});
+    QVERIFY(!result.completed && !result.message);
+    QVERIFY(!resources.isInUse());
   }
 
   void silenceIsToldFromRefusal() {

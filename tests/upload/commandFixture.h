@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QTest>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -32,7 +33,10 @@ class TcommandFixture {
       return QMessageBox::Ok;
     });
   }
-  static void end() { replaceMessageBox({}); }
+  static void end() {
+    replaceMessageBox({});
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+  }
 
   /// Returns the analyzer's place.
   std::optional<QString> upload() { return uploadRecords(owner_.get(), records_, settings_); }

@@ -3,6 +3,7 @@
 
 #include "support/log.h"
 #include "tools/testList.h"
+#include "tools/testPlatform.h"
 #include "upload/commandFixture.h"
 
 /// The Upload command from the choice of the connection to the end.
@@ -54,6 +55,16 @@ class TuploadCommandTest : public QObject, private TcommandFixture {
       QVERIFY(!upload(connecting) && !owner_);
     }
     QCOMPARE(takeBoxes(), QByteArrayList());
+  }
+
+  /// The search for free ports leaves the port to the upload.
+  void theChosenPortIsUsed() {
+    const TtestFolder ports;
+    TanalyzerProcess analyzer({QStringLiteral("--serial"), linkOfPort3(ports)});
+    writeBytes(folder_ / "QT484pc.ini", "[COMM]\nDEFAULTCOMMMETHOD=3\nDEFAULTSERIAL=3\n");
+    QCOMPARE(upload(connecting), std::optional(QStringLiteral("COM3")));
+    QCOMPARE(takeBoxes(), QByteArrayList());
+    QCOMPARE(analyzer.waitFor("record 1"), QByteArray("record 1: A-1, procedure 1"));
   }
 };
 EQREC_TEST(TuploadCommandTest);
