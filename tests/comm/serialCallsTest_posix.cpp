@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/time.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include "comm/portDevices_posix.h"
@@ -55,7 +56,7 @@ class TserialCallsTest : public QObject {
     QVERIFY(farEnd >= 0);
     TserialCalls& calls = systemSerialCalls();
     const auto port = calls.open("COM3");
-    QVERIFY(calls.setTimeouts(port, {15, 0, 150, 0, 150}));
+    QVERIFY(calls.setTimeouts(port, {15, 10, 110, 0, 150}));
     const auto signalsEnd = startSignals();
     QElapsedTimer timer;
     timer.start();
@@ -97,6 +98,54 @@ class TserialCallsTest : public QObject {
     QVERIFY(!calls.isFree(3) && calls.close(port) && calls.isFree(3));
     QCOMPARE(openHandles(), handles);
     ::close(farEnd);
+  }
+
+  /// Whatever another program has set.
+  void settingsReachTheLine() {
+    const TtestFolder folder;
+    const int farEnd = openFarEnd(folder);
+    const int other = ::open((folder / "com3").c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios mode = {};
+    QVERIFY(farEnd >= 0 && tcgetattr(other, &mode) == 0);
+    mode.c_cflag |= CRTSCTS;
+    mode.c_iflag |= IXON | IXOFF | IXANY | ISTRIP;
+    QVERIFY(tcsetattr(other, TCSANOW, &mode) == 0);
+    TserialCalls& calls = systemSerialCalls();
+    const auto port = calls.open("COM3");
+    TserialState got;
+    for (const TserialState& state : {TserialState{19200, 8, 0, 0}, {1200, 8, 1, 2}, {921600, 8, 2, 0}}) {
+      QVERIFY(calls.setState(port, state) && calls.getState(port, got) && tcgetattr(other, &mode) == 0);
+      QVERIFY(got.baudRate == state.baudRate && got.byteSize == 8 && got.stopBits == state.stopBits);
+      QCOMPARE((mode.c_cflag & PARODD) != 0, state.parity == 1);  // a pseudo-terminal has no parity itself
+      QVERIFY((mode.c_cflag & (CRTSCTS | CLOCAL | CREAD)) == (CLOCAL | CREAD));
+      QVERIFY((mode.c_iflag & (IXON | IXOFF | IXANY | ISTRIP)) == 0 && (mode.c_lflag & (ECHO | ICANON | ISIG)) == 0);
+    }
+    for (const TserialState& state : {TserialState{300}, {19200, 4}, {19200, 9}, {19200, 8, 3}, {19200, 8, 0, 3}}) {
+      QVERIFY(!calls.setState(port, state) && calls.lastError() == EINVAL);
+    }
+    QVERIFY(calls.setTimeouts(port, {15, 0, 5000, 0, 0}) && ::write(farEnd, "ab", 2) == 2);
+    std::array<char, 4> buffer{};
+    std::uint32_t done = 0;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(calls.read(port, buffer, done) && done == 2 && timer.elapsed() < 2500);  // a gap ends it
+    QVERIFY(calls.close(port));
+    ::close(other);
+    ::close(farEnd);
+    QVERIFY(!calls.setState(port, {}) && !calls.inputCount(port, done) && !calls.close(port));
+  }
+
+  void portsHaveTheirDevices() {
+    qunsetenv("QT484_PORTS");
+    using Tcase = std::pair<int, const char*>;
+    for (const auto& [number, device] : {Tcase(0, ""),
+                                         {1, "/dev/ttyS0"},
+                                         {100, "/dev/ttyS99"},
+                                         {101, "/dev/ttyUSB0"},
+                                         {256, "/dev/ttyACM55"},
+                                         {257, ""}}) {
+      QCOMPARE(portDevice(number).c_str(), device);
+    }
   }
 
   void discardingLeavesNothingToRead() {
