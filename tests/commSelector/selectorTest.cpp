@@ -286,8 +286,9 @@ class TselectorTest : public QObject {
     QCOMPARE(f.note(), "Waiting for COM200...");
     f.click("radUSB");
     QVERIFY(f.note().isEmpty());
+    f.computer->set({3, 9, 200}, {3, 9, 200});  // the search goes on
     f.computer->gate.release(2);
-    QTRY_COMPARE(f.method(), "0 COM200 2");
+    QTRY_COMPARE(f.method(), "0 COM200 3");
     QVERIFY(f.control<QWidget>("btnConnect")->isEnabled());
     f.click("radSerial");
     f.press(Qt::Key_Return);
@@ -319,7 +320,7 @@ class TselectorTest : public QObject {
     QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM5 2", 1000);
     f.computer->set({}, {});
     QTRY_COMPARE_WITH_TIMEOUT(f.method(), "0 <No Free Ports> 1", 1000);
-    QVERIFY(f.address().endsWith("radUSB"));
+    QVERIFY(f.address().endsWith("radUSB") && !f.control<QWidget>("radSerial")->isEnabled());
     f.computer->set({9, 200}, {9, 200});
     QTRY_COMPARE_WITH_TIMEOUT(f.method(), "2 COM200 2", 1000);
     QCOMPARE(f.computer->tried.count(5), 2);  // never while it was listed

@@ -110,6 +110,25 @@ class TmoduleTest : public QObject {
     QVERIFY(frame != nullptr);
   }
 
+  /// Also where the host keeps the frame.
+  void exitClosesTheHelp() {
+    const auto isOpen = [] {
+      const auto windows = QApplication::topLevelWidgets();
+      return std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->objectName() == QStringLiteral("ThelpWindow") && window->isVisible();
+      });
+    };
+    Tmodule module;
+    TtestHost host;
+    module.setUp(&host, &host);
+    const auto frame = module.mainForm();
+    frame->show();
+    click(frame.get(), "BtnHelp");
+    if (!isOpen()) QSKIP("here the help is a window of the system");
+    click(frame.get(), "BtnExit");
+    QVERIFY(!isOpen());
+  }
+
   /// The thread of an upload whose driver hangs returns when the host has unloaded the module.
   void aHangingDriverKeepsTheCode() {
     QVERIFY(loadStandInDriver());

@@ -27,10 +27,13 @@ class ThangTest : public QObject, private TcommandFixture {
 
   /// Presses Connect, and Cancel in the dialog that hangs. The greeting's dialog appears only then.
   void uploadUntilItHangs(const char* dialog) {
-    QVERIFY(!upload(connecting + whenOpen(dialog, [](QWidget* window) {
+    QElapsedTimer timer;
+    QVERIFY(!upload(connecting + whenOpen(dialog, [&](QWidget* window) {
                       if (const auto* bar = window->findChild<QProgressBar*>()) awaitStandstill(*bar);
+                      timer.start();
                       click(window, "btnCancel");
                     })));
+    QVERIFY(timer.elapsed() < 3000);
   }
   QWidget* waitingWindow() const { return owner_->findChild<QWidget*>(QStringLiteral("TfrmWaiting")); }
 
