@@ -68,13 +68,12 @@ class TscanTest : public QObject {
   }
 
   /// What a scanner does twenty times in each place that takes control numbers.
-  void twentyScansLandWhereTheFocusIs_data() {
-    QTest::addColumn<QString>("place");
-    for (const char* place : {"grid", "search", "editor"}) QTest::newRow(place) << QString::fromLatin1(place);
+  void twentyScansLandWhereTheFocusIs() {
+    for (const char* place : {"grid", "search", "editor"}) scanTwenty(QLatin1String(place));
   }
 
-  void twentyScansLandWhereTheFocusIs() {
-    QFETCH(const QString, place);
+ private:
+  static void scanTwenty(QLatin1String place) {
     QByteArrayList numbers;
     for (int i = 0; i < 20; ++i) numbers << "EQ-" + QByteArray::number(7919 * (i + 1)).rightJustified(6, '0');
     TframeFixture f;
@@ -101,6 +100,7 @@ class TscanTest : public QObject {
     }
   }
 
+ private slots:
   void keysReachTheButtons() {
     TopenFrame f;
     f.search("txtDescSearch", QStringLiteral("alone"));

@@ -1,8 +1,6 @@
 #include <QRegularExpression>
 #include <QTest>
-#include <stdexcept>
 
-#include "comm/commMessages.h"
 #include "comm/commStruct.h"
 #include "comm/commandLayer.h"
 #include "comm/genComm.h"
@@ -175,26 +173,6 @@ class TexchangeTest : public QObject {
       QVERIFY2(log.contains(QLatin1String(line)), qPrintable(log));
     }
     QCOMPARE(log.count(u'\n'), 3);
-  }
-
-  /// All texts, because the user learns of a failure only from them.
-  void everyExceptionHasItsMessage() {
-    const auto told = [](auto exception) {
-      const auto outcome = runCommStep(TcommStep::putData, [&]() -> TcommOutcome { throw exception; });
-      return QByteArray(outcome->caption) + ": " + outcome->text;
-    };
-    QCOMPARE(told(TcommTimeoutException()), QByteArray("Error: Timeout Error.\nOperation Canceled."));
-    QCOMPARE(told(TnoDeviceAttachedException()), QByteArray("Error: No Deviced Attached.\nOperation Canceled."));
-    const QByteArray notOpened = "Could not initialize connection.\nOperation Canceled.";
-    QCOMPARE(told(TinitializationException()), "Error: " + notOpened);
-    QCOMPARE(told(TbadInitializationException()), "Bad Initialization: " + notOpened);
-    QCOMPARE(told(TuninitializedCommModeException()), "Uninitialized: " + notOpened);
-    const QByteArray invalid = "Invalid communications configuration.\nOperation Canceled.";
-    QCOMPARE(told(TinvalidCommModuleException()), "Error: " + invalid);
-    QCOMPARE(told(TinvalidDataLengthException()), "Bad Data Length: " + invalid);
-    QCOMPARE(told(ToperationCancelledException()), QByteArray("Error: Operation Cancelled."));
-    QCOMPARE(told(std::runtime_error("x")), QByteArray("VCL Exception: Unknown Exception on Put Data Command"));
-    QCOMPARE(told(7), QByteArray("Error: Unknown Exception on Put Data Command"));
   }
 };
 EQREC_TEST(TexchangeTest);

@@ -90,6 +90,9 @@ class TresultTest : public QObject {
     QCOMPARE(rowOf(form.get(), "tblPreview", 3), "!No Device ID. The row was not imported.||");
     QCOMPARE(rowOf(form.get(), "tblPreview", 5), "c!This row updates the record that has this Device ID.|m|1");
     const auto* model = control<QTableView>(form.get(), "tblPreview")->model();
+    form->show();
+    const auto* preview = control<QTableView>(form.get(), "tblPreview");
+    QVERIFY(preview->rowAt(preview->viewport()->height() - 2) >= 3);  // rows are in sight
     QVERIFY(model->rowCount() == 20 && model->headerData(0, Qt::Vertical).toInt() == 2);
     choose(form.get(), "cbModel", 0);
     QCOMPARE(headingsOf(form.get(), "tblPreview"), "Device ID|Test Procedure Number");

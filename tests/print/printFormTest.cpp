@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -147,6 +148,7 @@ class TprintFormTest : public QObject {
     f.savePdf("r.pdf");
     QVERIFY(f.form->isHidden());
     QVERIFY(poppler("pdftotext", {QStringLiteral("-bbox")}, f.folder / "r.pdf").contains(u"height=\"1008."));
+    QVERIFY(bytesOf(f.folder / "r.pdf").contains(QByteArray("\0E\0q\0u\0i\0p\0m\0e\0n\0t", 18)));  // its title
     const QString printed = poppler("pdftotext", {}, f.folder / "r.pdf");
     for (const auto& [text, there] :
          {std::pair("ID00004", false), {"ID00003", true}, {"ID00002", true}, {"ID00001", false}}) {
@@ -181,9 +183,10 @@ class TprintFormTest : public QObject {
   void cancelledProgressLeavesTheDialogOpen() {
     const Tform f(manyRecords);
     f.click("radAll");
-    whenOpen("TfrmPrintProgress", [](QWidget* progress) { click(progress, "btnCancel"); }).during([&] {
-      f.savePdf("r.pdf");
-    });
+    whenOpen("TfrmPrintProgress", [](QWidget* progress) {
+      QVERIFY(control<QProgressBar>(progress, "barPages")->maximum() > 100);
+      click(progress, "btnCancel");
+    }).during([&] { f.savePdf("r.pdf"); });
     QVERIFY(f.form->isVisible());
     QCOMPARE(namesIn(f.folder.path()), QByteArrayList());
   }
