@@ -110,7 +110,7 @@ class TrecordListTest : public QObject {
     for (int i = 0; i < 1000; ++i) {
       std::string text(random() % 30, 'm');
       if (!text.empty()) text[random() % text.size()] = static_cast<char>('a' + random() % 26);
-      append(list.records, makeRecord({std::to_string(i), text}, static_cast<unsigned>(random() % 500 + 1)));
+      append(list.records, makeRecord({std::to_string(i), text}, static_cast<unsigned>(random() % 200 + 1)));
       texts.push_back(text);
     }
     for (const TcolumnId column : {TcolumnId(fieldDescription), columnTestProc}) {

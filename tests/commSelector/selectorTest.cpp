@@ -151,6 +151,7 @@ class TselectorTest : public QObject {
           {"fourth digit: refused", "...1234", "10.20..123 IP4"},
           {"Backspace in empty box: back to the end", "..b5", "10.205..40 IP3"},
           {"Left at the ends: back, not before the first", "..<9<<<<<<<<<7", "710.209..40 IP2"},
+          {"Left from the next box: behind all digits", "<.<<<7", "107.20..40 IP2"},
           {"Right at the ends: on", ">>7", "10.720..40 IP3"}}) {
       TselectorFixture f(onEthernet);
       f.open({});

@@ -109,6 +109,7 @@ class TprintFormTest : public QObject {
       const auto* page = control<QSpinBox>(preview, "edtPage");
       auto* sheet = control(preview, "pagPage");
       QVERIFY(QTest::qWaitForWindowActive(preview));
+      QCOMPARE(control<QScrollArea>(preview, "scrPage")->horizontalScrollBar()->maximum(), 0);
       const QImage first = sheet->grab().toImage();
       const QImage margin = first.copy(0, 0, first.width() / 20, first.height());
       QImage white = margin;

@@ -15,7 +15,7 @@ constexpr std::size_t blocks = 5;
 // that end shortly before or after it have one with some tolerance.
 constexpr unsigned shortTimeOut = 250;
 constexpr unsigned tooLateTimeOut = 600;
-constexpr unsigned lateTimeOut = 1000;
+constexpr unsigned lateTimeOut = 2000;
 constexpr unsigned longTimeOut = 4000;
 
 /// The outcome of each fault of the analyzer: s(uccess), t(ime-out), c(ommunications could not be established) or n(o
