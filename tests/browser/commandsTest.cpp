@@ -300,13 +300,14 @@ class TcommandsTest : public QObject {
     QCOMPARE(f.messages.takeCaptions(), QByteArrayList({"No Data", "Error"}));
   }
 
-  void printTakesViewAndSelection() {
-    TopenFrame f;
+  void printTakesViewSelectionAndCaptions() {
+    TopenFrame f("[CUSTOMFIELDS]\nFIELD1NAME=Ward\n");
     f.pressHeading(1);
     f.press(Qt::Key_Down, Qt::ShiftModifier);
     whenOpen("TEquipRecPrint", [](QWidget* print) {
       QCOMPARE(control<QAbstractButton>(print, "radAll")->text(), QStringLiteral("All records shown (3)"));
       QCOMPARE(control<QAbstractButton>(print, "radSelected")->text(), QStringLiteral("Selected records (2)"));
+      QCOMPARE(control<QAbstractButton>(print, "chkCustom1")->text(), QStringLiteral("Ward"));
       click(print, "btnCancel");
     }).during([&] { f.press(Qt::Key_P, Qt::ControlModifier); });
     f.search("txtModelSearch", QStringLiteral("nowhere"));
