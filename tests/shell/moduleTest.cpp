@@ -112,6 +112,7 @@ class TmoduleTest : public QObject {
 
   /// Also where the host keeps the frame.
   void exitClosesTheHelp() {
+    if (QSysInfo::kernelType() == QStringLiteral("winnt")) QSKIP("here the help is a window of the system");
     const auto isOpen = [] {
       const auto windows = QApplication::topLevelWidgets();
       return std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
@@ -124,7 +125,7 @@ class TmoduleTest : public QObject {
     const auto frame = module.mainForm();
     frame->show();
     click(frame.get(), "BtnHelp");
-    if (!isOpen()) QSKIP("here the help is a window of the system");
+    QVERIFY(isOpen());
     click(frame.get(), "BtnExit");
     QVERIFY(!isOpen());
   }
