@@ -25,6 +25,15 @@ QByteArray randomScript(std::mt19937& random, const QByteArray& letters, int len
 class TenduranceTest : public QObject {
   Q_OBJECT
  private slots:
+  // On the disk, as users' lists are, even where other tests write to memory.
+  void initTestCase() {
+    place_ = qgetenv("TMPDIR");
+    qunsetenv("TMPDIR");
+  }
+  void cleanupTestCase() const {
+    if (!place_.isEmpty()) qputenv("TMPDIR", place_);
+  }
+
   void killedAtAnyMoment() const {
     const TtestFolder folder;
     startList(folder);
@@ -119,6 +128,7 @@ class TenduranceTest : public QObject {
     return text + outputs.join("\n---\n") + "\n---\n" + bytesOf(folder.path() / "EquipmentRecord.log");
   }
 
+  QByteArray place_;
   int rounds_ = proofRounds();
   int firstSeed_ = static_cast<int>(proofSeed());
 };
