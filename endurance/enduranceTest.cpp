@@ -25,7 +25,7 @@ QByteArray randomScript(std::mt19937& random, const QByteArray& letters, int len
 class TenduranceTest : public QObject {
   Q_OBJECT
  private slots:
-  // On the disk, as users' lists are, even where other tests write to memory.
+  // On the disk: in memory, on a busy machine, the rounds run into the known gap of docs/choices.md.
   void initTestCase() {
     place_ = qgetenv("TMPDIR");
     qunsetenv("TMPDIR");

@@ -217,4 +217,5 @@ void TEquipmentRecordPluginFrame::setCurrentRow(std::size_t row) {
   const QModelIndex index = model_->index(std::min(static_cast<int>(row), last), 0);
   ui_->tblEqRec->selectionModel()->setCurrentIndex(index,
                                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  ui_->tblEqRec->scrollTo(index);  // also where it is the current one already
 }

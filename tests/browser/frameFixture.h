@@ -28,7 +28,7 @@ inline void writeRecords(const std::filesystem::path& folder, const QByteArrayLi
   writeBytes(folder / "DATA/eqinfo.dat", info);
 }
 
-/// The cells of a grid as its view paints them: looked at again only where the model reports a change.
+/// The cells of a grid's first rows as its view paints them: looked at again only where the model reports a change.
 class TpaintedCells final : public QObject {
  public:
   explicit TpaintedCells(const QAbstractItemModel* model) : model_(model) {

@@ -8,7 +8,7 @@
 class TframeTest : public QObject {
   Q_OBJECT
  private slots:
-  void controlsArePlaced() {
+  void opensAtItsSizeWithNamedButtons() {
     TopenFrame f;
     QCOMPARE(f.frame->size(), QSize(792, 536));
     QCOMPARE(f.frame->focusWidget(), f.grid());

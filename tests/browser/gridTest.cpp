@@ -1,4 +1,5 @@
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -79,6 +80,10 @@ class TgridTest : public QObject {
     f.click("btnClearSearch");
     QCOMPARE(f.selectedRows(), QList<int>({89}));
     QVERIFY(isInSight(89) && !isInSight(0));
+    f.grid()->verticalScrollBar()->setValue(0);  // as the wheel does: the current row stays
+    QVERIFY(!isInSight(89));
+    f.click("btnClearSearch");
+    QVERIFY(isInSight(89));
     f.grid()->setFocus();
     f.press(Qt::Key_Home, Qt::ControlModifier);
     f.press(Qt::Key_Down, Qt::ShiftModifier);
